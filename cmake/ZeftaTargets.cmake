@@ -1,0 +1,37 @@
+# How every target of the house is built: one place for the language level, the warnings and the naming.
+
+add_library(zefta_options INTERFACE)
+target_compile_features(zefta_options INTERFACE cxx_std_20)
+target_include_directories(zefta_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(zefta_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor -Werror
+  # A product and a sum stay two roundings on every processor, so that audio comes out the same everywhere.
+  -ffp-contract=off)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+# zefta_layer(NAME SOURCES... USES LAYERS...): a static library of all sources of src/NAME, with the
+# layers that it may use. A layer that is not listed here cannot be linked against.
+function(zefta_layer name)
+  cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cpp)
+  add_library(zefta_${name} STATIC ${sources})
+  target_link_libraries(zefta_${name} PUBLIC zefta_options)
+  foreach(layer IN LISTS ARG_USES)
+    target_link_libraries(zefta_${name} PUBLIC zefta_${layer})
+  endforeach()
+endfunction()
+
+# zefta_test(NAME LAYERS... LABELS...): one test program of all sources of tests/NAME.
+function(zefta_test name)
+  cmake_parse_arguments(ARG "" "TIMEOUT" "USES;LABELS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
+  add_executable(zefta_${name}_tests ${sources})
+  target_include_directories(zefta_${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(zefta_${name}_tests PRIVATE zefta_test_support GTest::gtest_main)
+  foreach(layer IN LISTS ARG_USES)
+    target_link_libraries(zefta_${name}_tests PRIVATE zefta_${layer})
+  endforeach()
+  gtest_discover_tests(zefta_${name}_tests
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 120)
+endfunction()

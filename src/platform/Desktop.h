@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace zefta {
+
+enum class BoxKind { Plain, Warning, Critical };
+
+/// What a progress dialog shows at one moment.
+struct ProgressReport {
+    std::string fileName;
+    std::string status;
+    std::int32_t minimum = 0;
+    std::int32_t maximum = 0;
+    std::int32_t value = 0;
+    /// Text of each label, by the name of its control.
+    std::map<std::string, std::string> labels;
+};
+
+/// A progress dialog on show; it goes when it is destroyed.
+class ProgressView {
+  public:
+    ProgressView() = default;
+    ProgressView(const ProgressView&) = delete;
+    ProgressView& operator=(const ProgressView&) = delete;
+    virtual ~ProgressView() = default;
+
+    virtual void Show(const ProgressReport& report) = 0;
+};
+
+/// All that a job may ask of the person in front of the machine.
+class Desktop {
+  public:
+    Desktop() = default;
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+    virtual ~Desktop() = default;
+
+    virtual void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) = 0;
+
+    /// A question with Yes and No; true for Yes only. `noIsDefault` makes No the answer of an empty line.
+    virtual bool AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) = 0;
+
+    /// The answer, or "" when the person cancels.
+    virtual std::string AskInput(const std::string& prompt, const std::string& title,
+                                 const std::string& defaultAnswer) = 0;
+
+    /// A progress dialog on show. Never null.
+    virtual std::unique_ptr<ProgressView> OpenProgress() = 0;
+
+    /// Lets the desktop paint and answer while a job works.
+    virtual void ServeEvents() = 0;
+
+    /// Opens a document or web page with the program that the person uses for it. False when nothing could
+    /// be started.
+    virtual bool OpenDocument(const std::string& address) = 0;
+
+    /// Whether a warning or critical box was shown: the process then ends with exit status 1.
+    virtual bool HasComplained() const = 0;
+};
+
+}  // namespace zefta

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "platform/BinaryFile.h"
+#include "platform/CodePage.h"
+#include "platform/FileSystem.h"
+#include "tags/ID3Tag.h"
+
+namespace zefta {
+
+/// Reads the tag at the start of the file; tag.ID3v2Present tells whether there is one. Leaves the position
+/// behind the tag, or at 0.
+void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi);
+
+/// Writes the record's ID3v2Extension to the MP3 file at tag.Path: in the place of the old tag when the
+/// estimate says that it fits, else into a new file that takes the old one's place. Does nothing for a file
+/// that is no MP3 by name. tag.Path is "" when the file can't be opened or rebuilt.
+/// Run-time failures: 5 when the frames overrun the tag's old place, 6 when more than 32767 bytes are to be
+/// filled up; the frames stand in the file then.
+void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
+
+/// Takes the tag off the file at tag.Path; true when there was one.
+bool RemoveID3v2(FileSystem& files, const ID3Tag& tag);
+
+/// One text frame with its header and encoding byte. The text is trimmed of blanks.
+std::string WriteFrame(std::string_view identifier, std::string_view text);
+
+}  // namespace zefta

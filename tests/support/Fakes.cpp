@@ -1,0 +1,79 @@
+#include "support/Fakes.h"
+
+#include <algorithm>
+
+namespace zefta::test {
+
+namespace {
+
+class RecordingProgress : public ProgressView {
+  public:
+    explicit RecordingProgress(std::vector<ProgressReport>& reports) : reports_(reports) {}
+    void Show(const ProgressReport& report) override { reports_.push_back(report); }
+
+  private:
+    std::vector<ProgressReport>& reports_;
+};
+
+template <typename T>
+T TakeFirst(std::deque<T>& script, T whenEmpty) {
+    if (script.empty()) return whenEmpty;
+    T first = script.front();
+    script.pop_front();
+    return first;
+}
+
+}  // namespace
+
+void ScriptedDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
+    boxes.push_back({kind, text, caption});
+}
+
+bool ScriptedDesktop::AskQuestion(const std::string& text, const std::string& caption, bool) {
+    questions.push_back({BoxKind::Plain, text, caption});
+    return TakeFirst(answers, false);
+}
+
+std::string ScriptedDesktop::AskInput(const std::string& prompt, const std::string& title,
+                                      const std::string&) {
+    questions.push_back({BoxKind::Plain, prompt, title});
+    return TakeFirst(inputs, std::string());
+}
+
+std::unique_ptr<ProgressView> ScriptedDesktop::OpenProgress() {
+    ++progressViewsOpened;
+    return std::make_unique<RecordingProgress>(reports);
+}
+
+bool ScriptedDesktop::OpenDocument(const std::string& address) {
+    openedDocuments.push_back(address);
+    return canOpenDocuments;
+}
+
+bool ScriptedDesktop::HasComplained() const {
+    return std::any_of(boxes.begin(), boxes.end(), [](const Box& box) { return box.kind != BoxKind::Plain; });
+}
+
+void RecordingProcesses::RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) {
+    runs.push_back({commandLine, showWindow, priorityClass});
+    if (tool) tool(runs.back());
+}
+
+std::optional<std::string> MemorySettingsStore::GetValue(const std::string& section,
+                                                         const std::string& key) const {
+    const auto found = values.find({section, key});
+    return found == values.end() ? std::nullopt : std::optional(found->second);
+}
+
+void MemorySettingsStore::Apply(const std::vector<SettingChange>& changes) {
+    ++applied;
+    for (const SettingChange& change : changes) {
+        if (change.value) {
+            values[{change.section, change.key}] = *change.value;
+        } else {
+            values.erase({change.section, change.key});
+        }
+    }
+}
+
+}  // namespace zefta::test

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Desktop.h"
+#include "platform/Processes.h"
+#include "platform/SettingsStore.h"
+
+namespace zefta::test {
+
+/// A desktop without a person: keeps what it was shown and answers from a script.
+class ScriptedDesktop : public Desktop {
+  public:
+    struct Box {
+        BoxKind kind;
+        std::string text;
+        std::string caption;
+    };
+
+    std::vector<Box> boxes;
+    std::vector<Box> questions;
+    std::vector<std::string> openedDocuments;
+    std::vector<ProgressReport> reports;
+    int progressViewsOpened = 0;
+    int servedEvents = 0;
+    bool canOpenDocuments = true;
+
+    /// Taken one by one; when none is left a question is answered No and an input cancelled.
+    std::deque<bool> answers;
+    std::deque<std::string> inputs;
+
+    void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
+    bool AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) override;
+    std::string AskInput(const std::string& prompt, const std::string& title,
+                         const std::string& defaultAnswer) override;
+    std::unique_ptr<ProgressView> OpenProgress() override;
+    void ServeEvents() override { ++servedEvents; }
+    bool OpenDocument(const std::string& address) override;
+    bool HasComplained() const override;
+};
+
+/// Starts nothing: keeps the command lines and lets the test play the tool.
+class RecordingProcesses : public Processes {
+  public:
+    struct Run {
+        std::string commandLine;
+        bool showWindow;
+        int priorityClass;
+
+        bool operator==(const Run&) const = default;
+    };
+
+    std::vector<Run> runs;
+    std::function<void(const Run&)> tool;
+    std::string ownPath = "/opt/zefta/zefta";
+
+    void RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) override;
+    std::string OwnPath() const override { return ownPath; }
+};
+
+/// A settings store that lives in memory and counts how often it was written.
+class MemorySettingsStore : public SettingsStore {
+  public:
+    std::map<std::pair<std::string, std::string>, std::string> values;
+    int applied = 0;
+
+    std::optional<std::string> GetValue(const std::string& section, const std::string& key) const override;
+    void Apply(const std::vector<SettingChange>& changes) override;
+};
+
+}  // namespace zefta::test
