@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/App.h"
+
+namespace zefta {
+
+/// A row of the job table: what the entry routine does for a JobCode.
+struct Job {
+    std::int32_t code;
+    /// The option of the job, for people.
+    const char* name;
+    /// Needs a window: without a display the process ends with exit status 2.
+    bool needsDisplay;
+    /// Null while the program has no worker for the job; it then says so.
+    void (*run)(App& app);
+};
+
+/// The row of the code; null for a code that opens the main window.
+const Job* FindJob(std::int32_t code);
+
+}  // namespace zefta

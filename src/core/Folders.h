@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "platform/FileSystem.h"
+
+namespace zefta {
+
+/// Makes the folder current. Gives the path, or "" when it is empty or can't be entered; the former folder
+/// stays current then.
+std::string ChangeToFolder(FileSystem& files, const std::string& path);
+
+/// A mask or path split for a walk over the files of one folder.
+struct FolderAndMask {
+    /// Absolute.
+    std::string folder;
+    std::string mask;
+};
+
+/// Splits what the command line gave as FileSpec, in native form. Without a folder part the current folder
+/// stands; a relative one counts from there.
+FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec);
+
+}  // namespace zefta

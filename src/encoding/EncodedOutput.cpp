@@ -1,0 +1,34 @@
+#include "encoding/EncodedOutput.h"
+
+#include "core/FileKind.h"
+#include "core/Strings.h"
+#include "core/Version.h"
+#include "platform/Paths.h"
+#include "wave/WaveFile.h"
+
+namespace zefta {
+
+std::string EncodedOutputPath(const AppState& state, const std::string& folder, const std::string& name) {
+    const char* extension = state.UseOggVorbis ? ".ogg" : state.UseMPEGplus ? ".mpc" : ".mp3";
+    return JoinPath(folder, ReplaceAllIgnoringCase(name, ".wav", extension));
+}
+
+bool HasEncodedOutput(App& app, const std::string& path) {
+    if (!app.files.FileExists(path)) return false;
+    const auto file = app.files.OpenReadOnly(path);
+    return file != nullptr && file->Size() > 0;
+}
+
+void TagEncodedOutput(App& app, const std::string& path, const std::string& waveName) {
+    ID3Tag tag;
+    tag.Path = path;
+    // A name is bytes; a tag is text.
+    tag.Title = app.ansi.ToText(ReplaceAllIgnoringCase(waveName, ".wav", ""));
+    tag.ID3v2Extension.TrackTitle = tag.Title;
+    tag.ID3v2Extension.EncodedBy = ApplicationTitle() + " " + VersionText();
+    if (!IsMP3File(path)) return;
+    app.defaultWaveFile->SetID3v1(tag);
+    app.defaultWaveFile->SetID3v2(tag);
+}
+
+}  // namespace zefta

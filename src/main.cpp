@@ -1,0 +1,25 @@
+// Composition root: makes the services of the platform and hands them to the entry routine.
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/Entry.h"
+#include "platform/console/ConsoleDesktop.h"
+#include "platform/posix/IniSettingsStore.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "platform/posix/PosixProcesses.h"
+#include "platform/posix/SettingsPaths.h"
+
+int main(int argc, char** argv) {
+    using namespace zefta;
+    const Machine machine = ReadMachine();
+    PosixFileSystem files;
+    PosixProcesses processes;
+    ConsoleDesktop desktop(std::cin, std::cerr, machine.errorIsTerminal);
+    IniSettingsStore userSettings(UserSettingsPath());
+    IniSettingsStore machineSettings(MachineSettingsPath());
+
+    App app(machine, files, desktop, processes, userSettings, machineSettings);
+    return RunZefta(app, std::vector<std::string>(argv + 1, argv + argc), std::cout);
+}
