@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/Entry.h"
+#include "core/Version.h"
 #include "platform/console/ConsoleDesktop.h"
 #include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/PosixFileSystem.h"
@@ -17,8 +18,9 @@ int main(int argc, char** argv) {
     PosixFileSystem files;
     PosixProcesses processes;
     ConsoleDesktop desktop(std::cin, std::cerr, machine.errorIsTerminal);
-    IniSettingsStore userSettings(UserSettingsPath());
-    IniSettingsStore machineSettings(MachineSettingsPath());
+    const SettingsProduct product = {std::string(ProgramVersion().CompanyName), ApplicationTitle(), "2.0"};
+    IniSettingsStore userSettings(UserSettingsPath(product));
+    IniSettingsStore machineSettings(MachineSettingsPath(product));
 
     App app(machine, files, desktop, processes, userSettings, machineSettings);
     return RunZefta(app, std::vector<std::string>(argv + 1, argv + argc), std::cout);

@@ -1,0 +1,52 @@
+#include "platform/posix/FileAttributes.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <vector>
+
+#include "platform/posix/SystemErrors.h"
+
+namespace zefta {
+
+namespace {
+
+void CopyExtendedAttributes(const std::string& source, const std::string& target) {
+    const ssize_t listLength = listxattr(source.c_str(), nullptr, 0);
+    if (listLength <= 0) return;
+    std::vector<char> names(static_cast<std::size_t>(listLength));
+    const ssize_t filled = listxattr(source.c_str(), names.data(), names.size());
+    for (ssize_t at = 0; at < filled;) {
+        const std::string name = &names[static_cast<std::size_t>(at)];
+        at += static_cast<ssize_t>(name.size()) + 1;
+        const ssize_t length = getxattr(source.c_str(), name.c_str(), nullptr, 0);
+        if (length < 0) continue;
+        std::vector<char> value(static_cast<std::size_t>(length));
+        const ssize_t got = getxattr(source.c_str(), name.c_str(), value.data(), value.size());
+        if (got >= 0) setxattr(target.c_str(), name.c_str(), value.data(), static_cast<std::size_t>(got), 0);
+    }
+}
+
+}  // namespace
+
+void CopyAttributes(const std::string& source, const std::string& target) {
+    struct stat status;
+    if (stat(source.c_str(), &status) == -1) ThrowSystemError(source);
+    // The owner first: a change of owner takes special permission bits away.
+    if (chown(target.c_str(), status.st_uid, status.st_gid) == -1)
+        [[maybe_unused]] const int groupOnly = chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid);
+    CopyExtendedAttributes(source, target);
+    if (chmod(target.c_str(), status.st_mode & 07777) == -1) ThrowSystemError(target);
+}
+
+void FlushFolder(const std::string& folder) {
+    const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor == -1) return;
+    // A file system that can't do this for folders has nothing to lose either.
+    fsync(descriptor);
+    close(descriptor);
+}
+
+}  // namespace zefta

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "platform/SettingsStore.h"
+#include "platform/posix/IniText.h"
+
+namespace zefta {
+
+/// A settings store in one text file that a person can edit. Read once; read again before it is changed. The
+/// file is written whole beside the old one and swapped in, under a lock that other processes respect.
+class IniSettingsStore : public SettingsStore {
+  public:
+    /// Nothing is created before the first change.
+    explicit IniSettingsStore(std::string path);
+
+    std::optional<std::string> GetValue(const std::string& section, const std::string& key) const override;
+    void Apply(const std::vector<SettingChange>& changes) override;
+
+  private:
+    std::string path_;
+    IniText text_;
+};
+
+}  // namespace zefta

@@ -1,0 +1,87 @@
+#include "platform/posix/PosixBinaryFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <limits>
+#include <utility>
+
+#include "platform/posix/SystemErrors.h"
+
+namespace zefta {
+
+namespace {
+
+/// Repeats a call that a signal broke off.
+template <typename Call>
+auto Uninterrupted(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR) result = call();
+    return result;
+}
+
+std::int32_t CheckedPosition(std::int64_t position) {
+    if (position > std::numeric_limits<std::int32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
+    return static_cast<std::int32_t>(position);
+}
+
+}  // namespace
+
+PosixBinaryFile::PosixBinaryFile(int descriptor, std::string path)
+    : descriptor_(descriptor), path_(std::move(path)) {}
+
+PosixBinaryFile::~PosixBinaryFile() { close(descriptor_); }
+
+std::size_t PosixBinaryFile::Read(std::span<std::byte> into) {
+    std::size_t done = 0;
+    while (done < into.size()) {
+        const ssize_t count = Uninterrupted(
+            [&] { return pread(descriptor_, into.data() + done, into.size() - done, position_); });
+        if (count == -1) ThrowSystemError(path_);
+        if (count == 0) break;
+        done += static_cast<std::size_t>(count);
+        position_ += count;
+    }
+    return done;
+}
+
+void PosixBinaryFile::Write(std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count =
+            Uninterrupted([&] { return pwrite(descriptor_, bytes.data(), bytes.size(), position_); });
+        if (count == -1) ThrowSystemError(path_);
+        position_ += count;
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+}
+
+bool PosixBinaryFile::Seek(std::int32_t distance, SeekFrom from) {
+    const std::int64_t start = from == SeekFrom::Start     ? 0
+                               : from == SeekFrom::Current ? position_
+                                                           : LongSize();
+    const std::int64_t target = start + distance;
+    if (target < 0) return false;
+    position_ = CheckedPosition(target);
+    return true;
+}
+
+std::int32_t PosixBinaryFile::Position() const { return CheckedPosition(position_); }
+
+std::int32_t PosixBinaryFile::Size() const { return CheckedPosition(LongSize()); }
+
+void PosixBinaryFile::SetEnd() {
+    if (Uninterrupted([&] { return ftruncate(descriptor_, position_); }) == -1) ThrowSystemError(path_);
+}
+
+void PosixBinaryFile::Flush() {
+    if (Uninterrupted([&] { return fsync(descriptor_); }) == -1) ThrowSystemError(path_);
+}
+
+std::int64_t PosixBinaryFile::LongSize() const {
+    struct stat status;
+    if (fstat(descriptor_, &status) == -1) ThrowSystemError(path_);
+    return status.st_size;
+}
+
+}  // namespace zefta

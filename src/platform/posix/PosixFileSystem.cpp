@@ -1,0 +1,186 @@
+#include "platform/posix/PosixFileSystem.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <optional>
+
+#include "platform/Paths.h"
+#include "platform/posix/FileAttributes.h"
+#include "platform/posix/NameLookup.h"
+#include "platform/posix/PosixBinaryFile.h"
+#include "platform/posix/PosixMove.h"
+#include "platform/posix/SystemErrors.h"
+
+namespace zefta {
+
+namespace {
+
+using FileStatus = struct stat;
+
+/// Status of what the path names, links followed, in any case of its names.
+std::optional<FileStatus> StatusOf(const std::string& path) {
+    FileStatus status;
+    if (stat(path.c_str(), &status) == 0) return status;
+    const std::string spelled = SpellingOnDisk(path);
+    if (spelled != path && stat(spelled.c_str(), &status) == 0) return status;
+    return std::nullopt;
+}
+
+bool LacksWriteBit(const FileStatus& status) { return (status.st_mode & S_IWUSR) == 0; }
+
+/// Opens what is a file and nothing else: a pipe or device of that name must not make the program wait.
+std::unique_ptr<BinaryFile> Open(const std::string& path, int flags) {
+    const int descriptor = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (descriptor == -1) return nullptr;
+    FileStatus status;
+    const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    const bool refused = (flags & O_ACCMODE) != O_RDONLY && LacksWriteBit(status);
+    if (isFile && !refused) return std::make_unique<PosixBinaryFile>(descriptor, path);
+    close(descriptor);
+    return nullptr;
+}
+
+/// A link whose target may be gone is still an entry; everything else is looked at where it leads.
+FolderEntry EntryOf(const std::string& folder, const dirent& entry) {
+    if (entry.d_type == DT_REG || entry.d_type == DT_DIR) return {entry.d_name, entry.d_type == DT_DIR};
+    const auto status = StatusOf(JoinPath(folder, entry.d_name));
+    return {entry.d_name, status && S_ISDIR(status->st_mode)};
+}
+
+bool IsDotEntry(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+}  // namespace
+
+bool PosixFileSystem::FileExists(const std::string& path) const {
+    const auto status = StatusOf(path);
+    return status && !S_ISDIR(status->st_mode);
+}
+
+bool PosixFileSystem::FolderExists(const std::string& path) const {
+    const auto status = StatusOf(path);
+    return status && S_ISDIR(status->st_mode);
+}
+
+void PosixFileSystem::DeleteFile(const std::string& path, Force force) {
+    const std::string spelled = SpellingOnDisk(path);
+    FileStatus status;
+    if (lstat(spelled.c_str(), &status) == -1) ThrowSystemError(path);
+    if (S_ISDIR(status.st_mode)) throw RuntimeError(ErrorNumber::PathFileAccess, path);
+    if (S_ISREG(status.st_mode) && LacksWriteBit(status) && force == Force::No)
+        throw RuntimeError(ErrorNumber::PermissionDenied, path);
+    if (unlink(spelled.c_str()) == -1) ThrowSystemError(path);
+}
+
+void PosixFileSystem::MoveFile(const std::string& source, const std::string& target) {
+    const std::string from = SpellingOnDisk(source);
+    if (!EntryExists(from)) throw RuntimeError(ErrorNumber::FileNotFound, source);
+    const std::string folder = FolderPart(target);
+    const std::string to = JoinPath(folder.empty() ? folder : SpellingOnDisk(folder), NamePart(target));
+    const std::string taken = SpellingOnDisk(to);
+    const bool onlyCaseDiffers = from != to && EntryExists(taken) && IsSameEntry(from, taken);
+    if (EntryExists(taken) && !onlyCaseDiffers) throw RuntimeError(ErrorNumber::FileAlreadyExists, target);
+    if (!folder.empty() && !FolderExists(folder)) throw RuntimeError(ErrorNumber::PathNotFound, target);
+    MoveWithoutReplacing(from, to);
+}
+
+void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::string& target) {
+    const std::string from = SpellingOnDisk(replacement);
+    const std::string to = FollowLinks(target);
+    CopyAttributes(to, from);
+    const int descriptor = open(from.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor == -1) ThrowSystemError(replacement);
+    PosixBinaryFile(descriptor, replacement).Flush();
+    if (rename(from.c_str(), to.c_str()) == -1) ThrowSystemError(target);
+    FlushFolder(FolderPart(to));
+}
+
+std::unique_ptr<BinaryFile> PosixFileSystem::OpenRead(const std::string& path) {
+    return Open(SpellingOnDisk(path), O_RDWR);
+}
+
+std::unique_ptr<BinaryFile> PosixFileSystem::OpenReadOnly(const std::string& path) {
+    return Open(SpellingOnDisk(path), O_RDONLY);
+}
+
+std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path) {
+    const std::string spelled = SpellingOnDisk(path);
+    // Emptied only when it may be written: a read-only file keeps its content, also from root.
+    if (const auto status = StatusOf(spelled); status && (LacksWriteBit(*status) || !S_ISREG(status->st_mode)))
+        return nullptr;
+    return Open(spelled, O_RDWR | O_CREAT | O_TRUNC);
+}
+
+bool PosixFileSystem::IsReadOnly(const std::string& path) const {
+    const auto status = StatusOf(path);
+    if (!status) throw RuntimeError(ErrorNumber::FileNotFound, path);
+    return LacksWriteBit(*status);
+}
+
+void PosixFileSystem::SetReadOnly(const std::string& path, bool readOnly) {
+    const auto status = StatusOf(path);
+    if (!status) throw RuntimeError(ErrorNumber::FileNotFound, path);
+    constexpr mode_t AllWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
+    const mode_t mode = readOnly ? status->st_mode & ~AllWriteBits : status->st_mode | S_IWUSR;
+    if (chmod(SpellingOnDisk(path).c_str(), mode & 07777) == -1) ThrowSystemError(path);
+}
+
+void PosixFileSystem::CreateFolder(const std::string& path) {
+    const std::string spelled = SpellingOnDisk(path);
+    if (EntryExists(spelled)) throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
+    if (mkdir(spelled.c_str(), 0777) == 0) return;
+    if (errno == ENOENT) throw RuntimeError(ErrorNumber::PathNotFound, path);
+    ThrowSystemError(path);
+}
+
+void PosixFileSystem::DeleteFolder(const std::string& path, Force force) {
+    const std::string spelled = SpellingOnDisk(path);
+    FileStatus status;
+    if (lstat(spelled.c_str(), &status) == -1 || !S_ISDIR(status.st_mode))
+        throw RuntimeError(ErrorNumber::PathNotFound, path);
+    for (const FolderEntry& entry : List(spelled)) {
+        const std::string inner = JoinPath(spelled, entry.name);
+        // A link to a folder is an entry of this folder; where it leads is none of ours.
+        const bool isRealFolder = lstat(inner.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+        isRealFolder ? DeleteFolder(inner, force) : DeleteFile(inner, force);
+    }
+    if (rmdir(spelled.c_str()) == -1) ThrowSystemError(path);
+}
+
+std::vector<FolderEntry> PosixFileSystem::List(const std::string& folder) const {
+    const std::string spelled = SpellingOnDisk(folder);
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(spelled.c_str()), closedir);
+    if (!stream) {
+        if (errno == ENOENT) throw RuntimeError(ErrorNumber::PathNotFound, folder);
+        ThrowSystemError(folder);
+    }
+    std::vector<FolderEntry> entries;
+    while (const dirent* entry = readdir(stream.get())) {
+        if (!IsDotEntry(entry->d_name)) entries.push_back(EntryOf(spelled, *entry));
+    }
+    return entries;
+}
+
+std::string PosixFileSystem::CurrentFolder() const {
+    const std::unique_ptr<char, void (*)(void*)> folder(getcwd(nullptr, 0), std::free);
+    return folder ? std::string(folder.get()) : std::string(1, PathSeparator);
+}
+
+void PosixFileSystem::SetCurrentFolder(const std::string& folder) {
+    if (chdir(SpellingOnDisk(folder).c_str()) == 0) return;
+    if (errno == ENOENT) throw RuntimeError(ErrorNumber::PathNotFound, folder);
+    ThrowSystemError(folder);
+}
+
+std::string PosixFileSystem::FollowLinks(const std::string& path) const {
+    const std::unique_ptr<char, void (*)(void*)> real(realpath(SpellingOnDisk(path).c_str(), nullptr), std::free);
+    return real ? std::string(real.get()) : path;
+}
+
+}  // namespace zefta

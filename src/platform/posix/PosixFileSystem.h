@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "platform/FileSystem.h"
+
+namespace zefta {
+
+class PosixFileSystem : public FileSystem {
+  public:
+    bool FileExists(const std::string& path) const override;
+    bool FolderExists(const std::string& path) const override;
+    void DeleteFile(const std::string& path, Force force) override;
+    void MoveFile(const std::string& source, const std::string& target) override;
+    void ReplaceFile(const std::string& replacement, const std::string& target) override;
+    std::unique_ptr<BinaryFile> OpenRead(const std::string& path) override;
+    std::unique_ptr<BinaryFile> OpenReadOnly(const std::string& path) override;
+    std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) override;
+    bool IsReadOnly(const std::string& path) const override;
+    void SetReadOnly(const std::string& path, bool readOnly) override;
+    void CreateFolder(const std::string& path) override;
+    void DeleteFolder(const std::string& path, Force force) override;
+    std::vector<FolderEntry> List(const std::string& folder) const override;
+    std::string CurrentFolder() const override;
+    void SetCurrentFolder(const std::string& folder) override;
+    std::string FollowLinks(const std::string& path) const override;
+};
+
+}  // namespace zefta

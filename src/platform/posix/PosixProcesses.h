@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Processes.h"
+
+namespace zefta {
+
+/// Starts programs directly, with no shell in between. A program that can't be found is passed over: callers
+/// look at what a tool left on disk.
+class PosixProcesses : public Processes {
+  public:
+    void RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) override;
+    std::string OwnPath() const override;
+};
+
+/// Path of the program on PATH, or as it stands when it holds a separator; "" when there is none.
+std::string FindProgram(const std::string& program);
+
+}  // namespace zefta

@@ -1,0 +1,47 @@
+#include <locale.h>
+#include <wctype.h>
+
+#include "platform/Text.h"
+
+namespace zefta {
+
+namespace {
+
+/// The C library's own tables of all scripts, whatever the locale of the person.
+locale_t UnicodeLocale() {
+    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return locale;
+}
+
+template <typename Fold>
+std::string Map(std::string_view text, Fold fold) {
+    std::string mapped;
+    mapped.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t start = position;
+        if (const auto character = NextCharacter(text, position)) {
+            AppendUtf8(mapped, fold(*character));
+        } else {
+            mapped += text[start];
+        }
+    }
+    return mapped;
+}
+
+}  // namespace
+
+std::string ToLower(std::string_view text) {
+    return Map(text, [](char32_t character) {
+        if (character < 0x80) return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
+        return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
+    });
+}
+
+std::string ToUpper(std::string_view text) {
+    return Map(text, [](char32_t character) {
+        if (character < 0x80) return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
+        return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), UnicodeLocale()));
+    });
+}
+
+}  // namespace zefta

@@ -1,0 +1,42 @@
+#include "platform/posix/SettingsPaths.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+#include "platform/Paths.h"
+
+namespace zefta {
+
+namespace {
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+std::string StoreBelow(const std::string& folder, const SettingsProduct& product) {
+    return JoinPath(JoinPath(folder, product.company), product.title + " " + product.version + ".ini");
+}
+
+}  // namespace
+
+std::string UserSettingsPath(const SettingsProduct& product) {
+    const std::string folder = Variable("XDG_CONFIG_HOME");
+    return StoreBelow(folder.empty() ? JoinPath(Variable("HOME"), ".config") : folder, product);
+}
+
+std::string MachineSettingsPath(const SettingsProduct& product) {
+    const std::string variable = Variable("XDG_CONFIG_DIRS");
+    const std::string folders = variable.empty() ? "/etc/xdg" : variable;
+    for (std::string_view rest = folders; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(':'), rest.size());
+        const std::string folder(rest.substr(0, end));
+        if (access(folder.c_str(), W_OK) == 0) return StoreBelow(folder, product);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return StoreBelow(folders.substr(0, folders.find(':')), product);
+}
+
+}  // namespace zefta
