@@ -13,7 +13,7 @@ namespace zefta {
 /// The walk over the tokens, as the rows of the option table see it.
 class OptionReader {
   public:
-    OptionReader(App& app, const CommandLine& commandLine) : app(app), commandLine_(commandLine) {}
+    OptionReader(App& theApp, const CommandLine& commandLine) : app(theApp), commandLine_(commandLine) {}
 
     App& app;
 

@@ -30,6 +30,11 @@ class WaveFile {
   public:
     using Event = std::function<void(std::int32_t)>;
 
+    /// Calls the handler, if there is one.
+    static void Raise(const Event& event, std::int32_t value) {
+        if (event) event(value);
+    }
+
     explicit WaveFile(App& app) : app_(app) {}
 
     // Properties.
@@ -53,6 +58,8 @@ class WaveFile {
     void SetNRBelow(std::uint8_t value);
     /// Gives 0 and copies the level into NRAbove. Kept: other programs that drive the class rely on it.
     std::uint8_t GetNRLevel();
+    /// The level as it is, for the rewrite.
+    std::uint8_t StoredNRLevel() const { return nrLevel_; }
     std::uint8_t GetNRAbove() const { return nrAbove_; }
     std::uint8_t GetNRBelow() const { return nrBelow_; }
 
@@ -109,6 +116,9 @@ class WaveFile {
 
   private:
     App& app_;
+    /// Whether the last scan came upon audio. Without any a rewrite would put silence in the place of a file
+    /// that was only written in an unusual way.
+    bool foundData_ = false;
     std::uint8_t nrLevel_ = 0;
     std::uint8_t nrAbove_ = 0;
     std::uint8_t nrBelow_ = 0;

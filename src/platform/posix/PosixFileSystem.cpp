@@ -93,7 +93,7 @@ void PosixFileSystem::MoveFile(const std::string& source, const std::string& tar
 void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::string& target) {
     const std::string from = SpellingOnDisk(replacement);
     const std::string to = FollowLinks(target);
-    CopyAttributes(to, from);
+    zefta::CopyAttributes(to, from);
     const int descriptor = open(from.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor == -1) ThrowSystemError(replacement);
     PosixBinaryFile(descriptor, replacement).Flush();
@@ -129,6 +129,10 @@ void PosixFileSystem::SetReadOnly(const std::string& path, bool readOnly) {
     constexpr mode_t AllWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
     const mode_t mode = readOnly ? status->st_mode & ~AllWriteBits : status->st_mode | S_IWUSR;
     if (chmod(SpellingOnDisk(path).c_str(), mode & 07777) == -1) ThrowSystemError(path);
+}
+
+void PosixFileSystem::CopyAttributes(const std::string& source, const std::string& target) {
+    zefta::CopyAttributes(SpellingOnDisk(source), SpellingOnDisk(target));
 }
 
 void PosixFileSystem::CreateFolder(const std::string& path) {

@@ -18,6 +18,7 @@ class PosixFileSystem : public FileSystem {
     std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) override;
     bool IsReadOnly(const std::string& path) const override;
     void SetReadOnly(const std::string& path, bool readOnly) override;
+    void CopyAttributes(const std::string& source, const std::string& target) override;
     void CreateFolder(const std::string& path) override;
     void DeleteFolder(const std::string& path, Force force) override;
     std::vector<FolderEntry> List(const std::string& folder) const override;

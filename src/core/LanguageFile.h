@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+#include "core/App.h"
+
+namespace zefta {
+
+/// Adds the entries of a language file ("NNNNN = text" lines) to the map, under the decimal text of their
+/// numbers. A file that can't be read adds nothing.
+void ReadLanguageFile(FileSystem& files, const CodePage& ansi, const std::string& path,
+                      std::unordered_map<std::string, std::string>& strings);
+
+/// Writes "zefta.lng" to the current folder, over any such file: all messages of the built-in language, for
+/// translators. Says nothing when the file can't be created.
+void WriteLanguageTemplate(App& app);
+
+/// Looks for every message in the language strings: a warning box for each that is missing, and the agent's
+/// texts are stored anew. True when something was missing.
+bool CheckLanguageFile(App& app);
+
+}  // namespace zefta

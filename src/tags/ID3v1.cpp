@@ -1,0 +1,123 @@
+#include "tags/ID3v1.h"
+
+#include <array>
+#include <memory>
+
+#include "core/Strings.h"
+
+namespace zefta {
+
+namespace {
+
+constexpr std::int32_t TagLength = 128;
+constexpr std::string_view Marker = "TAG";
+/// Comment field of a tag with a track number behind it.
+constexpr std::int32_t ShortComment = 29;
+constexpr std::int32_t LongComment = 30;
+
+struct TextField {
+    std::string ID3Tag::*value;
+    std::size_t width;
+};
+
+/// The text fields in file order, from byte 3 on.
+constexpr std::array<TextField, 5> TextFields = {{
+    {&ID3Tag::Title, 30},
+    {&ID3Tag::Artist, 30},
+    {&ID3Tag::Album, 30},
+    {&ID3Tag::Year, 4},
+    {&ID3Tag::Comment, 30},
+}};
+
+std::uint8_t ReadByte(BinaryFile& file) {
+    const std::string byte = file.ReadBytes(1);
+    return byte.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(byte[0]);
+}
+
+bool SeekToTag(BinaryFile& file) {
+    return file.Seek(-TagLength, SeekFrom::End) && file.ReadBytes(3) == Marker;
+}
+
+/// Comment and track. Bytes 125 and 126 both not 0 mean 30 bytes of comment; the standard looks at byte 125
+/// alone. Kept: tags read so far were read so.
+void ReadCommentAndTrack(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
+    file.Seek(-3, SeekFrom::End);
+    const bool isLong = ReadByte(file) != 0 && ReadByte(file) != 0;
+    file.Seek(-31, SeekFrom::End);
+    tag.Comment = ansi.Decode(file.ReadText(isLong ? LongComment : ShortComment));
+    if (!isLong) tag.TrackNumber = ReadByte(file);
+    tag.Genre = ReadByte(file);
+}
+
+std::string NewTag() { return std::string(Marker) + std::string(124, ' ') + '\xFF'; }
+
+/// The tag's 128 bytes with the record merged into them; empty fields of the record take over the old values.
+std::string MergedTag(std::string bytes, ID3Tag& tag, const ID3Tag& old, const CodePage& ansi) {
+    const bool clearComment = tag.Comment == "#";
+    if (clearComment) tag.Comment.clear();
+    std::size_t offset = Marker.size();
+    for (const TextField& field : TextFields) {
+        const bool isCleared = clearComment && field.value == &ID3Tag::Comment;
+        if (!(tag.*field.value).empty() || isCleared) {
+            bytes.replace(offset, field.width, FitString(ansi.Encode(tag.*field.value), field.width));
+        } else {
+            tag.*field.value = old.*field.value;
+        }
+        offset += field.width;
+    }
+    bytes[125] = '\0';
+    bytes[126] = static_cast<char>(tag.TrackNumber);
+    bytes[127] = static_cast<char>(tag.Genre);
+    return bytes;
+}
+
+}  // namespace
+
+bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
+    if (!SeekToTag(file)) return false;
+    for (const TextField& field : TextFields) {
+        if (field.value != &ID3Tag::Comment)
+            tag.*field.value = ansi.Decode(file.ReadText(static_cast<std::int32_t>(field.width)));
+    }
+    ReadCommentAndTrack(file, tag, ansi);
+    return true;
+}
+
+void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
+    const auto file = files.OpenRead(tag.Path);
+    if (!file) {
+        tag.Path.clear();
+        return;
+    }
+    ID3Tag old;
+    const bool hasTag = ReadID3v1(*file, old, ansi);
+    file->Seek(hasTag ? -TagLength : 0, SeekFrom::End);
+    const std::int32_t place = file->Position();
+    const std::string before = hasTag ? file->ReadBytes(TagLength) : std::string();
+    const std::string after = MergedTag(hasTag ? before : NewTag(), tag, old, ansi);
+    if (after == before) return;
+    file->Seek(place, SeekFrom::Start);
+    file->Write(after);
+}
+
+int SetID3(FileSystem& files, const CodePage& ansi, const std::string& path, const ID3v1Values& values) {
+    const auto file = files.OpenRead(path);
+    if (!file) return 1;
+    const bool hasTag = SeekToTag(*file);
+    file->Seek(hasTag ? -TagLength : 0, SeekFrom::End);
+    std::string bytes(Marker);
+    bytes += FitString(ansi.Encode(values.Title), 30);
+    bytes += FitString(ansi.Encode(values.Artist), 30);
+    bytes += FitString(ansi.Encode(values.Album), 30);
+    bytes += FitString(ansi.Encode(values.Year), 4);
+    bytes += FitString(ansi.Encode(values.Comment), 30);
+    if (values.Track >= 0 && values.Track <= 255) {
+        bytes[125] = '\0';
+        bytes[126] = static_cast<char>(values.Track);
+    }
+    bytes += static_cast<char>(values.Genre);
+    file->Write(bytes);
+    return 0;
+}
+
+}  // namespace zefta

@@ -1,0 +1,108 @@
+#include "tags/ID3v2Frames.h"
+
+#include <algorithm>
+
+#include "core/Strings.h"
+#include "tags/ID3v2.h"
+
+namespace zefta {
+
+namespace {
+
+using Text = std::string ID3v2Extension::*;
+
+/// All behind the first occurrence at or behind `from`; the whole text when there is none.
+std::string_view Behind(std::string_view text, char separator, std::size_t from) {
+    const std::size_t at = text.find(separator, from);
+    return at == std::string_view::npos ? text : text.substr(at + 1);
+}
+
+template <Text Field>
+void ReadText(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
+    tag.*Field = ansi.Decode(body);
+}
+
+template <Text Field>
+std::string WriteText(const ID3v2Extension& tag, const CodePage& ansi) {
+    return ansi.Encode(tag.*Field);
+}
+
+void ReadTrack(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
+    tag.TrackNumber = body == "0" ? std::string() : ansi.Decode(body);
+}
+
+/// "Song (Radio Edit)" is a title and a mix.
+void ReadTitle(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
+    const std::size_t bracket = body.ends_with(')') ? body.rfind('(') : std::string_view::npos;
+    if (bracket == std::string_view::npos) {
+        tag.TrackTitle = ansi.Decode(body);
+        tag.Mix.clear();
+        return;
+    }
+    tag.Mix = Trim(ansi.Decode(body.substr(bracket + 1, body.size() - bracket - 2)));
+    tag.TrackTitle = Trim(ansi.Decode(body.substr(0, bracket)));
+}
+
+std::string WriteTitle(const ID3v2Extension& tag, const CodePage& ansi) {
+    const std::string mix = Trim(tag.Mix);
+    return ansi.Encode(Trim(tag.TrackTitle) + (mix.empty() ? "" : " (" + mix + ")"));
+}
+
+/// Language and description stand in front of the text.
+void ReadComment(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
+    constexpr std::size_t LanguageAndDescription = 5;
+    tag.Comments = body.size() < LanguageAndDescription ? std::string() : ansi.Decode(Behind(body, '\0', 1));
+}
+
+std::string WriteComment(const ID3v2Extension& tag, const CodePage& ansi) {
+    using namespace std::string_literals;
+    return "eng\0"s + ansi.Encode(tag.Comments);
+}
+
+/// "(17)Rock": the reference by number is dropped.
+void ReadGenre(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
+    tag.Genre = ansi.Decode(body.starts_with('(') ? Behind(body, ')', 1) : body);
+}
+
+void ReadUrl(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
+    tag.URL = ansi.Decode(Behind(body, '\0', 0));
+}
+
+std::string WriteUrl(const ID3v2Extension& tag, const CodePage& ansi) {
+    return std::string(1, '\0') + ansi.Encode(tag.URL);
+}
+
+using E = ID3v2Extension;
+
+constexpr ID3v2Frame Frames[] = {
+    {"TRCK", ReadTrack, WriteText<&E::TrackNumber>},
+    {"TIT2", ReadTitle, WriteTitle},
+    {"TPE1", ReadText<&E::Artist>, WriteText<&E::Artist>},
+    {"TALB", ReadText<&E::AlbumTitle>, WriteText<&E::AlbumTitle>},
+    {"TYER", ReadText<&E::Year>, WriteText<&E::Year>},
+    {"COMM", ReadComment, WriteComment},
+    {"TCOM", ReadText<&E::Composer>, WriteText<&E::Composer>},
+    {"TCON", ReadGenre, WriteText<&E::Genre>},
+    {"TOPE", ReadText<&E::OriginalArtist>, WriteText<&E::OriginalArtist>},
+    {"TCOP", ReadText<&E::Copyright>, WriteText<&E::Copyright>},
+    {"TENC", ReadText<&E::EncodedBy>, WriteText<&E::EncodedBy>},
+    {"WXXX", ReadUrl, WriteUrl},
+};
+
+}  // namespace
+
+std::span<const ID3v2Frame> ID3v2Frames() { return Frames; }
+
+const ID3v2Frame* FindID3v2Frame(std::string_view identifier) {
+    const auto found = std::find_if(std::begin(Frames), std::end(Frames),
+                                    [&](const ID3v2Frame& frame) { return frame.identifier == identifier; });
+    return found == std::end(Frames) ? nullptr : found;
+}
+
+std::string ID3v2FrameArea(const ID3v2Extension& tag, const CodePage& ansi) {
+    std::string area;
+    for (const ID3v2Frame& frame : Frames) area += WriteFrame(frame.identifier, frame.write(tag, ansi));
+    return area + tag.UnknownFrames;
+}
+
+}  // namespace zefta

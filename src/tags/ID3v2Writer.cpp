@@ -1,0 +1,131 @@
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+#include "core/BlockCopy.h"
+#include "core/ByteCodec.h"
+#include "core/FileKind.h"
+#include "core/Numbers.h"
+#include "core/Strings.h"
+#include "platform/RuntimeError.h"
+#include "tags/ID3v2.h"
+#include "tags/ID3v2Frames.h"
+#include "tags/TemporaryFile.h"
+
+namespace zefta {
+
+namespace {
+
+constexpr std::string_view Marker = "ID3";
+constexpr std::int32_t SizePosition = 6;
+/// Whole tag of a rebuilt file: a tenth above the estimate, so that a slightly longer one fits in its place
+/// the next time.
+constexpr double Reserve = 1.1;
+constexpr double SmallestTag = 512;
+/// The count of bytes to fill up is held in 16 bits.
+constexpr std::int64_t LargestFill = 32767;
+
+struct RenderedTag {
+    std::string bytes;
+    /// A tag that does not come out even: its frames are written, its fill is not.
+    std::optional<ErrorNumber> failure;
+};
+
+/// Header, frames and fill of a tag whose size field is `size`.
+RenderedTag RenderTag(const ID3v2Extension& tag, std::int32_t size, const CodePage& ansi) {
+    using namespace std::string_literals;
+    RenderedTag rendered;
+    rendered.bytes = std::string(Marker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + ID3v2FrameArea(tag, ansi);
+    const std::int64_t fill =
+        std::int64_t{size} + ID3v2HeaderSize - static_cast<std::int64_t>(rendered.bytes.size());
+    if (fill < 0) {
+        rendered.failure = ErrorNumber::InvalidProcedureCall;
+    } else if (fill > LargestFill) {
+        rendered.failure = ErrorNumber::Overflow;
+    } else {
+        rendered.bytes.append(static_cast<std::size_t>(fill), '\0');
+    }
+    return rendered;
+}
+
+/// Size field of the tag at the start of the file; nothing when there is no tag.
+std::optional<std::int32_t> OldTagSize(BinaryFile& file) {
+    file.Seek(0, SeekFrom::Start);
+    if (file.ReadBytes(3) != Marker) return std::nullopt;
+    file.Seek(SizePosition, SeekFrom::Start);
+    return ByteCodec::SyncSafeToLong(file.ReadBytes(4));
+}
+
+void WriteWhereItDiffers(BinaryFile& file, const std::string& bytes) {
+    file.Seek(0, SeekFrom::Start);
+    if (file.ReadBytes(static_cast<std::int32_t>(bytes.size())) == bytes) return;
+    file.Seek(0, SeekFrom::Start);
+    file.Write(bytes);
+}
+
+/// The new file: the tag in front of what lies behind `audioStart`. False when it can't be created.
+bool Rebuild(FileSystem& files, BinaryFile& old, const std::string& path, const RenderedTag& tag,
+             std::int32_t audioStart, std::int32_t tagLength) {
+    TemporaryFile fresh(files, path);
+    if (!fresh.File()) return false;
+    fresh.File()->Write(tag.bytes);
+    if (const auto missing = static_cast<std::size_t>(tagLength); tag.bytes.size() < missing)
+        fresh.File()->Write(std::string(missing - tag.bytes.size(), '\0'));
+    // Frames that overrun their place take the first bytes of what lies behind it, as they do in place.
+    const std::int32_t overrun = std::max(static_cast<std::int32_t>(tag.bytes.size()) - tagLength, 0);
+    old.Seek(Add(audioStart, overrun), SeekFrom::Start);
+    CopyInBlocks(old, *fresh.File(), old.Size() - audioStart - overrun);
+    fresh.TakePlace();
+    return true;
+}
+
+}  // namespace
+
+std::string WriteFrame(std::string_view identifier, std::string_view text) {
+    using namespace std::string_literals;
+    const std::string body = Trim(text);
+    return std::string(identifier) + ByteCodec::LongToSyncSafe(ToI32(static_cast<std::int64_t>(body.size()) + 1)) +
+           "\0\0\0"s + body;
+}
+
+void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
+    if (!IsMP3File(tag.Path)) return;
+    const std::string path = files.FollowLinks(tag.Path);
+    auto file = files.OpenRead(path);
+    if (!file) {
+        tag.Path.clear();
+        return;
+    }
+    const std::int32_t estimate = tag.ID3v2Extension.GetTagSize(ansi);
+    const std::optional<std::int32_t> oldSize = OldTagSize(*file);
+    RenderedTag rendered;
+    if (oldSize && estimate <= *oldSize) {
+        rendered = RenderTag(tag.ID3v2Extension, *oldSize, ansi);
+        WriteWhereItDiffers(*file, rendered.bytes);
+    } else {
+        const std::int32_t audioStart = oldSize.value_or(0) > 0 ? *oldSize + ID3v2HeaderSize : 0;
+        const std::int32_t tagLength = ToI32(std::max(estimate * Reserve, SmallestTag));
+        rendered = RenderTag(tag.ID3v2Extension, tagLength - ID3v2HeaderSize, ansi);
+        const bool rebuilt = Rebuild(files, *file, path, rendered, audioStart, tagLength);
+        file.reset();
+        if (!rebuilt || !files.OpenRead(path)) tag.Path.clear();
+    }
+    if (rendered.failure) throw RuntimeError(*rendered.failure);
+}
+
+bool RemoveID3v2(FileSystem& files, const ID3Tag& tag) {
+    const std::string path = files.FollowLinks(tag.Path);
+    const auto file = files.OpenRead(path);
+    if (!file) return false;
+    const std::optional<std::int32_t> size = OldTagSize(*file);
+    if (!size) return false;
+    TemporaryFile fresh(files, path);
+    if (!fresh.File()) return false;
+    const std::int32_t audioStart = *size + ID3v2HeaderSize;
+    file->Seek(audioStart, SeekFrom::Start);
+    CopyInBlocks(*file, *fresh.File(), file->Size() - audioStart);
+    fresh.TakePlace();
+    return true;
+}
+
+}  // namespace zefta

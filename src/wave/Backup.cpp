@@ -1,0 +1,31 @@
+#include "wave/Backup.h"
+
+#include <memory>
+
+#include "platform/RuntimeError.h"
+
+namespace zefta {
+
+std::string BackupPath(const FileSystem& files, const std::string& path) {
+    return files.FollowLinks(path) + ".BAK";
+}
+
+std::string MoveToBackup(FileSystem& files, const std::string& path) {
+    const std::string backup = BackupPath(files, path);
+    if (files.FileExists(backup)) files.DeleteFile(backup, Force::No);
+    files.MoveFile(path, backup);
+    return backup;
+}
+
+void DropBackup(FileSystem& files, const std::string& path) {
+    const auto file = files.OpenRead(path);
+    if (!file) return;
+    file->Flush();
+    try {
+        files.DeleteFile(BackupPath(files, path), Force::No);
+    } catch (const RuntimeError&) {
+        // Nobody waits for it to go.
+    }
+}
+
+}  // namespace zefta

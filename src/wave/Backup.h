@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "platform/FileSystem.h"
+
+namespace zefta {
+
+/// Where the former content of a rewritten file lies: beside the file itself, behind all links, with ".BAK"
+/// behind its name.
+std::string BackupPath(const FileSystem& files, const std::string& path);
+
+/// Gives the file its backup name; returns that. An older backup goes first: RuntimeError 70, and nothing has
+/// changed, when it is read-only.
+std::string MoveToBackup(FileSystem& files, const std::string& path);
+
+/// Deletes the backup once the rewritten file is on the disk: its only other copy goes last. A backup that
+/// can't be deleted stays.
+void DropBackup(FileSystem& files, const std::string& path);
+
+}  // namespace zefta

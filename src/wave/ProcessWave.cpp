@@ -1,0 +1,118 @@
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+#include "core/ByteCodec.h"
+#include "core/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "wave/Backup.h"
+#include "wave/BlockPrimitives.h"
+#include "wave/NormalizeGains.h"
+#include "wave/SilenceLayout.h"
+#include "wave/WaveFile.h"
+
+namespace zefta {
+
+namespace {
+
+// Codes of ProcessWave; the text of a code is message 1030 + code.
+constexpr std::int32_t Done = 0;
+constexpr std::int32_t CannotOpen = 1;
+constexpr std::int32_t CannotCreate = 2;
+constexpr std::int32_t NotScanned = 4;
+
+std::string Header(const WaveFormatFields& format, std::int32_t dataLength) {
+    using namespace ByteCodec;
+    return "RIFF" + FromLong(Add(36, dataLength)) + "WAVEfmt " + FromLong(16) + FromShort(format.FormatTag) +
+           FromShort(format.Channels) + FromLong(format.SamplesPerSec) + FromLong(format.AvgBytesPerSec) +
+           FromShort(format.BlockAlign) + FromShort(format.BitsPerSample) + "data" + FromLong(dataLength);
+}
+
+void WriteSilence(BinaryFile& file, std::int32_t count) {
+    if (count > 0) file.Write(std::string(static_cast<std::size_t>(count), '\0'));
+}
+
+}  // namespace
+
+/// One rewrite: from the backup into the new file.
+class WaveRewrite {
+  public:
+    WaveRewrite(WaveFile& wave, App& app, const SilenceLayout& layout)
+        : wave_(wave), app_(app), layout_(layout), kept_(Subtract(wave.TrimEnd, wave.TrimStart)) {}
+
+    /// Within 16 bytes at both ends the file is as it is to be, whatever its level.
+    bool WouldChangeNothing() const {
+        constexpr std::int32_t Tolerance = 16;
+        const std::int32_t atEnd = Subtract(Subtract(wave_.DataLength, wave_.TrimEnd), layout_.after);
+        const std::int32_t atStart = Subtract(wave_.TrimStart, layout_.before);
+        return std::abs(atEnd) <= Tolerance && std::abs(atStart) <= Tolerance;
+    }
+
+    void Write(BinaryFile& backup, BinaryFile& file, bool normalize) {
+        const std::int32_t length = Add(Add(layout_.before, kept_), layout_.after);
+        WaveFile::Raise(wave_.MinStatus, 0);
+        WaveFile::Raise(wave_.Status, 0);
+        WaveFile::Raise(wave_.MaxStatus, length);
+        file.Write(Header(wave_.WaveFormat, length));
+        backup.Seek(Add(Add(wave_.DataSizePos, wave_.TrimStart), 4), SeekFrom::Start);
+        WriteSilence(file, layout_.before);
+        if (layout_.before > 0) WaveFile::Raise(wave_.Status, layout_.before);
+        const std::optional<Gains> gains = normalize ? NormalizeGains(PeaksOf(wave_), Decision()) : std::nullopt;
+        CopyAudio(backup, file, gains ? &*gains : nullptr);
+        WriteSilence(file, layout_.after);
+        WaveFile::Raise(wave_.Status, length);
+    }
+
+  private:
+    static Peaks PeaksOf(const WaveFile& wave) {
+        return {wave.PeakMaxLeft, wave.PeakMaxRight, wave.PeakMinLeft, wave.PeakMinRight};
+    }
+
+    NormalizeDecision Decision() const {
+        return {wave_.StoredNRLevel(), wave_.GetNRAbove(), wave_.GetNRBelow(), app_.state.NormalizeSeparately};
+    }
+
+    void CopyAudio(BinaryFile& backup, BinaryFile& file, const Gains* gains) {
+        const std::int32_t blocks = kept_ / WaveBlockSize;
+        for (std::int32_t i = 1; i <= blocks; ++i) {
+            zftCopyBlock(backup, file, WaveBlockSize, gains);
+            WaveFile::Raise(wave_.Status, Add(Multiply(i, WaveBlockSize), layout_.before));
+            app_.desktop.ServeEvents();
+        }
+        zftCopyBlock(backup, file, kept_ % WaveBlockSize, gains);
+        WaveFile::Raise(wave_.Status, Add(kept_, layout_.before));
+    }
+
+    WaveFile& wave_;
+    App& app_;
+    SilenceLayout layout_;
+    /// Bytes of audio to keep. Negative for a file of silence alone: nothing is copied then, and the header
+    /// states a length that is as wrong. Kept: nothing is lost but silence.
+    std::int32_t kept_;
+};
+
+std::int32_t WaveFile::ProcessWave(bool normalize) {
+    if (!ScanPassed || !foundData_) return NotScanned;
+    Raise(Status, 0);
+    const std::string path = app_.files.FollowLinks(FileName);
+    const std::string backupPath = MoveToBackup(app_.files, path);
+    auto backup = app_.files.OpenRead(backupPath);
+    if (!backup) return CannotOpen;
+    auto file = app_.files.OpenCreate(path);
+    if (!file) return CannotCreate;
+
+    WaveRewrite rewrite(*this, app_, LayoutOf(*this));
+    if (!rewrite.WouldChangeNothing()) {
+        rewrite.Write(*backup, *file, normalize);
+        app_.files.CopyAttributes(backupPath, path);
+        return Done;
+    }
+    backup.reset();
+    file.reset();
+    app_.files.DeleteFile(path, Force::Yes);
+    app_.files.MoveFile(backupPath, path);
+    return Done;
+}
+
+}  // namespace zefta

@@ -1,0 +1,72 @@
+#include "core/Numbers.h"
+#include "core/Strings.h"
+#include "platform/Paths.h"
+#include "platform/RuntimeError.h"
+#include "wave/WaveChunks.h"
+#include "wave/WaveFile.h"
+
+namespace zefta {
+
+namespace {
+
+constexpr std::int16_t NoWaveFile = -1;
+constexpr std::int32_t Stereo = 0;
+constexpr std::int32_t Mono = 3;
+constexpr std::int32_t ReadOfFormat = 16;
+
+/// False when the chunk is too small to be one.
+bool ReadFormat(BinaryFile& file, const WaveChunk& chunk, ID3Tag& tag) {
+    if (chunk.size < ReadOfFormat) return false;
+    file.Seek(2, SeekFrom::Current);
+    tag.ChannelMode = ReadShort(file) == 2 ? Stereo : Mono;
+    tag.SampleRate = ReadLong(file);
+    file.Seek(8, SeekFrom::Current);
+    SkipBody(file, chunk, ReadOfFormat);
+    return true;
+}
+
+/// Takes every file for 16-bit, whatever it says of itself: kept, lists have shown it so.
+std::int32_t PlayingTime(const ID3Tag& tag) {
+    const double bytesPerSecond = (tag.ChannelMode == Stereo ? 2.0 : 1.0) * tag.SampleRate * 2.0;
+    if (bytesPerSecond == 0) throw RuntimeError(ErrorNumber::DivisionByZero);
+    return ToI32(tag.Length / bytesPerSecond);
+}
+
+/// Walks the chunks; false for a file that is no usable WAV file.
+bool WalkChunks(BinaryFile& file, ID3Tag& tag, Desktop& desktop) {
+    if (file.ReadBytes(4) != "RIFF") return false;
+    const std::int32_t riffLength = ReadLong(file);
+    if (file.ReadBytes(4) != "WAVE") return false;
+    while (const auto chunk = NextChunk(file, riffLength)) {
+        if (chunk->identifier == "fmt ") {
+            if (!ReadFormat(file, *chunk, tag)) return false;
+        } else if (chunk->identifier == "data") {
+            tag.Length = chunk->size;
+            if (tag.SampleRate != 0) break;
+            SkipBody(file, *chunk);
+        } else {
+            SkipBody(file, *chunk);
+        }
+        desktop.ServeEvents();
+    }
+    tag.Seconds = PlayingTime(tag);
+    return true;
+}
+
+}  // namespace
+
+ID3Tag WaveFile::GetWaveInfo(const std::string& path) {
+    ID3Tag tag;
+    const auto file = app_.files.OpenRead(path);
+    if (!file) return tag;
+    tag.Path = ReplaceAll(path, std::string(2, PathSeparator), std::string(1, PathSeparator));
+    try {
+        tag.Length = file->Size();
+        if (!WalkChunks(*file, tag, app_.desktop)) tag.Bitrate = NoWaveFile;
+    } catch (const RuntimeError&) {
+        tag.Bitrate = NoWaveFile;
+    }
+    return tag;
+}
+
+}  // namespace zefta
