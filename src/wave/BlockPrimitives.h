@@ -8,8 +8,8 @@
 
 namespace zefta {
 
-// What touches every byte of a file, a block at a time. `count` is at most WaveBlockSize; the positions of the
-// files are left behind what was handled. Errors as of BinaryFile. (zftCopyBlock2 stands in BlockCopy.h.)
+// What touches every byte of a file, a block at a time. `count` is at most WaveBlockSize; the positions of
+// the files are left behind what was handled. Errors as of BinaryFile. (zftCopyBlock2 stands in BlockCopy.h.)
 
 /// The accumulators of a measurement, by reference.
 struct PeakReferences {
@@ -19,8 +19,8 @@ struct PeakReferences {
     std::int16_t& minRight;
 };
 
-/// Reads up to `count` bytes and lets the accumulators grow by them. Gives the number of bytes read: fewer than
-/// `count` at the end of the file.
+/// Reads up to `count` bytes and lets the accumulators grow by them. Gives the number of bytes read: fewer
+/// than `count` at the end of the file.
 std::int32_t zftGetPeaksForBlock(BinaryFile& source, std::int32_t count, const PeakReferences& peaks);
 
 /// Copies up to `count` bytes, with the gains or, when `gains` is null, as they are. A count of 0 or below

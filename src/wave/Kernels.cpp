@@ -2,7 +2,9 @@
 
 namespace zefta {
 
-const Kernels& PlainKernels() { return AvailableKernels().front(); }
+const Kernels& PlainKernels() {
+    return AvailableKernels().front();
+}
 
 const Kernels& BestKernels() {
     static const Kernels& best = AvailableKernels().back();

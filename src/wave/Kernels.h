@@ -22,13 +22,13 @@ struct Gains {
     double right = 1;
 };
 
-/// The two loops that touch every sample of a file. Audio is 16-bit little-endian, left and right alternating;
-/// a last odd byte counts for nothing and stays as it is.
+/// The two loops that touch every sample of a file. Audio is 16-bit little-endian, left and right
+/// alternating; a last odd byte counts for nothing and stays as it is.
 struct Kernels {
     const char* name;
     void (*measure)(std::span<const std::byte> block, Peaks& peaks);
-    /// Each sample times the gain of its channel, rounded to the nearest (half to even) and held at the limits
-    /// of 16 bits.
+    /// Each sample times the gain of its channel, rounded to the nearest (half to even) and held at the
+    /// limits of 16 bits.
     void (*amplify)(std::span<std::byte> block, const Gains& gains);
 };
 

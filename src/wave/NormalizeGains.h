@@ -16,9 +16,9 @@ struct NormalizeDecision {
     bool commonGain = false;
 };
 
-/// The gains that bring each channel's peak to the level, or nothing when the file keeps its level: a peak of 0
-/// on any side (a file that was not measured), or both channels between `below` and `above`.
-/// RuntimeError 11 for a level of 0.
+/// The gains that bring each channel's peak to the level, or nothing when the file keeps its level: a peak of
+/// 0 on any side (a file that was not measured), or both channels between `below` and `above`. RuntimeError
+/// 11 for a level of 0.
 std::optional<Gains> NormalizeGains(const Peaks& peaks, const NormalizeDecision& decision);
 
 }  // namespace zefta

@@ -1,11 +1,11 @@
-#include <cmath>
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 
 #include "core/ByteCodec.h"
 #include "core/Numbers.h"
-#include "platform/RuntimeError.h"
 #include "wave/Backup.h"
 #include "wave/BlockPrimitives.h"
 #include "wave/NormalizeGains.h"
@@ -29,39 +29,48 @@ std::string Header(const WaveFormatFields& format, std::int32_t dataLength) {
            FromShort(format.BlockAlign) + FromShort(format.BitsPerSample) + "data" + FromLong(dataLength);
 }
 
+/// In pieces: the silence that somebody asks for may be longer than memory.
 void WriteSilence(BinaryFile& file, std::int32_t count) {
-    if (count > 0) file.Write(std::string(static_cast<std::size_t>(count), '\0'));
+    static constexpr std::array<std::byte, WaveBlockSize> Zeros{};
+    for (; count > 0; count -= WaveBlockSize)
+        file.Write(std::span(Zeros).first(static_cast<std::size_t>(std::min(count, WaveBlockSize))));
 }
 
 }  // namespace
 
-/// One rewrite: from the backup into the new file.
+/// One rewrite: from the backup into the new file. All that it decides is decided when it is made, before
+/// anything on disk is touched; what can't be decided (a length beyond 32 bits, a level of 0) is a
+/// RuntimeError.
 class WaveRewrite {
   public:
-    WaveRewrite(WaveFile& wave, App& app, const SilenceLayout& layout)
-        : wave_(wave), app_(app), layout_(layout), kept_(Subtract(wave.TrimEnd, wave.TrimStart)) {}
+    WaveRewrite(WaveFile& wave, App& app, bool normalize)
+        : wave_(wave),
+          app_(app),
+          layout_(LayoutOf(wave)),
+          kept_(Subtract(wave.TrimEnd, wave.TrimStart)),
+          length_(Add(Add(layout_.before, kept_), layout_.after)) {
+        if (normalize && !WouldChangeNothing()) gains_ = NormalizeGains(PeaksOf(wave), Decision());
+    }
 
     /// Within 16 bytes at both ends the file is as it is to be, whatever its level.
     bool WouldChangeNothing() const {
         constexpr std::int32_t Tolerance = 16;
         const std::int32_t atEnd = Subtract(Subtract(wave_.DataLength, wave_.TrimEnd), layout_.after);
         const std::int32_t atStart = Subtract(wave_.TrimStart, layout_.before);
-        return std::abs(atEnd) <= Tolerance && std::abs(atStart) <= Tolerance;
+        return std::abs(std::int64_t{atEnd}) <= Tolerance && std::abs(std::int64_t{atStart}) <= Tolerance;
     }
 
-    void Write(BinaryFile& backup, BinaryFile& file, bool normalize) {
-        const std::int32_t length = Add(Add(layout_.before, kept_), layout_.after);
+    void Write(BinaryFile& backup, BinaryFile& file) {
         WaveFile::Raise(wave_.MinStatus, 0);
         WaveFile::Raise(wave_.Status, 0);
-        WaveFile::Raise(wave_.MaxStatus, length);
-        file.Write(Header(wave_.WaveFormat, length));
+        WaveFile::Raise(wave_.MaxStatus, length_);
+        file.Write(Header(wave_.WaveFormat, length_));
         backup.Seek(Add(Add(wave_.DataSizePos, wave_.TrimStart), 4), SeekFrom::Start);
         WriteSilence(file, layout_.before);
         if (layout_.before > 0) WaveFile::Raise(wave_.Status, layout_.before);
-        const std::optional<Gains> gains = normalize ? NormalizeGains(PeaksOf(wave_), Decision()) : std::nullopt;
-        CopyAudio(backup, file, gains ? &*gains : nullptr);
+        CopyAudio(backup, file);
         WriteSilence(file, layout_.after);
-        WaveFile::Raise(wave_.Status, length);
+        WaveFile::Raise(wave_.Status, length_);
     }
 
   private:
@@ -70,10 +79,12 @@ class WaveRewrite {
     }
 
     NormalizeDecision Decision() const {
-        return {wave_.StoredNRLevel(), wave_.GetNRAbove(), wave_.GetNRBelow(), app_.state.NormalizeSeparately};
+        return {wave_.StoredNRLevel(), wave_.GetNRAbove(), wave_.GetNRBelow(),
+                app_.state.NormalizeSeparately};
     }
 
-    void CopyAudio(BinaryFile& backup, BinaryFile& file, const Gains* gains) {
+    void CopyAudio(BinaryFile& backup, BinaryFile& file) {
+        const Gains* const gains = gains_ ? &*gains_ : nullptr;
         const std::int32_t blocks = kept_ / WaveBlockSize;
         for (std::int32_t i = 1; i <= blocks; ++i) {
             zftCopyBlock(backup, file, WaveBlockSize, gains);
@@ -90,11 +101,15 @@ class WaveRewrite {
     /// Bytes of audio to keep. Negative for a file of silence alone: nothing is copied then, and the header
     /// states a length that is as wrong. Kept: nothing is lost but silence.
     std::int32_t kept_;
+    /// Bytes of audio in the new file.
+    std::int32_t length_;
+    std::optional<Gains> gains_;
 };
 
 std::int32_t WaveFile::ProcessWave(bool normalize) {
     if (!ScanPassed || !foundData_) return NotScanned;
     Raise(Status, 0);
+    WaveRewrite rewrite(*this, app_, normalize);
     const std::string path = app_.files.FollowLinks(FileName);
     const std::string backupPath = MoveToBackup(app_.files, path);
     auto backup = app_.files.OpenRead(backupPath);
@@ -102,9 +117,8 @@ std::int32_t WaveFile::ProcessWave(bool normalize) {
     auto file = app_.files.OpenCreate(path);
     if (!file) return CannotCreate;
 
-    WaveRewrite rewrite(*this, app_, LayoutOf(*this));
     if (!rewrite.WouldChangeNothing()) {
-        rewrite.Write(*backup, *file, normalize);
+        rewrite.Write(*backup, *file);
         app_.files.CopyAttributes(backupPath, path);
         return Done;
     }

@@ -158,6 +158,9 @@ class WaveScan {
         wave_.TrimStart = wave_.ScanPos - wave_.ScanPos % FrameBytes();
     }
 
+    /// Raw audio ends 4 bytes behind the file by this count, so that its first block is 4 bytes short. It is
+    /// taken back as if it were whole: all others lie as in any file, counted from the last byte. Kept: where
+    /// the end of raw audio is cut hangs on it.
     void FindEnd(std::int32_t chunkSize) {
         const std::int32_t end = Add(Add(wave_.DataSizePos, chunkSize), 4);
         file_.Seek(end, SeekFrom::Start);
@@ -169,7 +172,7 @@ class WaveScan {
             const std::int32_t blockStart = file_.Position();
             const std::int32_t index = LastAudibleByte(ReadBlock(), WaveBlockSize, Bounds());
             audible = index > 0;
-            if (!audible) file_.Seek(blockStart, SeekFrom::Start);
+            if (!audible) file_.Seek(isRaw_ ? file_.Position() - WaveBlockSize : blockStart, SeekFrom::Start);
             Advance(audible ? WaveBlockSize - index - 1 : WaveBlockSize, wave_.EndOffset);
         }
         wave_.TrimEnd = chunkSize - wave_.ScanPos + wave_.ScanPos % FrameBytes();
@@ -182,9 +185,9 @@ class WaveScan {
         wave_.ScanPos = 0;
         bool ended = false;
         for (BlockCounter blocks; !ended && blocks.AnotherEndsBefore(wave_.DataLength); blocks.Count()) {
-            const std::int32_t count =
-                zftGetPeaksForBlock(file_, WaveBlockSize,
-                                    {wave_.PeakMaxLeft, wave_.PeakMaxRight, wave_.PeakMinLeft, wave_.PeakMinRight});
+            const std::int32_t count = zftGetPeaksForBlock(
+                file_, WaveBlockSize,
+                {wave_.PeakMaxLeft, wave_.PeakMaxRight, wave_.PeakMinLeft, wave_.PeakMinRight});
             ended = count < WaveBlockSize;
             Advance(ended ? count - 1 : WaveBlockSize, wave_.Status);
         }

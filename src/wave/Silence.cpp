@@ -1,5 +1,7 @@
 #include "wave/Silence.h"
 
+#include <algorithm>
+
 namespace zefta {
 
 namespace {
@@ -14,7 +16,9 @@ std::int32_t SampleAt(std::span<const std::byte> block, std::int32_t index) {
 }
 
 /// Whether the samples that are not there are silent, as zeros are within sensible bounds.
-bool AbsentIsSilent(const SilenceBounds& bounds) { return bounds.IsSilent(0); }
+bool AbsentIsSilent(const SilenceBounds& bounds) {
+    return bounds.IsSilent(0);
+}
 
 }  // namespace
 
@@ -34,7 +38,7 @@ std::int32_t LastAudibleByte(std::span<const std::byte> block, std::int32_t bloc
     std::int32_t index = blockSize - 1;
     if (AbsentIsSilent(bounds)) {
         const auto last = static_cast<std::int32_t>(block.size());
-        while (index > last) index -= 2;
+        index = std::min(index, last - 1 + last % 2);
     }
     for (; index >= 0; index -= 2) {
         if (!bounds.IsSilent(SampleAt(block, index))) break;

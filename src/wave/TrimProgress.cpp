@@ -23,7 +23,9 @@ std::string Grouped(std::int32_t number) {
     return text;
 }
 
-std::string Word(App& app, std::int32_t message) { return " " + app.messages.GetMessage(message); }
+std::string Word(App& app, std::int32_t message) {
+    return " " + app.messages.GetMessage(message);
+}
 
 std::string Minutes(App& app, std::int32_t bytes) {
     return std::to_string(bytes / BytesPerMinute) + Word(app, 33812) + " " +
@@ -32,7 +34,9 @@ std::string Minutes(App& app, std::int32_t bytes) {
 
 }  // namespace
 
-std::string BytesText(App& app, std::int32_t bytes) { return Grouped(bytes) + Word(app, 33810); }
+std::string BytesText(App& app, std::int32_t bytes) {
+    return Grouped(bytes) + Word(app, 33810);
+}
 
 std::string FramesText(App& app, std::int32_t bytes) {
     return std::to_string(bytes / CdFrameBytes) + Word(app, 33811);

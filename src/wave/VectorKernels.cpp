@@ -1,5 +1,5 @@
-// The kernels in the vector instructions of x86-64. Each handles whole vectors, whose first sample is always a
-// left one, and leaves the rest of the block to the plain form.
+// The kernels in the vector instructions of x86-64. Each handles whole vectors, whose first sample is always
+// a left one, and leaves the rest of the block to the plain form.
 
 #include "wave/Kernels.h"
 #include "wave/PlainKernels.h"
@@ -76,7 +76,8 @@ __attribute__((target("avx2"))) void MeasureAvx2(std::span<const std::byte> bloc
 /// Four samples times the gains, as 32-bit numbers.
 __attribute__((target("avx2"))) inline __m128i AmplifiedAvx2(__m128i samples, __m256d gain) {
     const __m256d product = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm_cvtepi16_epi32(samples)), gain);
-    const __m256d held = _mm256_max_pd(_mm256_min_pd(product, _mm256_set1_pd(32767.0)), _mm256_set1_pd(-32768.0));
+    const __m256d held =
+        _mm256_max_pd(_mm256_min_pd(product, _mm256_set1_pd(32767.0)), _mm256_set1_pd(-32768.0));
     return _mm256_cvtpd_epi32(held);
 }
 
@@ -118,7 +119,9 @@ constexpr Kernels Table[] = {{"plain", MeasurePlain, AmplifyPlain}};
 
 }  // namespace
 
-std::span<const Kernels> AvailableKernels() { return Table; }
+std::span<const Kernels> AvailableKernels() {
+    return Table;
+}
 
 }  // namespace zefta
 

@@ -20,8 +20,12 @@ void SkipBody(BinaryFile& file, const WaveChunk& chunk, std::int32_t done) {
     file.Seek(chunk.size - done, SeekFrom::Current);
 }
 
-std::int32_t ReadLong(BinaryFile& file) { return ByteCodec::ToLong(file.ReadBytes(4)); }
+std::int32_t ReadLong(BinaryFile& file) {
+    return ByteCodec::ToLong(file.ReadBytes(4));
+}
 
-std::int16_t ReadShort(BinaryFile& file) { return ByteCodec::ToShort(file.ReadBytes(2)); }
+std::int16_t ReadShort(BinaryFile& file) {
+    return ByteCodec::ToShort(file.ReadBytes(2));
+}
 
 }  // namespace zefta

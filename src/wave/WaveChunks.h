@@ -16,12 +16,13 @@ struct WaveChunk {
 };
 
 /// The next chunk of a RIFF file, or nothing when the walk is over: at a position greater than `riffLength`
-/// (which does not count the 8 bytes in front of it; a position equal to it has one more chunk), or at the end
-/// of the file.
+/// (which does not count the 8 bytes in front of it; a position equal to it has one more chunk), or at the
+/// end of the file.
 std::optional<WaveChunk> NextChunk(BinaryFile& file, std::int32_t riffLength);
 
 /// Goes behind a body, of which `done` bytes were read. No pad byte is looked for behind an odd size.
-/// RuntimeError 5 for a negative size, which would lead back and round for ever; 6 for a place behind 2147483647.
+/// RuntimeError 5 for a negative size, which would lead back and round for ever; 6 for a place behind
+/// 2147483647.
 void SkipBody(BinaryFile& file, const WaveChunk& chunk, std::int32_t done = 0);
 
 /// The size field behind the position, as 4 little-endian bytes.

@@ -12,9 +12,15 @@ void SetPerCent(std::uint8_t& field, std::uint8_t value) {
 
 }  // namespace
 
-void WaveFile::SetNRLevel(std::uint8_t value) { SetPerCent(nrLevel_, value); }
-void WaveFile::SetNRAbove(std::uint8_t value) { SetPerCent(nrAbove_, value); }
-void WaveFile::SetNRBelow(std::uint8_t value) { SetPerCent(nrBelow_, value); }
+void WaveFile::SetNRLevel(std::uint8_t value) {
+    SetPerCent(nrLevel_, value);
+}
+void WaveFile::SetNRAbove(std::uint8_t value) {
+    SetPerCent(nrAbove_, value);
+}
+void WaveFile::SetNRBelow(std::uint8_t value) {
+    SetPerCent(nrBelow_, value);
+}
 
 std::uint8_t WaveFile::GetNRLevel() {
     nrAbove_ = nrLevel_;
@@ -25,10 +31,16 @@ int WaveFile::SetID3(const std::string& path, const ID3v1Values& values) {
     return zefta::SetID3(app_.files, app_.ansi, path, values);
 }
 
-void WaveFile::SetID3v1(ID3Tag& tag) { zefta::SetID3v1(app_.files, app_.ansi, tag); }
+void WaveFile::SetID3v1(ID3Tag& tag) {
+    zefta::SetID3v1(app_.files, app_.ansi, tag);
+}
 
-void WaveFile::SetID3v2(ID3Tag& tag) { zefta::SetID3v2(app_.files, app_.ansi, tag); }
+void WaveFile::SetID3v2(ID3Tag& tag) {
+    zefta::SetID3v2(app_.files, app_.ansi, tag);
+}
 
-bool WaveFile::RemoveID3v2(const ID3Tag& tag) { return zefta::RemoveID3v2(app_.files, tag); }
+bool WaveFile::RemoveID3v2(const ID3Tag& tag) {
+    return zefta::RemoveID3v2(app_.files, tag);
+}
 
 }  // namespace zefta

@@ -80,7 +80,8 @@ class WaveTrim {
     }
 
     void Complain(std::int32_t message, const std::string& path, std::int32_t reason) {
-        ShowWarning(app_, app_.messages.GetMessage(message, app_.ansi.ToText(path), app_.messages.GetMessage(reason)));
+        ShowWarning(app_, app_.messages.GetMessage(message, app_.ansi.ToText(path),
+                                                   app_.messages.GetMessage(reason)));
     }
 
     App& app_;
@@ -90,6 +91,8 @@ class WaveTrim {
 
 }  // namespace
 
-void WaveTrimJob(App& app) { WaveTrim(app).Run(); }
+void WaveTrimJob(App& app) {
+    WaveTrim(app).Run();
+}
 
 }  // namespace zefta

@@ -1,0 +1,98 @@
+#include "platform/console/ConsoleDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "platform/Machine.h"
+#include "support/TempFolder.h"
+
+namespace zefta::test {
+namespace {
+
+/// A desktop whose person has typed what stands in `input`.
+struct Terminal {
+    explicit Terminal(const std::string& typed = {}, bool isTerminal = false)
+        : input(typed), desktop(input, error, isTerminal) {}
+
+    std::istringstream input;
+    std::ostringstream error;
+    ConsoleDesktop desktop;
+};
+
+TEST(ConsoleDesktop, ShowBox_IsOneLineWithCaptionAndPlainLineEnds) {
+    Terminal terminal;
+    terminal.desktop.ShowBox(BoxKind::Plain, "Error #5\r\n\r\nText", "Title");
+    EXPECT_EQ(terminal.error.str(), "Title: Error #5\n\nText\n");
+    EXPECT_FALSE(terminal.desktop.HasComplained());
+}
+
+TEST(ConsoleDesktop, HasComplained_AfterWarningOrCriticalBox) {
+    for (const BoxKind kind : {BoxKind::Warning, BoxKind::Critical}) {
+        Terminal terminal;
+        terminal.desktop.ShowBox(kind, "x", "y");
+        EXPECT_TRUE(terminal.desktop.HasComplained());
+    }
+}
+
+TEST(ConsoleDesktop, AskQuestion_EveryAnswer) {
+    struct Row {
+        const char* typed;
+        bool noIsDefault;
+        bool expected;
+    };
+    for (const Row& row : {Row{"y\n", true, true}, {"YES\n", true, true}, {"n\n", false, false}, {"\n", false, true},
+                           {"\n", true, false}, {"", false, false}, {"", true, false}, {"maybe\n", false, false},
+                           {"y\r\n", true, true}, {"y", true, true}}) {
+        Terminal terminal(row.typed);
+        EXPECT_EQ(terminal.desktop.AskQuestion("Sure?", "Title", row.noIsDefault), row.expected) << row.typed;
+        EXPECT_EQ(terminal.error.str(), row.noIsDefault ? "Sure? [y/N] " : "Sure? [Y/n] ");
+    }
+}
+
+TEST(ConsoleDesktop, AskInput_EmptyLineIsDefault_EndOfInputIsCancel) {
+    Terminal terminal("new\n\n");
+    EXPECT_EQ(terminal.desktop.AskInput("Name?", "Title", "old"), "new");
+    EXPECT_EQ(terminal.error.str(), "Title: Name? [old] ");
+    EXPECT_EQ(terminal.desktop.AskInput("Name?", "Title", "old"), "old");
+    EXPECT_EQ(terminal.desktop.AskInput("Name?", "Title", "old"), "");
+}
+
+TEST(ConsoleDesktop, Progress_OnlyOnATerminal) {
+    ProgressReport report{"/music/a.wav", "Scanning...", 0, 200, 50, {{"lblMSFRemaining", "0 mins 01 secs remaining"}}};
+    Terminal script;
+    script.desktop.OpenProgress()->Show(report);
+    EXPECT_EQ(script.error.str(), "");
+    Terminal terminal("", true);
+    {
+        const auto view = terminal.desktop.OpenProgress();
+        view->Show(report);
+        view->Show(report);  // too soon to be written again
+    }
+    EXPECT_EQ(terminal.error.str(), "\r\x1b[KScanning... a.wav 25%, 0 mins 01 secs remaining\r\x1b[K");
+}
+
+TEST(Machine, ReadMachine_LanguageIsTheFirstThatIsSet) {
+    setenv("LC_ALL", "", 1);
+    setenv("LC_MESSAGES", "ru_RU.UTF-8", 1);
+    setenv("LANG", "en_US", 1);
+    EXPECT_EQ(ReadMachine().language, "ru_RU.UTF-8");
+    setenv("LC_ALL", "de_DE", 1);
+    EXPECT_EQ(ReadMachine().language, "de_DE");
+}
+
+TEST(Machine, ReadMachine_MusicFolderFromUserDirsElseHome) {
+    const TempFolder home;
+    setenv("HOME", home.Path().c_str(), 1);
+    setenv("XDG_CONFIG_HOME", home.Path().c_str(), 1);
+    EXPECT_EQ(ReadMachine().musicFolder, home.Path());
+    home.Write("user-dirs.dirs", "# x\nXDG_DESKTOP_DIR=\"$HOME/D\"\nXDG_MUSIC_DIR=\"$HOME\"\n");
+    EXPECT_EQ(ReadMachine().musicFolder, home.Path());
+    home.Write("user-dirs.dirs", "XDG_MUSIC_DIR=\"/usr\"\n");
+    EXPECT_EQ(ReadMachine().musicFolder, "/usr");
+    home.Write("user-dirs.dirs", "XDG_MUSIC_DIR=\"/no/such/folder\"\n");
+    EXPECT_EQ(ReadMachine().musicFolder, home.Path());
+}
+
+}  // namespace
+}  // namespace zefta::test

@@ -1,0 +1,109 @@
+#include "platform/posix/PosixProcesses.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+
+#include "support/TempFolder.h"
+
+namespace zefta::test {
+namespace {
+
+/// Scripts stand for the tools; they are found through PATH alone.
+class ProcessesTest : public ::testing::Test {
+  protected:
+    ProcessesTest() : formerPath_(std::getenv("PATH")) {
+        setenv("PATH", (folder.Path() + ":" + formerPath_).c_str(), 1);
+    }
+    ~ProcessesTest() override { setenv("PATH", formerPath_.c_str(), 1); }
+
+    void AddTool(const std::string& name, const std::string& script) {
+        const std::string path = folder.Write(name, "#!/bin/sh\n" + script + "\n");
+        chmod(path.c_str(), 0755);
+    }
+
+    /// A tool that leaves its arguments, one a line.
+    void AddRecordingTool(const std::string& name) {
+        AddTool(name, "printf '%s\\n' \"$@\" > '" + folder.Path() + "/arguments'");
+    }
+
+    TempFolder folder;
+    PosixProcesses processes;
+
+  private:
+    std::string formerPath_;
+};
+
+TEST_F(ProcessesTest, RunProgram_ArgumentsArriveUntouchedByAnyShell) {
+    AddRecordingTool("lame");
+    processes.RunProgram("lame.exe -h \"a $HOME `x` *.wav\" ';&|'", true, NormalPriority);
+    EXPECT_EQ(folder.Read("arguments"), "-h\na $HOME `x` *.wav\n';&|'\n");
+}
+
+TEST_F(ProcessesTest, RunProgram_WaitsForTheEnd) {
+    AddTool("lame", "sleep 0.2; touch '" + folder.Path() + "/done'");
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_TRUE(folder.Exists("done"));
+}
+
+TEST_F(ProcessesTest, RunProgram_DocumentedNameWinsOverTodays) {
+    AddRecordingTool("mppenc");
+    AddTool("mpcenc", "touch '" + folder.Path() + "/wrong'");
+    processes.RunProgram("mppenc.exe \"x\"", true, NormalPriority);
+    EXPECT_EQ(folder.Read("arguments"), "x\n");
+    EXPECT_FALSE(folder.Exists("wrong"));
+}
+
+TEST_F(ProcessesTest, RunProgram_MissingProgramOrEmptyLine_IsPassedOver) {
+    processes.RunProgram("no-such-tool.exe x", true, NormalPriority);
+    processes.RunProgram("", true, NormalPriority);
+    processes.RunProgram("\"" + (folder / "none.exe") + "\" x", true, NormalPriority);
+    EXPECT_FALSE(folder.Exists("arguments"));
+}
+
+TEST_F(ProcessesTest, RunProgram_PathWithExe_IsFoundWithoutIt) {
+    AddRecordingTool("child program");
+    processes.RunProgram("\"" + (folder / "child program.exe") + "\" /x", false, NormalPriority);
+    EXPECT_EQ(folder.Read("arguments"), "/x\n");
+}
+
+TEST_F(ProcessesTest, RunProgram_QuotedNameInAnotherCase_IsPassedInTheSpellingOfTheDisk) {
+    AddRecordingTool("lame");
+    folder.Write("Song.WAV", "");
+    folder.Write("J", "");
+    const std::string given = "\"" + (folder / "song.wav") + "\"";
+    processes.RunProgram("lame.exe -m j " + given, true, NormalPriority);
+    EXPECT_EQ(folder.Read("arguments"), "-m\nj\n" + (folder / "Song.WAV") + "\n");
+}
+
+TEST_F(ProcessesTest, RunProgram_Idle_RunsNicely) {
+    AddTool("lame", "nice > '" + folder.Path() + "/nice'");
+    processes.RunProgram("lame.exe", true, IdlePriority);
+    EXPECT_EQ(folder.Read("nice"), "19\n");
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_NE(folder.Read("nice"), "19\n");
+}
+
+TEST_F(ProcessesTest, RunProgram_Tool_GetsNoInputOfOurs) {
+    AddTool("lame", "cat > '" + folder.Path() + "/input'");
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_EQ(folder.Read("input"), "");
+}
+
+TEST_F(ProcessesTest, RunProgram_Hidden_OutputGoesNowhere) {
+    AddTool("lame", "echo noise; echo noise >&2");
+    ::testing::internal::CaptureStdout();
+    processes.RunProgram("lame.exe", false, NormalPriority);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+    ::testing::internal::CaptureStdout();
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "noise\n");
+}
+
+TEST_F(ProcessesTest, OwnPath_IsThisProgram) {
+    EXPECT_NE(processes.OwnPath().find("zefta_platform_tests"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace zefta::test

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "support/ExpectRuntimeError.h"
+#include "support/TestApp.h"
+#include "support/WavBuilder.h"
+#include "wave/WaveFile.h"
+
+namespace zefta::test {
+
+struct RaisedEvent {
+    std::string name;
+    std::int32_t value;
+
+    bool operator==(const RaisedEvent&) const = default;
+    friend std::ostream& operator<<(std::ostream& stream, const RaisedEvent& event) {
+        return stream << event.name << "(" << event.value << ")";
+    }
+};
+
+using RaisedEvents = std::vector<RaisedEvent>;
+
+/// An App in an empty folder with one WaveFile whose events are written down. Its bounds of silence are those
+/// of the option /zx.
+struct WaveStage {
+    TestApp app;
+    WaveFile wave{app};
+    RaisedEvents events;
+
+    explicit WaveStage(FileSystem* files = nullptr) : app(files) {
+        wave.MinSample = 7;
+        wave.MaxSample = 65528;
+        Record(wave.StartOffset, "StartOffset");
+        Record(wave.EndOffset, "EndOffset");
+        Record(wave.MaxStatus, "MaxStatus");
+        Record(wave.MinStatus, "MinStatus");
+        Record(wave.Status, "Status");
+    }
+
+    /// Scans a file of these bytes, "a.wav".
+    std::int32_t Scan(const std::string& bytes, bool askPeaks = false) {
+        return wave.ScanWave(app.folder.Write("a.wav", bytes), askPeaks);
+    }
+
+  private:
+    void Record(WaveFile::Event& event, const std::string& name) {
+        event = [this, name](std::int32_t value) { events.push_back({name, value}); };
+    }
+};
+
+}  // namespace zefta::test
