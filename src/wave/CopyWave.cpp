@@ -19,6 +19,8 @@ constexpr std::int32_t CannotCreateDestination = 2;
 std::int32_t WaveFile::CopyWave(const std::string& source, const std::string& destination) {
     const auto from = app_.files.OpenReadOnly(source);
     if (!from) return CannotOpenSource;
+    // Creating the destination would empty the source.
+    if (app_.files.FollowLinks(source) == app_.files.FollowLinks(destination)) return CannotCreateDestination;
     const auto to = app_.files.OpenCreate(destination);
     if (!to) return CannotCreateDestination;
     const std::int32_t size = from->Size();

@@ -17,6 +17,7 @@ struct Peaks {
     bool operator==(const Peaks&) const = default;
 };
 
+/// Finite factors of the two channels.
 struct Gains {
     double left = 1;
     double right = 1;

@@ -48,7 +48,8 @@ class WaveRewrite {
           app_(app),
           layout_(LayoutOf(wave)),
           kept_(Subtract(wave.TrimEnd, wave.TrimStart)),
-          length_(Add(Add(layout_.before, kept_), layout_.after)) {
+          length_(Add(Add(layout_.before, kept_), layout_.after)),
+          header_(Header(wave.WaveFormat, length_)) {
         if (normalize && !WouldChangeNothing()) gains_ = NormalizeGains(PeaksOf(wave), Decision());
     }
 
@@ -64,7 +65,7 @@ class WaveRewrite {
         WaveFile::Raise(wave_.MinStatus, 0);
         WaveFile::Raise(wave_.Status, 0);
         WaveFile::Raise(wave_.MaxStatus, length_);
-        file.Write(Header(wave_.WaveFormat, length_));
+        file.Write(header_);
         backup.Seek(Add(Add(wave_.DataSizePos, wave_.TrimStart), 4), SeekFrom::Start);
         WriteSilence(file, layout_.before);
         if (layout_.before > 0) WaveFile::Raise(wave_.Status, layout_.before);
@@ -103,6 +104,7 @@ class WaveRewrite {
     std::int32_t kept_;
     /// Bytes of audio in the new file.
     std::int32_t length_;
+    std::string header_;
     std::optional<Gains> gains_;
 };
 

@@ -81,7 +81,7 @@ class WaveFile {
     /// 1 to 4 whose text is message 1030 + code.
     std::int32_t ProcessWave(bool normalize);
 
-    /// 0, 1 when the source can't be opened, 2 when the destination can't be created.
+    /// 0, 1 when the source can't be opened, 2 when the destination can't be created or is the source.
     std::int32_t CopyWave(const std::string& source, const std::string& destination);
 
     /// Technical data of a WAV file. Never fails: an empty Path marks a file that can't be opened, a Bitrate

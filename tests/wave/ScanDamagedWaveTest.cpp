@@ -17,17 +17,17 @@ TEST(ScanDamagedWave, SkippedChunkOfNegativeSize_IsError5) {
     for (const std::int32_t size : {-1, -8, -12, -2147483647 - 1}) {
         WaveStage stage;
         const std::string list = ChunkBytes("LIST", "abcd", size);
-        EXPECT_EQ(RuntimeErrorOf([&] { stage.Scan("RIFF\x20\x4E\1\1WAVE" + list + Wav().Tone(Block).Bytes()); }),
-                  5)
+        EXPECT_EQ(
+            RuntimeErrorOf([&] { stage.Scan("RIFF\x20\x4E\1\1WAVE" + list + Wav().Tone(Block).Bytes()); }), 5)
             << size;
     }
 }
 
 TEST(ScanDamagedWave, SkippedChunkBehind32Bits_IsError6) {
     WaveStage stage;
-    EXPECT_EQ(
-        RuntimeErrorOf([&] { stage.Scan("RIFF\xFF\xFF\xFF\x7FWAVE" + ChunkBytes("LIST", "abcd", 2147483647)); }),
-        6);
+    EXPECT_EQ(RuntimeErrorOf(
+                  [&] { stage.Scan("RIFF\xFF\xFF\xFF\x7FWAVE" + ChunkBytes("LIST", "abcd", 2147483647)); }),
+              6);
 }
 
 TEST(ScanDamagedWave, SkippedChunkBehindTheFile_EndsTheWalk) {

@@ -120,7 +120,7 @@ TEST(ScanWave, Scan_EveryRefusal_ClosesTheFileAndLeavesItAlone) {
         const long before = OpenDescriptors();
         EXPECT_EQ(stage.Scan(refused[i]), static_cast<std::int32_t>(i) + 3);
         EXPECT_EQ(OpenDescriptors(), before);
-        EXPECT_EQ(stage.app.folder.Read("a.wav"), refused[i]);
+        EXPECT_TRUE(SameBytes(stage.app.folder.Read("a.wav"), refused[i]));
     }
 }
 

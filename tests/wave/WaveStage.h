@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "support/ExpectRuntimeError.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
@@ -23,6 +25,15 @@ struct RaisedEvent {
 };
 
 using RaisedEvents = std::vector<RaisedEvent>;
+
+/// Compares bytes and tells the first place where they differ: the bytes themselves fill pages.
+inline testing::AssertionResult SameBytes(const std::string& found, const std::string& expected) {
+    if (found == expected) return testing::AssertionSuccess();
+    std::size_t at = 0;
+    while (at < found.size() && at < expected.size() && found[at] == expected[at]) ++at;
+    return testing::AssertionFailure() << found.size() << " bytes where " << expected.size()
+                                       << " are expected; the first that differs is " << at;
+}
 
 /// An App in an empty folder with one WaveFile whose events are written down. Its bounds of silence are those
 /// of the option /zx.
