@@ -10,17 +10,22 @@ struct AgentText {
 };
 
 constexpr AgentText Texts[] = {
-    {"MSG_Open", 33601},          {"MSG_Compress", 33602},
-    {"MSG_Settings", 33603},      {"MSG_Exit", 33604},
-    {"MSG_Language", 33605},      {"MSG_RecentFolders", 33606},
-    {"MSG_LanguageChangeNote", 33607}, {"MSG_LanguageDefault", 33608},
+    {"MSG_Open", 33601},
+    {"MSG_Compress", 33602},
+    {"MSG_Settings", 33603},
+    {"MSG_Exit", 33604},
+    {"MSG_Language", 33605},
+    {"MSG_RecentFolders", 33606},
+    {"MSG_LanguageChangeNote", 33607},
+    {"MSG_LanguageDefault", 33608},
 };
 
 }  // namespace
 
 std::vector<SettingChange> AgentTexts(App& app) {
     std::vector<SettingChange> changes;
-    for (const AgentText& text : Texts) changes.push_back({"Agent", text.key, app.messages.GetMessage(text.message)});
+    for (const AgentText& text : Texts)
+        changes.push_back({"Agent", text.key, app.messages.GetMessage(text.message)});
     return changes;
 }
 

@@ -6,8 +6,8 @@
 
 namespace zefta {
 
-/// The texts of the agent in the language in force, for section "Agent" of the person's store: the agent has no
-/// language file of its own.
+/// The texts of the agent in the language in force, for section "Agent" of the person's store: the agent has
+/// no language file of its own.
 std::vector<SettingChange> AgentTexts(App& app);
 
 }  // namespace zefta

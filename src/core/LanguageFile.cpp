@@ -1,5 +1,7 @@
 #include "core/LanguageFile.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -18,44 +20,77 @@ namespace {
 constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
+// Bounds of what is taken for a language file, far beyond the built-in table (20 KB, no text above 300
+// bytes): text is held in memory, and a text that consists of place holders grows with what is put in.
+constexpr std::int32_t LargestFile = 4 * 1024 * 1024;
+constexpr std::size_t LongestLine = 8 * 1024;
+
 struct Entry {
     std::string key;
     std::string value;
 };
 
-/// The entry of a line; nothing for a comment, a blank line, or a key of more than eight characters.
-std::optional<Entry> ParseLine(std::string_view line) {
-    constexpr std::size_t LastPlaceOfEquals = 8;
-    const std::string text = Trim(line);
-    const std::size_t equals = text.find('=');
-    if (text.empty() || text[0] == ';' || equals == std::string::npos || equals > LastPlaceOfEquals)
-        return std::nullopt;
-    return Entry{Trim(text.substr(0, equals)), Trim(text.substr(equals + 1))};
+/// Characters of valid UTF-8.
+std::size_t CharacterCount(std::string_view text) {
+    constexpr unsigned char LeadingBits = 0xC0;
+    constexpr unsigned char Continuation = 0x80;
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & LeadingBits) != Continuation;
+    }));
 }
 
-/// Adds entries one by one. A failed one (a number that is there already, or none that fits) keeps what was
-/// there, and takes the next used line with it: kept, files in use have such lines.
+/// The entry of a line; nothing for a comment, a blank line, or a key of more than eight characters.
+std::optional<Entry> ParseLine(std::string_view line) {
+    constexpr std::size_t LongestKey = 8;
+    const std::string text = Trim(line);
+    const std::size_t equals = text.find('=');
+    if (text.starts_with(';') || equals == std::string::npos) return std::nullopt;
+    const std::string key = text.substr(0, equals);
+    if (CharacterCount(key) > LongestKey) return std::nullopt;
+    return Entry{Trim(key), Trim(text.substr(equals + 1))};
+}
+
+/// Adds entries one by one. A number that is there already keeps its text, and the entry after the one that
+/// repeated it is lost: kept, files in use have such lines.
 class EntryCollector {
   public:
     explicit EntryCollector(std::unordered_map<std::string, std::string>& strings) : strings_(strings) {}
 
     void Add(const Entry& entry) {
-        if (failed_) {
-            failed_ = false;
+        if (repeated_) {
+            repeated_ = false;
             return;
         }
-        try {
-            const std::int32_t number = ToI32(LeadingNumber(entry.key));
-            failed_ = !strings_.emplace(std::to_string(number), entry.value).second;
-        } catch (const RuntimeError&) {
-            failed_ = true;
-        }
+        // Never fails: a number of at most eight characters fits.
+        const std::int32_t number = ToI32(LeadingNumber(entry.key));
+        repeated_ = !strings_.emplace(std::to_string(number), entry.value).second;
     }
 
   private:
     std::unordered_map<std::string, std::string>& strings_;
-    bool failed_ = false;
+    bool repeated_ = false;
 };
+
+/// The bytes of the file without a byte order mark; nothing of one that can't be read or is too large.
+std::string ReadFileText(FileSystem& files, const std::string& path) {
+    try {
+        const auto file = files.OpenReadOnly(path);
+        if (!file || file->Size() > LargestFile) return {};
+        const std::string bytes = file->ReadBytes(LargestFile);
+        return bytes.starts_with(ByteOrderMark) ? bytes.substr(ByteOrderMark.size()) : bytes;
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
+/// Takes the first line away from `rest`, without its end.
+std::string_view TakeLine(std::string_view& rest) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
 
 std::string TemplateLine(const Message& message) {
     const std::string text(message.text);
@@ -79,28 +114,19 @@ void WarnOfMissing(App& app, const Message& message) {
     ShowWarning(app, "\"" + app.state.ExternalLanguageFile + "\" is corrupted!" + lineBreak +
                          "External language file doesn't have the resourse string with code \"" +
                          std::to_string(message.id) + "\"!" + lineBreak + lineBreak +
-                         "Please correct it. ZEFTA will use the default value for this resource:" + lineBreak +
-                         "\"" + std::string(message.text) + "\".");
+                         "Please correct it. ZEFTA will use the default value for this resource:" +
+                         lineBreak + "\"" + std::string(message.text) + "\".");
 }
 
 }  // namespace
 
 void ReadLanguageFile(FileSystem& files, const CodePage& ansi, const std::string& path,
                       std::unordered_map<std::string, std::string>& strings) {
-    std::string bytes;
-    try {
-        const auto file = files.OpenReadOnly(path);
-        if (file) bytes = file->ReadBytes(file->Size());
-    } catch (const RuntimeError&) {
-        return;
-    }
-    if (bytes.starts_with(ByteOrderMark)) bytes.erase(0, ByteOrderMark.size());
+    const std::string text = ReadFileText(files, path);
     EntryCollector collector(strings);
-    for (std::string_view rest = bytes; !rest.empty();) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (line.ends_with('\r')) line.remove_suffix(1);
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view line = TakeLine(rest);
+        if (line.size() > LongestLine) continue;
         if (const auto entry = ParseLine(ansi.ToText(line))) collector.Add(*entry);
     }
 }

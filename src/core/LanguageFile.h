@@ -8,7 +8,8 @@
 namespace zefta {
 
 /// Adds the entries of a language file ("NNNNN = text" lines) to the map, under the decimal text of their
-/// numbers. A file that can't be read adds nothing.
+/// numbers. A file that can't be read, or that is larger than 4 MiB, adds nothing; a line of more than 8 KiB
+/// is passed over.
 void ReadLanguageFile(FileSystem& files, const CodePage& ansi, const std::string& path,
                       std::unordered_map<std::string, std::string>& strings);
 

@@ -11,8 +11,8 @@ namespace zefta {
 Messages::Messages(Language language, AppState& state, FileSystem& files, const CodePage& ansi)
     : language_(language), state_(state), files_(files), ansi_(ansi) {}
 
-std::string Messages::GetMessage(std::int32_t id, std::string_view p1, std::string_view p2, std::string_view p3,
-                                 std::string_view p4, std::string_view p5) {
+std::string Messages::GetMessage(std::int32_t id, std::string_view p1, std::string_view p2,
+                                 std::string_view p3, std::string_view p4, std::string_view p5) {
     if (state_.EnableExternalLanguage && LanguageStrings.empty()) LoadLanguageFile();
     std::string text;
     if (state_.EnableExternalLanguage) {
@@ -28,9 +28,10 @@ std::string Messages::GetMessage(std::int32_t id, std::string_view p1, std::stri
 }
 
 void Messages::LoadLanguageFile() {
-    const bool fileIsThere =
-        !state_.ExternalLanguageFile.empty() && files_.FileExists(state_.ExternalLanguageFile);
-    if (fileIsThere) ReadLanguageFile(files_, ansi_, state_.ExternalLanguageFile, LanguageStrings);
+    if (state_.ExternalLanguageFile.empty() || !files_.FileExists(state_.ExternalLanguageFile))
+        state_.EnableExternalLanguage = false;
+    if (!state_.EnableExternalLanguage) return;
+    ReadLanguageFile(files_, ansi_, state_.ExternalLanguageFile, LanguageStrings);
     if (LanguageStrings.empty()) state_.EnableExternalLanguage = false;
 }
 

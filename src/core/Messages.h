@@ -25,7 +25,8 @@ class Messages {
     std::string GetMessage(std::int32_t id, std::string_view p1 = {}, std::string_view p2 = {},
                            std::string_view p3 = {}, std::string_view p4 = {}, std::string_view p5 = {});
 
-    /// Fills LanguageStrings. Turns EnableExternalLanguage off when the file gives nothing.
+    /// Fills LanguageStrings when EnableExternalLanguage is on. Turns it off when the file is missing or
+    /// gives nothing.
     void LoadLanguageFile();
 
     Language BuiltInLanguage() const { return language_; }
