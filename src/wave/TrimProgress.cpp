@@ -8,7 +8,6 @@ namespace {
 
 constexpr std::int32_t BytesPerMinute = 10584000;
 constexpr std::int32_t BytesPerSecond = 176400;
-constexpr double BytesPerMillisecond = 176.4;
 
 std::string Filled(std::int32_t number, std::size_t digits) {
     const std::string text = std::to_string(number);
@@ -23,39 +22,47 @@ std::string Grouped(std::int32_t number) {
     return text;
 }
 
-std::string Word(App& app, std::int32_t message) {
-    return " " + app.messages.GetMessage(message);
-}
-
-std::string Minutes(App& app, std::int32_t bytes) {
-    return std::to_string(bytes / BytesPerMinute) + Word(app, 33812) + " " +
+std::string MinutesAndSeconds(const TrimWords& words, std::int32_t bytes) {
+    return std::to_string(bytes / BytesPerMinute) + " " + words.minutes + " " +
            Filled(bytes % BytesPerMinute / BytesPerSecond, 2);
 }
 
 }  // namespace
 
-std::string BytesText(App& app, std::int32_t bytes) {
-    return Grouped(bytes) + Word(app, 33810);
+TrimWords LoadTrimWords(Messages& messages) {
+    return {messages.GetMessage(33810), messages.GetMessage(33811), messages.GetMessage(33812),
+            messages.GetMessage(33813), messages.GetMessage(33814), messages.GetMessage(33815),
+            messages.GetMessage(33816)};
 }
 
-std::string FramesText(App& app, std::int32_t bytes) {
-    return std::to_string(bytes / CdFrameBytes) + Word(app, 33811);
+std::string BytesText(const TrimWords& words, std::int32_t bytes) {
+    return Grouped(bytes) + " " + words.bytes;
 }
 
-std::string MinutesSecondsMilliseconds(App& app, std::int32_t bytes) {
-    const auto milliseconds =
-        static_cast<std::int32_t>(bytes % BytesPerMinute % BytesPerSecond / BytesPerMillisecond);
-    return Minutes(app, bytes) + Word(app, 33813) + " " + Filled(milliseconds, 3) + Word(app, 33814);
+std::string FramesText(const TrimWords& words, std::int32_t bytes) {
+    return std::to_string(bytes / CdFrameBytes) + " " + words.frames;
 }
 
-std::string MinutesSeconds(App& app, std::int32_t bytes, std::int32_t unitMessage) {
-    return Minutes(app, bytes) + Word(app, unitMessage);
+std::string TimeText(const TrimWords& words, std::int32_t bytes) {
+    // 176.4 bytes are a millisecond.
+    const std::int32_t milliseconds = bytes % BytesPerMinute % BytesPerSecond * 10 / 1764;
+    return MinutesAndSeconds(words, bytes) + " " + words.seconds + " " + Filled(milliseconds, 3) + " " +
+           words.milliseconds;
+}
+
+std::string ProcessedText(const TrimWords& words, std::int32_t bytes) {
+    return MinutesAndSeconds(words, bytes) + " " + words.secondsProcessed;
+}
+
+std::string RemainingText(const TrimWords& words, std::int32_t bytes) {
+    return MinutesAndSeconds(words, bytes) + " " + words.secondsRemaining;
 }
 
 TrimProgress::TrimProgress(App& app, WaveFile& wave, std::unique_ptr<ProgressView> view)
-    : app_(app), view_(std::move(view)) {
+    : app_(app), wave_(wave), view_(std::move(view)) {
     // Without a view there is nobody to make the texts for.
     if (!view_) return;
+    words_ = LoadTrimWords(app.messages);
     wave.StartOffset = [this](std::int32_t bytes) {
         ShowOffset({"lblStartOffsetValue", "lblFramesBefore", "lblBeforeMSF"}, bytes);
     };
@@ -68,8 +75,9 @@ TrimProgress::TrimProgress(App& app, WaveFile& wave, std::unique_ptr<ProgressVie
 }
 
 void TrimProgress::ShowFile(const std::string& path) {
+    report_ = {};
     report_.fileName = app_.ansi.ToText(path);
-    report_.labels.clear();
+    report_.labels["optFormatting"] = std::to_string(wave_.Format);
 }
 
 void TrimProgress::ShowStatus(std::int32_t message) {
@@ -78,16 +86,16 @@ void TrimProgress::ShowStatus(std::int32_t message) {
 }
 
 void TrimProgress::ShowOffset(const OffsetLabels& labels, std::int32_t bytes) {
-    report_.labels[labels.bytes] = BytesText(app_, bytes);
-    report_.labels[labels.frames] = FramesText(app_, bytes);
-    report_.labels[labels.time] = MinutesSecondsMilliseconds(app_, bytes);
+    report_.labels[labels.bytes] = BytesText(words_, bytes);
+    report_.labels[labels.frames] = FramesText(words_, bytes);
+    report_.labels[labels.time] = TimeText(words_, bytes);
     Show();
 }
 
 void TrimProgress::ShowValue(std::int32_t bytes) {
     report_.value = bytes;
-    report_.labels["lblMSFWritten"] = MinutesSeconds(app_, bytes, 33815);
-    report_.labels["lblMSFRemaining"] = MinutesSeconds(app_, report_.maximum - bytes, 33816);
+    report_.labels["lblMSFWritten"] = ProcessedText(words_, bytes);
+    report_.labels["lblMSFRemaining"] = RemainingText(words_, report_.maximum - bytes);
     Show();
 }
 

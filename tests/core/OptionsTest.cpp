@@ -63,7 +63,9 @@ TEST_F(OptionsTest, EveryJobOption_SetsItsCodeAndMask) {
             std::string upper = name;
             for (char& c : upper) c = static_cast<char>(std::toupper(c));
             EXPECT_EQ(Parse({upper}).JobCode, row.code) << upper;
-            if (row.takesMask) EXPECT_EQ(Parse({name, "My.Mask"}).FileSpec, "My.Mask") << name;
+            if (row.takesMask) {
+                EXPECT_EQ(Parse({name, "My.Mask"}).FileSpec, "My.Mask") << name;
+            }
             EXPECT_EQ(Parse({name, "/norm"}).FileSpec, row.mask) << name;
             EXPECT_TRUE(app.state.Normalize) << name;
         }

@@ -11,40 +11,43 @@ namespace zefta::test {
 
 /// Builds the bytes of a whole WAV file: 16-bit stereo at 44100 Hz unless told otherwise, with sizes that are
 /// right unless told otherwise. `Wav().Silence(4704).Tone(88200).Chunk("LIST", text).Bytes()`.
-class WavBuilder {
+class Wav {
   public:
     // The "fmt " chunk.
 
-    WavBuilder& FormatTag(std::int16_t tag);
-    WavBuilder& Channels(std::int16_t channels);
-    WavBuilder& Mono() { return Channels(1); }
-    WavBuilder& Stereo() { return Channels(2); }
-    WavBuilder& Rate(std::int32_t samplesPerSecond);
-    WavBuilder& Bits(std::int16_t bitsPerSample);
+    Wav& FormatTag(std::int16_t tag);
+    Wav& Channels(std::int16_t channels);
+    Wav& Format(std::int16_t tag, std::int16_t channels) { return FormatTag(tag).Channels(channels); }
+    Wav& Mono() { return Channels(1); }
+    Wav& Stereo() { return Channels(2); }
+    Wav& Rate(std::int32_t samplesPerSecond);
+    Wav& Bits(std::int16_t bitsPerSample);
     /// More bytes behind the 16 of the format.
-    WavBuilder& FormatExtra(std::string_view bytes);
+    Wav& FormatExtra(std::string_view bytes);
 
     // The audio, piece by piece; numbers of bytes.
 
-    WavBuilder& Silence(std::size_t bytes);
-    /// Samples that change all the time between -amplitude and amplitude, each at least 300 away from 0.
-    WavBuilder& Tone(std::size_t bytes, int amplitude = 8000);
-    WavBuilder& Samples(std::initializer_list<int> samples);
-    WavBuilder& Audio(std::string_view bytes);
+    Wav& Silence(std::size_t bytes);
+    Wav& Tone(std::size_t bytes, int peak = 8000);
+    Wav& Sample(int sample) { return Samples({sample}); }
+    Wav& Samples(std::initializer_list<int> samples);
+    Wav& Audio(std::string_view bytes);
 
     /// Another chunk: ahead of the audio when there is none yet, else behind it. No pad byte is added.
-    WavBuilder& Chunk(std::string_view identifier, std::string_view body);
+    Wav& Chunk(std::string_view identifier, std::string_view body);
+    /// Bytes behind everything, counted by the RIFF size.
+    Wav& Tail(std::string_view bytes);
 
     // What is wrong with the file.
 
-    WavBuilder& FormType(std::string_view type);
-    WavBuilder& RiffSize(std::int32_t size);
-    WavBuilder& DataSize(std::int32_t size);
+    Wav& FormType(std::string_view type);
+    Wav& RiffSize(std::int32_t size);
+    Wav& DataSize(std::int32_t size);
     /// The size field of the "fmt " chunk.
-    WavBuilder& FormatSize(std::int32_t size);
-    WavBuilder& WithoutFormat();
-    WavBuilder& WithoutData();
-    WavBuilder& DataAheadOfFormat();
+    Wav& FormatSize(std::int32_t size);
+    Wav& WithoutFormat();
+    Wav& WithoutData();
+    Wav& DataAheadOfFormat();
 
     const std::string& AudioBytes() const { return audio_; }
     std::string Bytes() const;
@@ -70,9 +73,8 @@ class WavBuilder {
     bool dataAheadOfFormat_ = false;
 };
 
-inline WavBuilder Wav() {
-    return {};
-}
+/// Audio that is never near silence and reaches `peak` and `-peak` on both channels.
+std::string ToneBytes(std::size_t bytes, int peak = 8000);
 
 /// 16-bit little-endian samples.
 std::string SampleBytes(const std::vector<int>& samples);

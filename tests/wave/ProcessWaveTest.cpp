@@ -299,7 +299,7 @@ TEST(ProcessWave, Normalize_BelowTheLevel_AmplifiesTheAudioAlone) {
     stage.wave.SetNRAbove(98);
     stage.wave.SetNRBelow(90);
     stage.wave.Before = 1;
-    WavBuilder file = Wav().Samples({16383, 16383, -16384, -16384}).Tone(3 * Block + 6, 16000);
+    Wav file = Wav().Samples({16383, 16383, -16384, -16384}).Tone(3 * Block + 6, 16000);
     ASSERT_EQ(ScanAndProcess(stage, Wav().Silence(600).Audio(file.AudioBytes()).Bytes(), true), 0);
     EXPECT_TRUE(SameBytes(stage.app.folder.Read("a.wav"),
                           Wav().Silence(Frame).Audio(Amplified(file.AudioBytes(), 2.0F)).Bytes()));
@@ -362,7 +362,7 @@ TEST(ProcessWave, Normalize_NotAsked_CopiesTheAudio) {
 }
 
 TEST(ProcessWave, Normalize_SettingSeparately_TakesACommonGainForCloseChannels) {
-    WavBuilder source;
+    Wav source;
     for (std::size_t i = 0; i < Block; ++i) source.Samples({10000, 9900, -10000, -9900});
     for (const bool separately : {false, true}) {
         WaveStage stage;

@@ -71,7 +71,7 @@ TEST(ScanWave, Scan_FormatChunkBelow16_Is5) {
 
 TEST(ScanWave, Scan_Format_DecidesBetween0And6) {
     struct Row {
-        WavBuilder file;
+        Wav file;
         std::int32_t code;
     };
     const std::vector<Row> rows = {
@@ -96,7 +96,7 @@ TEST(ScanWave, Scan_Format_DecidesBetween0And6) {
     };
     for (std::size_t i = 0; i < rows.size(); ++i) {
         WaveStage stage;
-        WavBuilder file = rows[i].file;
+        Wav file = rows[i].file;
         EXPECT_EQ(stage.Scan(file.Tone(2 * Block).Bytes()), rows[i].code) << i;
         EXPECT_EQ(stage.events.empty(), rows[i].code != 0) << i;
         EXPECT_TRUE(stage.app.desktop.boxes.empty()) << i;
@@ -223,7 +223,7 @@ TEST(ScanWave, Start_FirstAudibleAtByte6_Is4) {
 
 TEST(ScanWave, Start_LeftSilentRightAudible_KeepsTheWholeFrame) {
     WaveStage stage;
-    WavBuilder file = Wav().Silence(400);
+    Wav file = Wav().Silence(400);
     for (int i = 0; i < 30000; ++i) file.Samples({0, 900});
     ASSERT_EQ(stage.Scan(file.Bytes()), 0);
     EXPECT_EQ(stage.wave.TrimStart, 400);
