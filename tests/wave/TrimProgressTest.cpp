@@ -51,7 +51,7 @@ TEST(TrimProgress, TimeText_CountsInWholeParts) {
     EXPECT_EQ(TimeText(words, 10583999), "0 mins 59 secs 999 ms");
     EXPECT_EQ(TimeText(words, 10584000), "1 mins 00 secs 000 ms");
     EXPECT_EQ(TimeText(words, 12 * 10584000 + 5 * 176400 + 1764), "12 mins 05 secs 010 ms");
-    EXPECT_EQ(TimeText(words, 2147483647), "202 mins 53 secs 955 ms");
+    EXPECT_EQ(TimeText(words, 2147483647), "202 mins 53 secs 943 ms");
 }
 
 TEST(TrimProgress, ProgressTexts_TellMinutesAndSeconds) {
