@@ -70,6 +70,47 @@ std::string AcceleratorOf(std::string_view caption) {
     return ToLower(letter);
 }
 
+TEST(MessageTable, Tables_Have357RisingNumbersAndValidTexts) {
+    for (const Language language : Languages) {
+        const auto table = MessageTable(language);
+        ASSERT_EQ(table.size(), 357U);
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            EXPECT_TRUE(i == 0 || table[i - 1].id < table[i].id) << table[i].id;
+            EXPECT_EQ(table[i].id, MessageTable(Language::English)[i].id);
+            EXPECT_FALSE(table[i].text.empty()) << table[i].id;
+            EXPECT_TRUE(IsValidUtf8(table[i].text)) << table[i].id;
+        }
+    }
+}
+
+TEST(MessageTable, OddSpellings_AreKept) {
+    const std::pair<int, const char*> rows[] = {
+        {0, "ENGLISH"},
+        {3, "%1\\zeftaa.exe"},
+        {1011, "An error occured while processing file \"%1\":\\n\\n%2."},
+        {1032, "We can not created the file."},
+        {10009, "File \"%1\"\\nis market as read only!\\n\\nContinue anyway?"},
+        {10010, "File \"%1\"is not a valid WAVe file.\\n\\nReencode it to desired format?"},
+        {32009, "Are you shure?"},
+        {32014, "Enquee: %1"},
+        {32019, "The fodler %1 is not empty! Delete anyway?"},
+        {32175, "&Enquee all audio files "},
+        {32196, "&Check fo new version"},
+        {33201, "copying playlist "},
+        {33204, " bytes"},
+        {33731, "Separetely if difference is more than 0.5db"}};
+    for (const auto& [id, text] : rows) EXPECT_EQ(FindMessage(Language::English, id), text);
+    EXPECT_EQ(FindMessage(Language::Russian, 1), "zefta_rus.chm");
+    EXPECT_EQ(FindMessage(Language::Russian, 2), "zeftarus.exe");
+    EXPECT_EQ(FindMessage(Language::Russian, 3), "\"%1\\zeftaa.exe\" /r");
+    EXPECT_EQ(FindMessage(Language::English, 7), std::nullopt);
+}
+
+TEST(MessageTable, LanguageOfTag_RussianForRussianOnly) {
+    EXPECT_EQ(LanguageOfTag("ru_RU.UTF-8"), Language::Russian);
+    for (const char* tag : {"", "C", "en_US", "uk_UA"}) EXPECT_EQ(LanguageOfTag(tag), Language::English);
+}
+
 TEST(MessageTable, EnglishTexts_StandLetterForLetter) {
     // FNV-1a over "number TAB text LF" of all rows: language files and people's habits go by these texts.
     std::uint64_t hash = 0xCBF29CE484222325U;

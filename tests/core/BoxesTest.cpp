@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include "core/Boxes.h"
+#include "core/Folders.h"
+#include "platform/RuntimeError.h"
+#include "support/TestApp.h"
+
+namespace zefta::test {
+namespace {
+
+class BoxesTest : public ::testing::Test {
+  protected:
+    TestApp app;
+};
+
+TEST_F(BoxesTest, EveryBox_HasItsKindAndTheTitleOfTheApplication) {
+    ShowParamsError(app);
+    ShowWarning(app, "careful");
+    ShowPlainBox(app, "OK");
+    ASSERT_EQ(app.desktop.boxes.size(), 3U);
+    EXPECT_EQ(app.desktop.boxes[0].kind, BoxKind::Critical);
+    EXPECT_EQ(app.desktop.boxes[0].text, "Incorrect command line parameters!");
+    EXPECT_EQ(app.desktop.boxes[1].kind, BoxKind::Warning);
+    EXPECT_EQ(app.desktop.boxes[2].kind, BoxKind::Plain);
+    for (const auto& box : app.desktop.boxes) EXPECT_EQ(box.caption, "Kestrin Zeftaworks");
+}
+
+TEST_F(BoxesTest, CheckRuntimeError_ShowsAndTakesTheFailure) {
+    EXPECT_TRUE(CheckRuntimeError(app, [] { throw RuntimeError(ErrorNumber::Overflow); }));
+    EXPECT_EQ(app.desktop.boxes[0].text, "Error #6\r\n\r\nOverflow");
+    EXPECT_FALSE(CheckRuntimeError(app, [] {}));
+    EXPECT_EQ(app.desktop.boxes.size(), 1U);
+}
+
+TEST_F(BoxesTest, AskYesNo_TrueForYesOnly) {
+    app.desktop.answers = {true, false};
+    EXPECT_TRUE(AskYesNo(app, "Sure?"));
+    EXPECT_FALSE(AskYesNo(app, "Sure?", "Title"));
+    EXPECT_EQ(app.desktop.questions[0].caption, "Kestrin Zeftaworks");
+    EXPECT_EQ(app.desktop.questions[1].caption, "Title");
+}
+
+TEST_F(BoxesTest, ChangeToFolder_MissingOrEmpty_KeepsTheOld) {
+    EXPECT_EQ(ChangeToFolder(app.files, app.folder / "none"), "");
+    EXPECT_EQ(ChangeToFolder(app.files, ""), "");
+    EXPECT_EQ(app.files.CurrentFolder(), app.folder.Path());
+    EXPECT_EQ(ChangeToFolder(app.files, "/"), "/");
+    EXPECT_EQ(app.files.CurrentFolder(), "/");
+}
+
+TEST_F(BoxesTest, SplitFileSpec_IsAbsoluteInEveryForm) {
+    const std::string here = app.folder.Path();
+    const struct {
+        std::string spec, folder, mask;
+    } rows[] = {{"*.wav", here, "*.wav"},
+                {"sub/*.wav", here + "/sub", "*.wav"},
+                {"sub\\*.wav", here + "/sub", "*.wav"},
+                {"/abs/*.wav", "/abs", "*.wav"},
+                {"/x.wav", "/", "x.wav"}};
+    for (const auto& row : rows) {
+        const FolderAndMask split = SplitFileSpec(app.files, row.spec);
+        EXPECT_EQ(split.folder, row.folder) << row.spec;
+        EXPECT_EQ(split.mask, row.mask) << row.spec;
+    }
+}
+
+TEST_F(BoxesTest, ReleaseGlobals_EmptiesWhatTheRunGathered) {
+    app.messages.LanguageStrings["1"] = "x";
+    ReleaseGlobals(app);
+    EXPECT_TRUE(app.messages.LanguageStrings.empty());
+    EXPECT_EQ(app.defaultWaveFile, nullptr);
+}
+
+}  // namespace
+}  // namespace zefta::test
