@@ -1,14 +1,13 @@
-#include "wave/WaveTrim.h"
+#include <filesystem>
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 #include "core/BlockCopy.h"
 #include "core/Options.h"
 #include "support/FaultInjectingFileSystem.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
+#include "wave/WaveTrim.h"
 
 namespace zefta::test {
 namespace {
@@ -44,7 +43,8 @@ TEST_F(WaveTrimTest, NoFileSpec_WorksOnAllWavFilesOfTheCurrentFolder) {
 
 TEST_F(WaveTrimTest, FolderPart_IsWalkedInEveryForm) {
     std::filesystem::create_directory(app.folder / "sub");
-    for (const std::string& spec : {std::string("sub/x.wav"), std::string("sub\\X.WAV"), app.folder / "sub/*.wav"}) {
+    for (const std::string& spec :
+         {std::string("sub/x.wav"), std::string("sub\\X.WAV"), app.folder / "sub/*.wav"}) {
         app.folder.Write("sub/x.wav", original);
         Run({spec, "/nb", "/before", "1", "/after", "1"});
         EXPECT_EQ(app.folder.Read("sub/x.wav"), trimmed) << spec;
@@ -80,10 +80,12 @@ TEST_F(WaveTrimTest, NoBackup_AfterAFailure_KeepsIt) {
         app.folder.Write("a.wav", original);
         FaultInjectingFileSystem failing(app.TestWorld::files);
         failing.faults.plan = {FaultPlan::Mode::FromTheNthOn, nth, ErrorNumber::DiskFull};
-        App failingApp(app.machine, failing, app.desktop, app.processes, app.userSettings, app.machineSettings);
+        App failingApp(app.machine, failing, app.desktop, app.processes, app.userSettings,
+                       app.machineSettings);
         ParseCommandLine(failingApp, CommandLine({"/wt", "/nb"}));
         WaveTrimJob(failingApp);
-        const bool rewritten = app.folder.Exists("a.wav") && app.folder.Read("a.wav") == Wav().Audio(tone).Bytes();
+        const bool rewritten =
+            app.folder.Exists("a.wav") && app.folder.Read("a.wav") == Wav().Audio(tone).Bytes();
         const bool untouched = app.folder.Exists("a.wav") && app.folder.Read("a.wav") == original;
         const bool backedUp = app.folder.Exists("a.wav.BAK") && app.folder.Read("a.wav.BAK") == original;
         EXPECT_TRUE(rewritten || untouched || backedUp) << nth;
@@ -133,7 +135,8 @@ TEST_F(WaveTrimTest, FileWithoutFoundAudio_IsRefusedAndKept) {
     app.folder.Write("a.wav", streamed);
     Run({"/nb"});
     EXPECT_EQ(app.folder.Read("a.wav"), streamed);
-    EXPECT_NE(app.desktop.boxes.at(0).text.find("Scan process have not been passed successfully!"), std::string::npos);
+    EXPECT_NE(app.desktop.boxes.at(0).text.find("Scan process have not been passed successfully!"),
+              std::string::npos);
 }
 
 TEST_F(WaveTrimTest, RuntimeFailureOfOneFile_IsToldAndTheWalkGoesOn) {
