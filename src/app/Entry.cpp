@@ -18,7 +18,9 @@ namespace {
 
 constexpr std::int32_t FileJob = 11;
 
-int Status(const App& app) { return app.desktop.HasComplained() ? ExitComplaint : ExitDone; }
+int Status(const App& app) {
+    return app.desktop.HasComplained() ? ExitComplaint : ExitDone;
+}
 
 int SayNotInThisVersion(App& app, const std::string& what) {
     ShowWarning(app, what + " is not part of this version.");
@@ -76,8 +78,7 @@ bool Answer(const std::vector<std::string>& arguments, std::ostream& output) {
 
 /// A failure that no routine trapped: said in the form of its message, whatever is broken.
 int EndByFailure(App& app, const RuntimeError& error) {
-    const std::string text =
-        app.messages.GetMessage(1000, std::to_string(error.Number()), error.Text());
+    const std::string text = app.messages.GetMessage(1000, std::to_string(error.Number()), error.Text());
     app.desktop.ShowBox(BoxKind::Critical, text, ApplicationTitle());
     return ExitComplaint;
 }

@@ -12,24 +12,15 @@ namespace zefta {
 namespace {
 
 constexpr Job Jobs[] = {
-    {1, "/rename", false, nullptr},
-    {2, "/rename2", false, nullptr},
-    {3, "/autorename", false, nullptr},
-    {4, "/change", false, nullptr},
-    {5, "/copy", false, nullptr},
-    {6, "/encode", false, EncodeJob},
-    {7, "/decode", false, nullptr},
-    {8, "/makelist", false, nullptr},
-    {9, "/setup", true, nullptr},
-    {10, "/help", false, OpenManual},
-    {13, "/agent", false, nullptr},
-    {14, "/compress_audio_cd", true, nullptr},
-    {15, "/fixheader", false, nullptr},
-    {16, "/wavetrim", false, WaveTrimJob},
-    {17, "/split", false, nullptr},
-    {19, "/crop", false, nullptr},
-    {20, "/makezfc", false, nullptr},
-    {21, "/lng", false, WriteLanguageTemplate},
+    {1, "/rename", false, nullptr},     {2, "/rename2", false, nullptr},
+    {3, "/autorename", false, nullptr}, {4, "/change", false, nullptr},
+    {5, "/copy", false, nullptr},       {6, "/encode", false, EncodeJob},
+    {7, "/decode", false, nullptr},     {8, "/makelist", false, nullptr},
+    {9, "/setup", true, nullptr},       {10, "/help", false, OpenManual},
+    {13, "/agent", false, nullptr},     {14, "/compress_audio_cd", true, nullptr},
+    {15, "/fixheader", false, nullptr}, {16, "/wavetrim", false, WaveTrimJob},
+    {17, "/split", false, nullptr},     {19, "/crop", false, nullptr},
+    {20, "/makezfc", false, nullptr},   {21, "/lng", false, WriteLanguageTemplate},
 };
 
 }  // namespace

@@ -67,7 +67,8 @@ struct AppState : RunSwitches, EnabledModes {
     /// Silence to leave, in CD frames.
     std::int32_t BeforeGap = 0;
     std::int32_t AfterGap = 0;
-    /// New tag values. "" leaves a field alone; a given value ends in a blank, so that a lone blank clears it.
+    /// New tag values. "" leaves a field alone; a given value ends in a blank, so that a lone blank clears
+    /// it.
     std::string OptArtist;
     std::string OptTitle;
     std::string OptAlbum;

@@ -25,11 +25,17 @@ std::string LittleEndianBytes(std::uint32_t value, std::size_t width) {
 
 }  // namespace
 
-std::int32_t ToLong(std::string_view bytes) { return static_cast<std::int32_t>(LittleEndian(bytes, 4)); }
+std::int32_t ToLong(std::string_view bytes) {
+    return static_cast<std::int32_t>(LittleEndian(bytes, 4));
+}
 
-std::int16_t ToShort(std::string_view bytes) { return static_cast<std::int16_t>(LittleEndian(bytes, 2)); }
+std::int16_t ToShort(std::string_view bytes) {
+    return static_cast<std::int16_t>(LittleEndian(bytes, 2));
+}
 
-std::string FromLong(std::int32_t value) { return LittleEndianBytes(static_cast<std::uint32_t>(value), 4); }
+std::string FromLong(std::int32_t value) {
+    return LittleEndianBytes(static_cast<std::uint32_t>(value), 4);
+}
 
 std::string FromShort(std::int16_t value) {
     return LittleEndianBytes(static_cast<std::uint16_t>(value), 2);
@@ -51,6 +57,8 @@ std::string LongToSyncSafe(std::int32_t value) {
     return bytes;
 }
 
-double RatioToDb(double ratio) { return 20 * std::log10(ratio); }
+double RatioToDb(double ratio) {
+    return 20 * std::log10(ratio);
+}
 
 }  // namespace zefta::ByteCodec

@@ -18,7 +18,9 @@ CommandLine::CommandLine(std::vector<std::string> tokens) : tokens_(std::move(to
     tokens_.resize(std::min(tokens_.size(), MaximumTokens));
 }
 
-std::string CommandLine::Item(std::int32_t index) const { return AsciiLower(RawItem(index)); }
+std::string CommandLine::Item(std::int32_t index) const {
+    return AsciiLower(RawItem(index));
+}
 
 std::string CommandLine::RawItem(std::int32_t index) const {
     return index >= 1 && index <= Count() ? tokens_[static_cast<std::size_t>(index) - 1] : std::string();

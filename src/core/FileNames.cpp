@@ -39,7 +39,9 @@ std::string CutToLength(const std::string& text) {
     return text.substr(0, length);
 }
 
-void DropDotsAndBlanksAtEnd(std::string& name) { name.resize(name.find_last_not_of(". ") + 1); }
+void DropDotsAndBlanksAtEnd(std::string& name) {
+    name.resize(name.find_last_not_of(". ") + 1);
+}
 
 }  // namespace
 

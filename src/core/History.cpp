@@ -46,8 +46,12 @@ void Save(SettingsStore& store, const HistoryKeys& keys, const std::vector<std::
 
 }  // namespace
 
-std::vector<std::string> LoadRecentFolders(const SettingsStore& store) { return Load(store, FolderKeys); }
-std::vector<std::string> LoadRenameTemplates(const SettingsStore& store) { return Load(store, TemplateKeys); }
+std::vector<std::string> LoadRecentFolders(const SettingsStore& store) {
+    return Load(store, FolderKeys);
+}
+std::vector<std::string> LoadRenameTemplates(const SettingsStore& store) {
+    return Load(store, TemplateKeys);
+}
 
 void SaveRecentFolders(SettingsStore& store, const std::vector<std::string>& folders) {
     Save(store, FolderKeys, folders);

@@ -22,15 +22,15 @@ struct RateWord {
 constexpr std::uint8_t KeepMode = 0;
 
 constexpr RateWord RateWords[] = {
-    {"112", KeepBitrate, 1, true},   {"128", 128, 2, false},          {"160", 160, 3, false},
-    {"192", 192, 4, false},          {"224", 224, KeepMode, false},   {"256", 256, 5, false},
-    {"320", 320, KeepMode, false},   {"350", KeepBitrate, 6, true},   {"s1", 9001, KeepMode, false},
-    {"s2", 9002, KeepMode, false},   {"s3", 9003, KeepMode, false},   {"ob1", KeepBitrate, 1, true},
-    {"ob2", KeepBitrate, 2, true},   {"ob3", KeepBitrate, 3, true},   {"ob4", KeepBitrate, 4, true},
-    {"ob5", KeepBitrate, 5, true},   {"ob6", KeepBitrate, 6, true},   {"oq0", KeepBitrate, 10, true},
-    {"oq1", KeepBitrate, 11, true},  {"oq2", KeepBitrate, 12, true},  {"oq3", KeepBitrate, 13, true},
-    {"oq4", KeepBitrate, 14, true},  {"oq5", KeepBitrate, 15, true},  {"oq6", KeepBitrate, 16, true},
-    {"oq7", KeepBitrate, 17, true},  {"oq8", KeepBitrate, 18, true},  {"oq9", KeepBitrate, 19, true},
+    {"112", KeepBitrate, 1, true},   {"128", 128, 2, false},         {"160", 160, 3, false},
+    {"192", 192, 4, false},          {"224", 224, KeepMode, false},  {"256", 256, 5, false},
+    {"320", 320, KeepMode, false},   {"350", KeepBitrate, 6, true},  {"s1", 9001, KeepMode, false},
+    {"s2", 9002, KeepMode, false},   {"s3", 9003, KeepMode, false},  {"ob1", KeepBitrate, 1, true},
+    {"ob2", KeepBitrate, 2, true},   {"ob3", KeepBitrate, 3, true},  {"ob4", KeepBitrate, 4, true},
+    {"ob5", KeepBitrate, 5, true},   {"ob6", KeepBitrate, 6, true},  {"oq0", KeepBitrate, 10, true},
+    {"oq1", KeepBitrate, 11, true},  {"oq2", KeepBitrate, 12, true}, {"oq3", KeepBitrate, 13, true},
+    {"oq4", KeepBitrate, 14, true},  {"oq5", KeepBitrate, 15, true}, {"oq6", KeepBitrate, 16, true},
+    {"oq7", KeepBitrate, 17, true},  {"oq8", KeepBitrate, 18, true}, {"oq9", KeepBitrate, 19, true},
     {"oq10", KeepBitrate, 20, true},
 };
 

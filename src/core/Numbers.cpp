@@ -29,7 +29,9 @@ Target Round(double value) {
     return static_cast<Target>(rounded);
 }
 
-bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
 
 /// Length of the number at the start of the text (sign, digits, fraction); 0 when there is no digit.
 std::size_t NumberLength(std::string_view text) {
@@ -57,17 +59,35 @@ double ParseNumber(std::string_view number) {
 
 }  // namespace
 
-std::int32_t ToI32(double value) { return Round<std::int32_t>(value); }
-std::int16_t ToI16(double value) { return Round<std::int16_t>(value); }
-std::uint8_t ToByte(double value) { return Round<std::uint8_t>(value); }
+std::int32_t ToI32(double value) {
+    return Round<std::int32_t>(value);
+}
+std::int16_t ToI16(double value) {
+    return Round<std::int16_t>(value);
+}
+std::uint8_t ToByte(double value) {
+    return Round<std::uint8_t>(value);
+}
 
-std::int32_t ToI32(std::int64_t value) { return Narrow<std::int32_t>(value); }
-std::int16_t ToI16(std::int64_t value) { return Narrow<std::int16_t>(value); }
-std::uint8_t ToByte(std::int64_t value) { return Narrow<std::uint8_t>(value); }
+std::int32_t ToI32(std::int64_t value) {
+    return Narrow<std::int32_t>(value);
+}
+std::int16_t ToI16(std::int64_t value) {
+    return Narrow<std::int16_t>(value);
+}
+std::uint8_t ToByte(std::int64_t value) {
+    return Narrow<std::uint8_t>(value);
+}
 
-std::int32_t Add(std::int32_t a, std::int32_t b) { return ToI32(std::int64_t{a} + b); }
-std::int32_t Subtract(std::int32_t a, std::int32_t b) { return ToI32(std::int64_t{a} - b); }
-std::int32_t Multiply(std::int32_t a, std::int32_t b) { return ToI32(std::int64_t{a} * b); }
+std::int32_t Add(std::int32_t a, std::int32_t b) {
+    return ToI32(std::int64_t{a} + b);
+}
+std::int32_t Subtract(std::int32_t a, std::int32_t b) {
+    return ToI32(std::int64_t{a} - b);
+}
+std::int32_t Multiply(std::int32_t a, std::int32_t b) {
+    return ToI32(std::int64_t{a} * b);
+}
 
 double LeadingNumber(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
@@ -76,7 +96,8 @@ double LeadingNumber(std::string_view text) {
 
 std::int32_t WholeNumber(std::string_view text) {
     const std::string number = Trim(text);
-    if (number.empty() || NumberLength(number) != number.size()) throw RuntimeError(ErrorNumber::TypeMismatch);
+    if (number.empty() || NumberLength(number) != number.size())
+        throw RuntimeError(ErrorNumber::TypeMismatch);
     return ToI32(ParseNumber(number));
 }
 

@@ -32,7 +32,9 @@ void SetJobWithWindows(Reader& reader, std::int32_t code, std::string_view mask)
 }
 
 /// A value is given even when it is empty: the blank behind it lets it clear a field.
-std::string GivenText(const std::string& value) { return Trim(value) + " "; }
+std::string GivenText(const std::string& value) {
+    return Trim(value) + " ";
+}
 
 void TakeText(Reader& reader, std::string AppState::*field) {
     if (const auto value = reader.TakeValue()) reader.app.state.*field = GivenText(*value);
@@ -59,7 +61,9 @@ void SetSilence(Reader& reader, std::int32_t minimum, std::int32_t maximum) {
 }
 
 /// Names by tags are made by two jobs only; their options must follow them.
-bool IsRenameJob(const AppState& state) { return state.JobCode == 3 || state.JobCode == 1; }
+bool IsRenameJob(const AppState& state) {
+    return state.JobCode == 3 || state.JobCode == 1;
+}
 
 void ApplyChange(Reader& reader) {
     SetJob(reader, 4, "*.mp3");
@@ -220,7 +224,9 @@ bool HoldsWord(std::string_view list, std::string_view word) {
 
 }  // namespace
 
-std::span<const Option> OptionTable() { return Options; }
+std::span<const Option> OptionTable() {
+    return Options;
+}
 
 const Option* FindOption(std::string_view name) {
     const auto found = std::find_if(std::begin(Options), std::end(Options),

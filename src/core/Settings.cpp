@@ -58,11 +58,14 @@ void LoadSettings(App& app) {
 }
 
 void LoadPriorityClass(App& app) {
-    const std::string name = AsciiLower(app.userSettings.GetValue(Section, "PriorityClass").value_or("Normal"));
+    const std::string name =
+        AsciiLower(app.userSettings.GetValue(Section, "PriorityClass").value_or("Normal"));
     app.state.PriorityClass = name == "idle" ? IdlePriority : name == "high" ? HighPriority : NormalPriority;
 }
 
-void SaveMainSettings(App& app) { app.userSettings.Apply(ChangesOf(app, Saver::Main)); }
+void SaveMainSettings(App& app) {
+    app.userSettings.Apply(ChangesOf(app, Saver::Main));
+}
 
 void SaveSettings(App& app) {
     std::vector<SettingChange> changes = ChangesOf(app, Saver::Options);
@@ -70,8 +73,14 @@ void SaveSettings(App& app) {
     app.userSettings.Apply(changes);
 }
 
-void SaveCompressCDSettings(App& app) { app.userSettings.Apply(ChangesOf(app, Saver::CompressCD)); }
-void SaveRenameSettings(App& app) { app.userSettings.Apply(ChangesOf(app, Saver::Rename)); }
-void SaveChangeTagsSettings(App& app) { app.userSettings.Apply(ChangesOf(app, Saver::ChangeTags)); }
+void SaveCompressCDSettings(App& app) {
+    app.userSettings.Apply(ChangesOf(app, Saver::CompressCD));
+}
+void SaveRenameSettings(App& app) {
+    app.userSettings.Apply(ChangesOf(app, Saver::Rename));
+}
+void SaveChangeTagsSettings(App& app) {
+    app.userSettings.Apply(ChangesOf(app, Saver::ChangeTags));
+}
 
 }  // namespace zefta

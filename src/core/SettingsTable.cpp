@@ -161,10 +161,18 @@ bool Read(std::string& field, const std::string& text) {
     return true;
 }
 
-std::string Text(bool value) { return value ? "True" : "False"; }
-std::string Text(std::int16_t value) { return std::to_string(value); }
-std::string Text(std::uint8_t value) { return std::to_string(value); }
-std::string Text(const std::string& value) { return value; }
+std::string Text(bool value) {
+    return value ? "True" : "False";
+}
+std::string Text(std::int16_t value) {
+    return std::to_string(value);
+}
+std::string Text(std::uint8_t value) {
+    return std::to_string(value);
+}
+std::string Text(const std::string& value) {
+    return value;
+}
 
 }  // namespace
 

@@ -22,6 +22,8 @@ const VersionRecord& ProgramVersion();
 std::string VersionText(const VersionRecord& version = ProgramVersion());
 
 /// The caption of every box and the name that files carry as their encoder's.
-inline std::string ApplicationTitle() { return std::string(ProgramVersion().Title); }
+inline std::string ApplicationTitle() {
+    return std::string(ProgramVersion().Title);
+}
 
 }  // namespace zefta

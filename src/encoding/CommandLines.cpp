@@ -25,7 +25,9 @@ std::string OutputArgument(const EncodeSource& source) {
 /// full VBR line.
 std::string VariableRateOptions(const AppState& state) {
     const int rate = state.Bitrate;
-    const int mode = rate < 110 || rate > 310 ? 555 : rate < 140 ? 1128 : rate < 175 ? 1160
+    const int mode = rate < 110 || rate > 310 ? 555
+                     : rate < 140             ? 1128
+                     : rate < 175             ? 1160
                      : rate < 210             ? 1192
                                               : 1256;
     return CatalogueOptions(state, mode) + (mode == 555 ? "" : std::to_string(rate));
@@ -34,7 +36,8 @@ std::string VariableRateOptions(const AppState& state) {
 std::string ConstantRateOptions(const AppState& state) {
     switch (state.Bitrate) {
         // No list offers this rate; the command line does.
-        case 224: return "lame.exe -m s -h -b 224 --lowpass 19.5 ";
+        case 224:
+            return "lame.exe -m s -h -b 224 --lowpass 19.5 ";
         case 128:
         case 160:
         case 192:
@@ -42,8 +45,10 @@ std::string ConstantRateOptions(const AppState& state) {
         case 320:
         case 9001:
         case 9002:
-        case 9003: return CatalogueOptions(state, state.Bitrate);
-        default: return {};
+        case 9003:
+            return CatalogueOptions(state, state.Bitrate);
+        default:
+            return {};
     }
 }
 

@@ -22,7 +22,8 @@ void EncodeOneFile(App& app, const std::string& folder, const std::string& name)
         // One file that fails (a full disk under its tag) does not end the walk.
         CheckRuntimeError(app, [&] { EncodeWaveFile(app, folder, name); });
     } else if (IsCompressedFile(name)) {
-        ShowWarning(app, "\"" + app.ansi.ToText(name) + "\": this version cannot re-encode compressed files.");
+        ShowWarning(app,
+                    "\"" + app.ansi.ToText(name) + "\": this version cannot re-encode compressed files.");
     }
 }
 

@@ -10,7 +10,9 @@ namespace zefta {
 
 namespace {
 
-const CustomPreset* NoPreset(const AppState&) { return nullptr; }
+const CustomPreset* NoPreset(const AppState&) {
+    return nullptr;
+}
 
 template <auto Presets, std::size_t Index>
 const CustomPreset* Preset(const AppState& state) {
@@ -88,7 +90,9 @@ constexpr EncodingMode Catalogue[] = {
 
 }  // namespace
 
-std::span<const EncodingMode> ModeCatalogue() { return Catalogue; }
+std::span<const EncodingMode> ModeCatalogue() {
+    return Catalogue;
+}
 
 const EncodingMode* FindMode(std::int32_t code) {
     const auto found = std::find_if(std::begin(Catalogue), std::end(Catalogue),

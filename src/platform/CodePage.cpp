@@ -53,7 +53,7 @@ std::string CodePage::ToText(std::string_view bytes) const {
 }
 
 const std::vector<int>& KnownCodePages() {
-    static const std::vector<int> numbers = {874,  1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258};
+    static const std::vector<int> numbers = {874, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258};
     return numbers;
 }
 

@@ -63,8 +63,8 @@ class FileSystem {
     virtual bool IsReadOnly(const std::string& path) const = 0;
     virtual void SetReadOnly(const std::string& path, bool readOnly) = 0;
 
-    /// Gives `target` the permissions, the owner and the extended attributes of `source`, as far as the person
-    /// may.
+    /// Gives `target` the permissions, the owner and the extended attributes of `source`, as far as the
+    /// person may.
     virtual void CopyAttributes(const std::string& source, const std::string& target) = 0;
 
     virtual void CreateFolder(const std::string& path) = 0;

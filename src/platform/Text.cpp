@@ -13,7 +13,9 @@ std::size_t SequenceLength(unsigned char first) {
     return 0;
 }
 
-bool IsSurrogate(char32_t character) { return character >= 0xD800 && character <= 0xDFFF; }
+bool IsSurrogate(char32_t character) {
+    return character >= 0xD800 && character <= 0xDFFF;
+}
 
 /// Whether the character needs all the bytes that it came in.
 bool IsShortestForm(char32_t character, std::size_t length) {
@@ -48,7 +50,9 @@ bool IsValidUtf8(std::string_view text) {
 }
 
 void AppendUtf8(std::string& text, char32_t character) {
-    const auto tail = [&](unsigned shift) { text += static_cast<char>(0x80 | ((character >> shift) & 0x3F)); };
+    const auto tail = [&](unsigned shift) {
+        text += static_cast<char>(0x80 | ((character >> shift) & 0x3F));
+    };
     if (character < 0x80) {
         text += static_cast<char>(character);
     } else if (character < 0x800) {

@@ -23,7 +23,8 @@ bool Holds(const Command& command, std::string_view option) {
 
 /// The tool of today names the output a.wav, where a.mp3.wav is looked for.
 void NameDecodedOutput(const Command& command, Arguments& arguments) {
-    if (Holds(command, "--decode") && Holds(command, "--mp3input")) arguments.push_back(command.back().text + ".wav");
+    if (Holds(command, "--decode") && Holds(command, "--mp3input"))
+        arguments.push_back(command.back().text + ".wav");
 }
 
 /// '%' begins a place holder in the output name of today's tool.
@@ -45,14 +46,14 @@ struct ToolRow {
 };
 
 constexpr ToolRow Tools[] = {
-    {"lame", "", NameDecodedOutput}, {"oggenc", "", DoublePerCents},   {"oggdec", "", nullptr},
+    {"lame", "", NameDecodedOutput}, {"oggenc", "", DoublePerCents}, {"oggdec", "", nullptr},
     {"mppenc", "mpcenc", nullptr},   {"mppdec", "mpcdec", nullptr},
 };
 
 const ToolRow* FindTool(const std::string& program) {
     const std::string stem = Stem(program);
-    const auto row =
-        std::find_if(std::begin(Tools), std::end(Tools), [&](const ToolRow& tool) { return tool.tool == stem; });
+    const auto row = std::find_if(std::begin(Tools), std::end(Tools),
+                                  [&](const ToolRow& tool) { return tool.tool == stem; });
     return row == std::end(Tools) ? nullptr : row;
 }
 

@@ -32,7 +32,8 @@ void OggVorbisExtension::addExCom(const std::string& text) {
 }
 
 std::string OggVorbisExtension::getExComValue(std::int16_t index) const {
-    return index >= 1 && index <= getExComCount() ? ExComs[static_cast<std::size_t>(index) - 1] : std::string();
+    return index >= 1 && index <= getExComCount() ? ExComs[static_cast<std::size_t>(index) - 1]
+                                                  : std::string();
 }
 
 std::string OggVorbisExtension::getExComInOneString() const {
@@ -52,10 +53,16 @@ void OggVorbisExtension::removeExCom(std::int16_t index) {
     if (index >= 1 && index <= getExComCount()) ExComs.erase(ExComs.begin() + (index - 1));
 }
 
-void OggVorbisExtension::removeAllExCom() { ExComs.clear(); }
+void OggVorbisExtension::removeAllExCom() {
+    ExComs.clear();
+}
 
-std::string ID3Tag::Time() const { return std::to_string(Seconds / 60) + ":" + TwoDigits(Seconds % 60); }
+std::string ID3Tag::Time() const {
+    return std::to_string(Seconds / 60) + ":" + TwoDigits(Seconds % 60);
+}
 
-std::string ID3Tag::Time2x2() const { return TwoDigits(Seconds / 60) + ":" + TwoDigits(Seconds % 60); }
+std::string ID3Tag::Time2x2() const {
+    return TwoDigits(Seconds / 60) + ":" + TwoDigits(Seconds % 60);
+}
 
 }  // namespace zefta

@@ -49,7 +49,9 @@ void ReadCommentAndTrack(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     tag.Genre = ReadByte(file);
 }
 
-std::string NewTag() { return std::string(Marker) + std::string(124, ' ') + '\xFF'; }
+std::string NewTag() {
+    return std::string(Marker) + std::string(124, ' ') + '\xFF';
+}
 
 /// The tag's 128 bytes with the record merged into them; empty fields of the record take over the old values.
 std::string MergedTag(std::string bytes, ID3Tag& tag, const ID3Tag& old, const CodePage& ansi) {

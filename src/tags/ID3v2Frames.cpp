@@ -91,7 +91,9 @@ constexpr ID3v2Frame Frames[] = {
 
 }  // namespace
 
-std::span<const ID3v2Frame> ID3v2Frames() { return Frames; }
+std::span<const ID3v2Frame> ID3v2Frames() {
+    return Frames;
+}
 
 const ID3v2Frame* FindID3v2Frame(std::string_view identifier) {
     const auto found = std::find_if(std::begin(Frames), std::end(Frames),

@@ -35,7 +35,8 @@ struct RenderedTag {
 RenderedTag RenderTag(const ID3v2Extension& tag, std::int32_t size, const CodePage& ansi) {
     using namespace std::string_literals;
     RenderedTag rendered;
-    rendered.bytes = std::string(Marker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + ID3v2FrameArea(tag, ansi);
+    rendered.bytes =
+        std::string(Marker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + ID3v2FrameArea(tag, ansi);
     const std::int64_t fill =
         std::int64_t{size} + ID3v2HeaderSize - static_cast<std::int64_t>(rendered.bytes.size());
     if (fill < 0) {
@@ -84,8 +85,8 @@ bool Rebuild(FileSystem& files, BinaryFile& old, const std::string& path, const 
 std::string WriteFrame(std::string_view identifier, std::string_view text) {
     using namespace std::string_literals;
     const std::string body = Trim(text);
-    return std::string(identifier) + ByteCodec::LongToSyncSafe(ToI32(static_cast<std::int64_t>(body.size()) + 1)) +
-           "\0\0\0"s + body;
+    return std::string(identifier) +
+           ByteCodec::LongToSyncSafe(ToI32(static_cast<std::int64_t>(body.size()) + 1)) + "\0\0\0"s + body;
 }
 
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {

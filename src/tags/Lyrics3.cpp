@@ -52,10 +52,10 @@ bool ReadLyrics3(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     if (marker == std::string::npos) return false;
     tag.LyricsPresent = true;
     const std::int16_t size = BlockSize(window, marker);
-    // From the end of the file to the byte behind "LYRICSBEGIN", whether a tag stands behind the block or not.
-    const std::int32_t back =
-        windowLength - static_cast<std::int32_t>(marker) + size + static_cast<std::int32_t>(SizeDigits) -
-        BeginMarkerLength;
+    // From the end of the file to the byte behind "LYRICSBEGIN", whether a tag stands behind the block or
+    // not.
+    const std::int32_t back = windowLength - static_cast<std::int32_t>(marker) + size +
+                              static_cast<std::int32_t>(SizeDigits) - BeginMarkerLength;
     if (size >= BeginMarkerLength && file.Seek(-back, SeekFrom::End))
         ReadFields(file.ReadBytes(size - BeginMarkerLength), tag.LyricsExtension, ansi);
     return true;

@@ -7,8 +7,8 @@
 
 namespace zefta {
 
-/// A file that is built beside the one whose place it is to take, under that one's name with ".tmp" behind it.
-/// Gone again when it is dropped before it took the place, whatever went wrong.
+/// A file that is built beside the one whose place it is to take, under that one's name with ".tmp" behind
+/// it. Gone again when it is dropped before it took the place, whatever went wrong.
 class TemporaryFile {
   public:
     /// An old file of that name is replaced. File() is null when it can't be created.

@@ -1,11 +1,10 @@
-#include "core/Numbers.h"
-
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 
+#include <gtest/gtest.h>
+
 #include "core/ByteCodec.h"
+#include "core/Numbers.h"
 #include "support/ExpectRuntimeError.h"
 
 namespace zefta::test {
@@ -40,9 +39,9 @@ TEST(Numbers, Arithmetic_ThatDoesNotFit_Fails6) {
 }
 
 TEST(Numbers, LeadingNumber_TakesWhatFits) {
-    const std::pair<const char*, double> rows[] = {{"12abc", 12}, {"abc", 0},    {"", 0},     {"  7", 7}, {"-3.5x", -3.5},
-                                                   {"+4", 4},     {".5", 0.5},   {"5.", 5},   {"-", 0},   {"1.2.3", 1.2},
-                                                   {"1e5", 1},    {"0x10", 0},   {"- 5", 0}};
+    const std::pair<const char*, double> rows[] = {
+        {"12abc", 12}, {"abc", 0}, {"", 0},        {"  7", 7}, {"-3.5x", -3.5}, {"+4", 4}, {".5", 0.5},
+        {"5.", 5},     {"-", 0},   {"1.2.3", 1.2}, {"1e5", 1}, {"0x10", 0},     {"- 5", 0}};
     for (const auto& [text, number] : rows) EXPECT_EQ(LeadingNumber(text), number) << text;
 }
 

@@ -1,13 +1,12 @@
-#include "core/Options.h"
-
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <iterator>
 #include <set>
 #include <sstream>
 
+#include <gtest/gtest.h>
+
 #include "core/OptionTable.h"
+#include "core/Options.h"
 #include "core/Strings.h"
 #include "support/ExpectRuntimeError.h"
 #include "support/TestApp.h"
@@ -42,11 +41,21 @@ struct JobRow {
 };
 
 const JobRow JobRows[] = {
-    {"/agent", 13, "", false},          {"/wavetrim /wt", 16, "*.wav", true}, {"/split", 17, "", true},
-    {"/crop", 19, "", true},            {"/fixheader", 15, "*.wav", false},   {"/compress_audio_cd /cdda", 14, "", false},
-    {"/rename /r", 1, "*.*", true},     {"/rename2 /r2", 2, "*.*", true},     {"/autorename /ar", 3, "*.m3u", true},
-    {"/makezfc /zfc", 20, "*.m3u", true}, {"/encode /e", 6, "*.wav", false},  {"/decode /d", 7, "*.*", true},
-    {"/makelist /mpl", 8, "", false},   {"/setup", 9, "", false},             {"/help /h /?", 10, "", false},
+    {"/agent", 13, "", false},
+    {"/wavetrim /wt", 16, "*.wav", true},
+    {"/split", 17, "", true},
+    {"/crop", 19, "", true},
+    {"/fixheader", 15, "*.wav", false},
+    {"/compress_audio_cd /cdda", 14, "", false},
+    {"/rename /r", 1, "*.*", true},
+    {"/rename2 /r2", 2, "*.*", true},
+    {"/autorename /ar", 3, "*.m3u", true},
+    {"/makezfc /zfc", 20, "*.m3u", true},
+    {"/encode /e", 6, "*.wav", false},
+    {"/decode /d", 7, "*.*", true},
+    {"/makelist /mpl", 8, "", false},
+    {"/setup", 9, "", false},
+    {"/help /h /?", 10, "", false},
     {"/change /ch", 4, "*.mp3", false},
 };
 
@@ -83,7 +92,9 @@ TEST_F(OptionsTest, JobsThatRunTools_ShowTheirWindows) {
     EXPECT_TRUE(Parse({"/wt", "/dontshowexec", "/showexec"}).ShowExecuteWindows);
 }
 
-TEST_F(OptionsTest, LaterJob_Overrides) { EXPECT_EQ(Parse({"/e", "/d"}).JobCode, 7); }
+TEST_F(OptionsTest, LaterJob_Overrides) {
+    EXPECT_EQ(Parse({"/e", "/d"}).JobCode, 7);
+}
 
 TEST_F(OptionsTest, Copy_IsAJobOnlyWithAValue) {
     EXPECT_EQ(Parse({"/r", "/copy"}).JobCode, 1);
@@ -121,20 +132,34 @@ struct ModeRow {
 };
 
 const ModeRow ModeRows[] = {
-    {"112", 320, false, 1, true, 3, false},   {"128", 128, false, 2, false, 3, false},
-    {"160", 160, false, 3, false, 3, false},  {"192", 192, false, 4, false, 3, false},
-    {"224", 224, false, 18, false, 3, false}, {"256", 256, false, 5, false, 3, false},
-    {"320", 320, false, 18, false, 3, false}, {"350", 320, false, 6, true, 3, false},
-    {"s1", 9001, false, 18, false, 3, false}, {"S2", 9002, false, 18, false, 3, false},
-    {"s3", 9003, false, 18, false, 3, false}, {"ob1", 320, false, 1, true, 3, false},
-    {"ob2", 320, false, 2, true, 3, false},   {"ob3", 320, false, 3, true, 3, false},
-    {"ob4", 320, false, 4, true, 3, false},   {"ob5", 320, false, 5, true, 3, false},
-    {"ob6", 320, false, 6, true, 3, false},   {"oq0", 320, false, 10, true, 3, false},
-    {"oq1", 320, false, 11, true, 3, false},  {"oq2", 320, false, 12, true, 3, false},
-    {"oq3", 320, false, 13, true, 3, false},  {"oq4", 320, false, 14, true, 3, false},
-    {"oq5", 320, false, 15, true, 3, false},  {"oq6", 320, false, 16, true, 3, false},
-    {"oq7", 320, false, 17, true, 3, false},  {"oq8", 320, false, 18, true, 3, false},
-    {"oq9", 320, false, 19, true, 3, false},  {"OQ10", 320, false, 20, true, 3, false},
+    {"112", 320, false, 1, true, 3, false},
+    {"128", 128, false, 2, false, 3, false},
+    {"160", 160, false, 3, false, 3, false},
+    {"192", 192, false, 4, false, 3, false},
+    {"224", 224, false, 18, false, 3, false},
+    {"256", 256, false, 5, false, 3, false},
+    {"320", 320, false, 18, false, 3, false},
+    {"350", 320, false, 6, true, 3, false},
+    {"s1", 9001, false, 18, false, 3, false},
+    {"S2", 9002, false, 18, false, 3, false},
+    {"s3", 9003, false, 18, false, 3, false},
+    {"ob1", 320, false, 1, true, 3, false},
+    {"ob2", 320, false, 2, true, 3, false},
+    {"ob3", 320, false, 3, true, 3, false},
+    {"ob4", 320, false, 4, true, 3, false},
+    {"ob5", 320, false, 5, true, 3, false},
+    {"ob6", 320, false, 6, true, 3, false},
+    {"oq0", 320, false, 10, true, 3, false},
+    {"oq1", 320, false, 11, true, 3, false},
+    {"oq2", 320, false, 12, true, 3, false},
+    {"oq3", 320, false, 13, true, 3, false},
+    {"oq4", 320, false, 14, true, 3, false},
+    {"oq5", 320, false, 15, true, 3, false},
+    {"oq6", 320, false, 16, true, 3, false},
+    {"oq7", 320, false, 17, true, 3, false},
+    {"oq8", 320, false, 18, true, 3, false},
+    {"oq9", 320, false, 19, true, 3, false},
+    {"OQ10", 320, false, 20, true, 3, false},
     {"thumb mpp1 mpc1 m1", 320, false, 18, false, 1, true},
     {"radio mpp2 mpc2 m2", 320, false, 18, false, 2, true},
     {"standard mpp3 mpc3 m3", 320, false, 18, false, 3, true},
@@ -251,7 +276,8 @@ TEST_F(OptionsTest, Template_OnlyBehindARenameJob) {
 }
 
 TEST_F(OptionsTest, TextValues_AreTrimmedAndEndInABlank) {
-    Parse({"/change", "/a", " Artist ", "/t", "Title", "/l", "Album", "/y", "1999", "/m", "Mix", "/tn", "7", "/genre", "rock"});
+    Parse({"/change", "/a", " Artist ", "/t", "Title", "/l", "Album", "/y", "1999", "/m", "Mix", "/tn", "7",
+           "/genre", "rock"});
     EXPECT_EQ(app.state.OptArtist, "Artist ");
     EXPECT_EQ(app.state.OptTitle, "Title ");
     EXPECT_EQ(app.state.OptAlbum, "Album ");
@@ -285,7 +311,8 @@ TEST_F(OptionsTest, PerCents_AreTakenFrom0To100Only) {
 }
 
 TEST_F(OptionsTest, NumbersAndTarget) {
-    Parse({"/before", "3", "/after", "-5", "/freq", "48000Hz", "/offset", "10", "/start", "20", "/end", "30", "/to", " out "});
+    Parse({"/before", "3", "/after", "-5", "/freq", "48000Hz", "/offset", "10", "/start", "20", "/end", "30",
+           "/to", " out "});
     EXPECT_EQ(app.state.BeforeGap, 3);
     EXPECT_EQ(app.state.AfterGap, -5);
     EXPECT_EQ(app.state.Frequency, 48000);
@@ -403,7 +430,9 @@ TEST(OptionTable, EveryName_IsUniqueLowerCaseAndInTheHelp) {
     }
 }
 
-TEST(OptionTable, Help_TellsTheExitStatuses) { EXPECT_NE(HelpText().find("Exit status: 0"), std::string::npos); }
+TEST(OptionTable, Help_TellsTheExitStatuses) {
+    EXPECT_NE(HelpText().find("Exit status: 0"), std::string::npos);
+}
 
 }  // namespace
 }  // namespace zefta::test

@@ -1,11 +1,10 @@
-#include "core/Settings.h"
-
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <set>
 
+#include <gtest/gtest.h>
+
 #include "core/History.h"
+#include "core/Settings.h"
 #include "core/SettingsTable.h"
 #include "support/TestApp.h"
 
@@ -79,7 +78,9 @@ class SettingsTest : public ::testing::Test {
   protected:
     SettingsTest() { app.TestWorld::machine.musicFolder = "/home/u/Music"; }
 
-    void Store(const std::string& key, const std::string& text) { app.userSettings.values[{"Settings", key}] = text; }
+    void Store(const std::string& key, const std::string& text) {
+        app.userSettings.values[{"Settings", key}] = text;
+    }
 
     TestApp app;
 };

@@ -1,10 +1,9 @@
-#include "core/Strings.h"
-
 #include <gtest/gtest.h>
 
 #include "core/FileKind.h"
 #include "core/FileNames.h"
 #include "core/GenreTable.h"
+#include "core/Strings.h"
 #include "core/Version.h"
 
 namespace zefta::test {
@@ -36,14 +35,26 @@ TEST(MatchesMask, EveryKindOfMask) {
         const char* mask;
         bool matches;
     };
-    const Row rows[] = {{"a.wav", "*.wav", true},     {"A.WAV", "*.wav", true},    {"a.wav", "*.WAV", true},
-                        {"a.wave", "*.wav", false},   {"a", "*.*", false},         {"a.b", "*.*", true},
-                        {"a", "*", true},             {"", "*", true},             {"", "", true},
-                        {"abc", "a?c", true},         {"aДc", "a?c", true},        {"ac", "a?c", false},
-                        {"[1] a.wav", "[1] a.wav", true}, {"1 a.wav", "[1] a.wav", false},
-                        {"дом.wav", "ДОМ.*", true},   {"aXbXc", "a*b*c", true},    {"abcabd", "*abd", true},
+    const Row rows[] = {{"a.wav", "*.wav", true},
+                        {"A.WAV", "*.wav", true},
+                        {"a.wav", "*.WAV", true},
+                        {"a.wave", "*.wav", false},
+                        {"a", "*.*", false},
+                        {"a.b", "*.*", true},
+                        {"a", "*", true},
+                        {"", "*", true},
+                        {"", "", true},
+                        {"abc", "a?c", true},
+                        {"aДc", "a?c", true},
+                        {"ac", "a?c", false},
+                        {"[1] a.wav", "[1] a.wav", true},
+                        {"1 a.wav", "[1] a.wav", false},
+                        {"дом.wav", "ДОМ.*", true},
+                        {"aXbXc", "a*b*c", true},
+                        {"abcabd", "*abd", true},
                         {"a\xFF.wav", "a?.wav", true}};
-    for (const Row& row : rows) EXPECT_EQ(MatchesMask(row.name, row.mask), row.matches) << row.name << " " << row.mask;
+    for (const Row& row : rows)
+        EXPECT_EQ(MatchesMask(row.name, row.mask), row.matches) << row.name << " " << row.mask;
 }
 
 TEST(MatchesMask, ManyStars_DoNotExplode) {

@@ -1,7 +1,6 @@
-#include "platform/CommandText.h"
-
 #include <gtest/gtest.h>
 
+#include "platform/CommandText.h"
 #include "platform/ToolTranslation.h"
 
 namespace zefta::test {
@@ -16,7 +15,8 @@ std::vector<std::string> Texts(std::string_view commandLine) {
 using Words = std::vector<std::string>;
 
 TEST(CommandText, Split_BlanksAndQuotes) {
-    EXPECT_EQ(Texts("lame.exe -m j  -h \"a b.wav\" \"\""), (Words{"lame.exe", "-m", "j", "-h", "a b.wav", ""}));
+    EXPECT_EQ(Texts("lame.exe -m j  -h \"a b.wav\" \"\""),
+              (Words{"lame.exe", "-m", "j", "-h", "a b.wav", ""}));
     EXPECT_EQ(Texts("oggenc.exe -q5 -n\"a b.ogg\""), (Words{"oggenc.exe", "-q5", "-na b.ogg"}));
     EXPECT_EQ(Texts(""), Words{});
     EXPECT_EQ(Texts("   "), Words{});
@@ -25,7 +25,8 @@ TEST(CommandText, Split_BlanksAndQuotes) {
 }
 
 TEST(CommandText, QuotePath_ComesBackThroughTheSplitter) {
-    for (const std::string path : {"a.wav", "a b.wav", "quo\"te.wav", "back\\\"mixed.wav", "\"", "a\\b", "-x"}) {
+    for (const std::string path :
+         {"a.wav", "a b.wav", "quo\"te.wav", "back\\\"mixed.wav", "\"", "a\\b", "-x"}) {
         const auto arguments = SplitCommandLine("tool " + QuotePath(path) + " next");
         ASSERT_EQ(arguments.size(), 3U) << path;
         EXPECT_EQ(arguments[1], (CommandArgument{path, true}));
@@ -49,15 +50,18 @@ struct Translation {
 TEST(ToolTranslation, Arguments_DifferOnlyWhereTodaysToolDoes) {
     const Translation rows[] = {
         {"lame.exe -m j -h -b 128  \"a.wav\" \"a.MP3\"", {"-m", "j", "-h", "-b", "128", "a.wav", "a.MP3"}},
-        {"lame.exe --mp3input --decode \"/x/a b.mp3\"", {"--mp3input", "--decode", "/x/a b.mp3", "/x/a b.mp3.wav"}},
-        {"oggenc.exe -q8 -n\"100% live.ogg\" \"100% live.wav\"", {"-q8", "-n100%% live.ogg", "100% live.wav"}},
+        {"lame.exe --mp3input --decode \"/x/a b.mp3\"",
+         {"--mp3input", "--decode", "/x/a b.mp3", "/x/a b.mp3.wav"}},
+        {"oggenc.exe -q8 -n\"100% live.ogg\" \"100% live.wav\"",
+         {"-q8", "-n100%% live.ogg", "100% live.wav"}},
         {"oggdec.exe \"100%.ogg\"", {"100%.ogg"}},
         {"mppenc.exe mppenc.exe --xtreme \"a.wav\" \"a.mpc\"", {"mppenc.exe", "--xtreme", "a.wav", "a.mpc"}},
         {"mppdec.exe \"a.mpc\" \"a.mpc.wav\"", {"a.mpc", "a.mpc.wav"}},
         {"", {}},
     };
     for (const Translation& row : rows)
-        EXPECT_EQ(TranslateToolArguments(SplitCommandLine(row.commandLine)), row.arguments) << row.commandLine;
+        EXPECT_EQ(TranslateToolArguments(SplitCommandLine(row.commandLine)), row.arguments)
+            << row.commandLine;
 }
 
 }  // namespace

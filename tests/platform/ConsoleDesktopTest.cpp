@@ -1,10 +1,9 @@
-#include "platform/console/ConsoleDesktop.h"
+#include <sstream>
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "platform/Machine.h"
+#include "platform/console/ConsoleDesktop.h"
 #include "support/TempFolder.h"
 
 namespace zefta::test {
@@ -41,9 +40,16 @@ TEST(ConsoleDesktop, AskQuestion_EveryAnswer) {
         bool noIsDefault;
         bool expected;
     };
-    for (const Row& row : {Row{"y\n", true, true}, {"YES\n", true, true}, {"n\n", false, false}, {"\n", false, true},
-                           {"\n", true, false}, {"", false, false}, {"", true, false}, {"maybe\n", false, false},
-                           {"y\r\n", true, true}, {"y", true, true}}) {
+    for (const Row& row : {Row{"y\n", true, true},
+                           {"YES\n", true, true},
+                           {"n\n", false, false},
+                           {"\n", false, true},
+                           {"\n", true, false},
+                           {"", false, false},
+                           {"", true, false},
+                           {"maybe\n", false, false},
+                           {"y\r\n", true, true},
+                           {"y", true, true}}) {
         Terminal terminal(row.typed);
         EXPECT_EQ(terminal.desktop.AskQuestion("Sure?", "Title", row.noIsDefault), row.expected) << row.typed;
         EXPECT_EQ(terminal.error.str(), row.noIsDefault ? "Sure? [y/N] " : "Sure? [Y/n] ");
@@ -59,7 +65,8 @@ TEST(ConsoleDesktop, AskInput_EmptyLineIsDefault_EndOfInputIsCancel) {
 }
 
 TEST(ConsoleDesktop, Progress_OnlyOnATerminal) {
-    ProgressReport report{"/music/a.wav", "Scanning...", 0, 200, 50, {{"lblMSFRemaining", "0 mins 01 secs remaining"}}};
+    ProgressReport report{
+        "/music/a.wav", "Scanning...", 0, 200, 50, {{"lblMSFRemaining", "0 mins 01 secs remaining"}}};
     Terminal script;
     script.desktop.OpenProgress()->Show(report);
     EXPECT_EQ(script.error.str(), "");

@@ -1,11 +1,11 @@
 // What every implementation of FileSystem and its BinaryFile keeps to.
 
-#include <gtest/gtest.h>
+#include <algorithm>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <filesystem>
+#include <gtest/gtest.h>
 
 #include "platform/Paths.h"
 #include "platform/posix/PosixFileSystem.h"
@@ -43,10 +43,16 @@ using Implementations = ::testing::Types<PosixFileSystem, UndisturbedFileSystem>
 TYPED_TEST_SUITE(FileSystemContract, Implementations);
 
 /// Names that careless code trips over.
-const std::string AwkwardNames[] = {
-    "with blanks  .mp3", "Дом.mp3",      std::string("bytes \xFF\xFE.mp3"), "quo\"te.mp3",
-    "-leading.mp3",      "back\\slash",  std::string(251, 'x') + ".mp3",    "%d%s.mp3",
-    " ",                 "line\nend.mp3"};
+const std::string AwkwardNames[] = {"with blanks  .mp3",
+                                    "Дом.mp3",
+                                    std::string("bytes \xFF\xFE.mp3"),
+                                    "quo\"te.mp3",
+                                    "-leading.mp3",
+                                    "back\\slash",
+                                    std::string(251, 'x') + ".mp3",
+                                    "%d%s.mp3",
+                                    " ",
+                                    "line\nend.mp3"};
 
 TYPED_TEST(FileSystemContract, AwkwardNames_CreateListReadDelete_Work) {
     for (const std::string& name : AwkwardNames) {
@@ -148,14 +154,16 @@ TYPED_TEST(FileSystemContract, MoveFile_OnlyCaseDiffers_Renames) {
 
 TYPED_TEST(FileSystemContract, MoveFile_OntoExactlyItself_Fails58) {
     this->folder.Write("a.mp3", "x");
-    EXPECT_EQ(RuntimeErrorOf([&] { this->files.MoveFile(this->folder / "a.mp3", this->folder / "a.mp3"); }), 58);
+    EXPECT_EQ(RuntimeErrorOf([&] { this->files.MoveFile(this->folder / "a.mp3", this->folder / "a.mp3"); }),
+              58);
     EXPECT_EQ(this->folder.Read("a.mp3"), "x");
 }
 
 TYPED_TEST(FileSystemContract, MoveFile_HardLinksThatDifferInCase_BothStay) {
     this->folder.Write("a.mp3", "x");
     std::filesystem::create_hard_link(this->folder / "a.mp3", this->folder / "A.mp3");
-    EXPECT_EQ(RuntimeErrorOf([&] { this->files.MoveFile(this->folder / "a.mp3", this->folder / "A.mp3"); }), 58);
+    EXPECT_EQ(RuntimeErrorOf([&] { this->files.MoveFile(this->folder / "a.mp3", this->folder / "A.mp3"); }),
+              58);
     EXPECT_EQ(this->Names(), (std::vector<std::string>{"A.mp3", "a.mp3"}));
 }
 
@@ -189,7 +197,8 @@ TYPED_TEST(FileSystemContract, ReplaceFile_TargetIsLink_TheFileBehindItIsReplace
 
 TYPED_TEST(FileSystemContract, ReplaceFile_NoTarget_FailsAndKeepsTheNewFile) {
     this->folder.Write("fresh", "new");
-    EXPECT_EQ(RuntimeErrorOf([&] { this->files.ReplaceFile(this->folder / "fresh", this->folder / "a"); }), 53);
+    EXPECT_EQ(RuntimeErrorOf([&] { this->files.ReplaceFile(this->folder / "fresh", this->folder / "a"); }),
+              53);
     EXPECT_EQ(this->folder.Read("fresh"), "new");
 }
 

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
+#include <csignal>
 #include <sys/resource.h>
 
-#include <csignal>
+#include <gtest/gtest.h>
 
 #include "platform/posix/PosixFileSystem.h"
 #include "support/ExpectRuntimeError.h"

@@ -1,10 +1,9 @@
-#include "platform/posix/PosixProcesses.h"
-
-#include <gtest/gtest.h>
+#include <cstdlib>
 #include <sys/stat.h>
 
-#include <cstdlib>
+#include <gtest/gtest.h>
 
+#include "platform/posix/PosixProcesses.h"
 #include "support/TempFolder.h"
 
 namespace zefta::test {

@@ -1,11 +1,10 @@
-#include "platform/posix/IniSettingsStore.h"
-
-#include <gtest/gtest.h>
+#include <cstdlib>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <gtest/gtest.h>
 
+#include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/SettingsPaths.h"
 #include "support/TempFolder.h"
 
@@ -31,8 +30,8 @@ TEST_F(SettingsStoreTest, Apply_NewStore_CreatesFoldersAndSections) {
 }
 
 TEST_F(SettingsStoreTest, Values_OfAnyKind_ComeBack) {
-    for (const std::string value : {"", "x", " blank ", "\"quoted\"", "a\\nb", "line\nend\r\ttab", "back\\", "a=b;c",
-                                    "[x]", "Дом", "\"", "%N. %A - %T [%M] %W"}) {
+    for (const std::string value : {"", "x", " blank ", "\"quoted\"", "a\\nb", "line\nend\r\ttab", "back\\",
+                                    "a=b;c", "[x]", "Дом", "\"", "%N. %A - %T [%M] %W"}) {
         IniSettingsStore(path).Apply({{"S", "Key", value}});
         EXPECT_EQ(Stored("S", "Key"), value) << value;
     }
@@ -66,7 +65,8 @@ TEST_F(SettingsStoreTest, Apply_TwoProcessesAtOnce_LoseNothingAndLeaveAWholeFile
         const pid_t child = fork();
         if (child != 0) return child;
         IniSettingsStore store(path);
-        for (int i = 0; i < Rounds; ++i) store.Apply({{"S", name + std::to_string(i), std::string(200, 'x')}});
+        for (int i = 0; i < Rounds; ++i)
+            store.Apply({{"S", name + std::to_string(i), std::string(200, 'x')}});
         _exit(0);
     };
     const pid_t first = saver("First");

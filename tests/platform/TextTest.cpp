@@ -1,11 +1,10 @@
-#include "platform/Text.h"
+#include <set>
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "platform/CodePage.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 
 namespace zefta::test {
 namespace {
@@ -59,9 +58,11 @@ TEST(CodePage, ToText_ValidUtf8Stays_OtherBytesAreDecoded) {
 
 TEST(CodePage, OfLanguage_IsTheOneWindowsAssigns) {
     const std::pair<const char*, int> rows[] = {
-        {"ru_RU.UTF-8", 1251}, {"uk", 1251},    {"bg_BG", 1251}, {"pl_PL", 1250}, {"cs", 1250}, {"el_GR", 1253},
-        {"tr_TR", 1254},       {"he_IL", 1255}, {"ar", 1256},    {"lt_LT", 1257}, {"vi", 1258}, {"th_TH", 874},
-        {"en_US.UTF-8", 1252}, {"de_DE", 1252}, {"C", 1252},     {"", 1252},      {"ja_JP", 1252}};
+        {"ru_RU.UTF-8", 1251}, {"uk", 1251},    {"bg_BG", 1251}, {"pl_PL", 1250},
+        {"cs", 1250},          {"el_GR", 1253}, {"tr_TR", 1254}, {"he_IL", 1255},
+        {"ar", 1256},          {"lt_LT", 1257}, {"vi", 1258},    {"th_TH", 874},
+        {"en_US.UTF-8", 1252}, {"de_DE", 1252}, {"C", 1252},     {"", 1252},
+        {"ja_JP", 1252}};
     for (const auto& [language, page] : rows) EXPECT_EQ(CodePageOfLanguage(language), page) << language;
 }
 

@@ -1,11 +1,10 @@
 #include "support/ProgramRun.h"
 
+#include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <csignal>
-#include <cstdlib>
 
 #include "support/TempFolder.h"
 
@@ -33,7 +32,8 @@ void Redirect(const std::string& path, int flags, int descriptor) {
         }
     }
     std::vector<char*> arguments = {const_cast<char*>(call.program.c_str())};
-    for (const std::string& argument : call.arguments) arguments.push_back(const_cast<char*>(argument.c_str()));
+    for (const std::string& argument : call.arguments)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     alarm(SecondsAllowed);
     execvp(arguments[0], arguments.data());
@@ -50,7 +50,9 @@ ProgramResult RunToEnd(const ProgramCall& call) {
     int state = 0;
     waitpid(child, &state, 0);
     ProgramResult result;
-    result.status = WIFEXITED(state) ? WEXITSTATUS(state) : WTERMSIG(state) == SIGALRM ? 124 : -WTERMSIG(state);
+    result.status = WIFEXITED(state)             ? WEXITSTATUS(state)
+                    : WTERMSIG(state) == SIGALRM ? 124
+                                                 : -WTERMSIG(state);
     result.output = streams.Exists("out") ? streams.Read("out") : "";
     result.error = streams.Exists("err") ? streams.Read("err") : "";
     return result;

@@ -1,12 +1,11 @@
 #include "support/TempFolder.h"
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace zefta::test {
 
@@ -33,7 +32,9 @@ std::string TempFolder::Write(std::string_view name, std::string_view bytes) con
     return path;
 }
 
-std::string TempFolder::Read(std::string_view name) const { return ReadWholeFile(*this / name); }
+std::string TempFolder::Read(std::string_view name) const {
+    return ReadWholeFile(*this / name);
+}
 
 bool TempFolder::Exists(std::string_view name) const {
     return std::filesystem::symlink_status(*this / name).type() != std::filesystem::file_type::not_found;

@@ -31,12 +31,12 @@ struct TestApp : TestWorld, App {
         : App(TestWorld::machine, fileSystem ? *fileSystem : TestWorld::files, TestWorld::desktop,
               TestWorld::processes, TestWorld::userSettings, TestWorld::machineSettings) {}
 
-    using TestWorld::desktop;
-    using TestWorld::processes;
-    using TestWorld::userSettings;
-    using TestWorld::machineSettings;
     using App::files;
     using App::machine;
+    using TestWorld::desktop;
+    using TestWorld::machineSettings;
+    using TestWorld::processes;
+    using TestWorld::userSettings;
 };
 
 }  // namespace zefta::test

@@ -1,10 +1,10 @@
 // What every tag format keeps to: one suite, a row a format.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <iterator>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "platform/posix/PosixFileSystem.h"
 #include "support/ExpectRuntimeError.h"
@@ -48,17 +48,20 @@ std::string WithoutID3v2(FileSystem& files, const std::string& path) {
 }
 
 const Format Formats[] = {
-    {"ID3v1", [](const std::string& audio) { return audio + Id3v1{"T", "A", "L", "1999", "C", 3, 17}.Bytes(); },
+    {"ID3v1",
+     [](const std::string& audio) { return audio + Id3v1{"T", "A", "L", "1999", "C", 3, 17}.Bytes(); },
      WithoutID3v1, [](BinaryFile& file, ID3Tag& tag, const CodePage& ansi) { ReadID3v1(file, tag, ansi); },
      SetID3v1},
     {"ID3v2",
      [](const std::string& audio) {
-         return Id3v2(TextFrame("TIT2", "T (M)") + RawFrame("PRIV", "\xFFx") + TextFrame("TPE1", "A"), 60) + audio;
+         return Id3v2(TextFrame("TIT2", "T (M)") + RawFrame("PRIV", "\xFFx") + TextFrame("TPE1", "A"), 60) +
+                audio;
      },
      WithoutID3v2, ReadID3v2, SetID3v2},
     {"Lyrics3",
      [](const std::string& audio) { return audio + "LYRICSBEGINETT00005HelloEAR00002Me000034LYRICS200"; },
-     WholeBytes, [](BinaryFile& file, ID3Tag& tag, const CodePage& ansi) { ReadLyrics3(file, tag, ansi); }, nullptr},
+     WholeBytes, [](BinaryFile& file, ID3Tag& tag, const CodePage& ansi) { ReadLyrics3(file, tag, ansi); },
+     nullptr},
 };
 
 std::vector<Format> WrittenFormats() {
@@ -87,7 +90,9 @@ class FormatSuite : public ::testing::TestWithParam<Format> {
 
 class WriterSuite : public FormatSuite {};
 
-std::string NameOf(const ::testing::TestParamInfo<Format>& row) { return row.param.name; }
+std::string NameOf(const ::testing::TestParamInfo<Format>& row) {
+    return row.param.name;
+}
 
 INSTANTIATE_TEST_SUITE_P(Formats, FormatSuite, ::testing::ValuesIn(Formats), NameOf);
 INSTANTIATE_TEST_SUITE_P(Formats, WriterSuite, ::testing::ValuesIn(WrittenFormats()), NameOf);
@@ -95,8 +100,8 @@ INSTANTIATE_TEST_SUITE_P(Formats, WriterSuite, ::testing::ValuesIn(WrittenFormat
 std::string Fields(const ID3Tag& tag) {
     const ID3v2Extension& v2 = tag.ID3v2Extension;
     std::string text;
-    for (const std::string& field : {tag.Title, tag.Artist, tag.Album, tag.Year, tag.Comment, v2.TrackTitle, v2.Mix,
-                                     v2.Artist, v2.UnknownFrames, v2.Genre, v2.Comments, v2.URL})
+    for (const std::string& field : {tag.Title, tag.Artist, tag.Album, tag.Year, tag.Comment, v2.TrackTitle,
+                                     v2.Mix, v2.Artist, v2.UnknownFrames, v2.Genre, v2.Comments, v2.URL})
         text += field + "|";
     return text + std::to_string(tag.TrackNumber) + "|" + std::to_string(tag.Genre);
 }

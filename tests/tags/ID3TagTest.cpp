@@ -1,6 +1,6 @@
-#include "tags/ID3Tag.h"
-
 #include <gtest/gtest.h>
+
+#include "tags/ID3Tag.h"
 
 namespace zefta::test {
 namespace {
@@ -11,7 +11,9 @@ TEST(ID3Tag, New_HasItsDefaults) {
     const ID3Tag tag;
     EXPECT_EQ(tag.Genre, 255);
     EXPECT_EQ(tag.Path + tag.Artist + tag.Title + tag.Album + tag.Year + tag.Comment + tag.Encoder, "");
-    EXPECT_EQ(tag.Length + tag.Bitrate + tag.Seconds + tag.Frames + tag.SampleRate + tag.ChannelMode + tag.TrackNumber, 0);
+    EXPECT_EQ(tag.Length + tag.Bitrate + tag.Seconds + tag.Frames + tag.SampleRate + tag.ChannelMode +
+                  tag.TrackNumber,
+              0);
     EXPECT_FALSE(tag.VBR || tag.ID3v2Present || tag.LyricsPresent || tag.ReadOnly || tag.AllowEdits ||
                  tag.IsOggVorbisFile || tag.IsMpegPlusFile);
 }
@@ -23,7 +25,8 @@ TEST(ID3Tag, Time_InBothForms) {
         const char* time2x2;
     };
     ID3Tag tag;
-    for (const Row& row : {Row{0, "0:00", "00:00"}, {59, "0:59", "00:59"}, {125, "2:05", "02:05"}, {3725, "62:05", "62:05"}}) {
+    for (const Row& row :
+         {Row{0, "0:00", "00:00"}, {59, "0:59", "00:59"}, {125, "2:05", "02:05"}, {3725, "62:05", "62:05"}}) {
         tag.Seconds = row.seconds;
         EXPECT_EQ(tag.Time(), row.time);
         EXPECT_EQ(tag.Time2x2(), row.time2x2);
@@ -65,8 +68,9 @@ TEST(ID3v2Extension, GetTagSize_CountsCodePageBytesOfEveryOtherField) {
     const CodePage ansi = LoadCodePage(1251);
     ID3v2Extension tag;
     int expected = 115;
-    for (std::string* field : {&tag.TrackNumber, &tag.TrackTitle, &tag.Artist, &tag.AlbumTitle, &tag.Year, &tag.Composer,
-                               &tag.OriginalArtist, &tag.Copyright, &tag.URL, &tag.EncodedBy, &tag.Comments}) {
+    for (std::string* field :
+         {&tag.TrackNumber, &tag.TrackTitle, &tag.Artist, &tag.AlbumTitle, &tag.Year, &tag.Composer,
+          &tag.OriginalArtist, &tag.Copyright, &tag.URL, &tag.EncodedBy, &tag.Comments}) {
         *field = "Дом";
         EXPECT_EQ(tag.GetTagSize(ansi), expected += 3);
     }

@@ -1,10 +1,9 @@
-#include "tags/ID3v1.h"
-
 #include <gtest/gtest.h>
 
 #include "platform/posix/PosixFileSystem.h"
 #include "support/TagBuilders.h"
 #include "support/TempFolder.h"
+#include "tags/ID3v1.h"
 
 namespace zefta::test {
 namespace {
@@ -69,7 +68,9 @@ TEST_F(ID3v1Test, Read_PaddingOfBlanks_IsTakenAway) {
     EXPECT_EQ(tag.Title + tag.Artist + tag.Album + tag.Year + tag.Comment, "TA99C");
 }
 
-TEST_F(ID3v1Test, Read_TextIsInTheCodePage) { EXPECT_EQ(Read(Id3v1{"\xC4\xEE\xEC"}.Bytes()).Title, "Дом"); }
+TEST_F(ID3v1Test, Read_TextIsInTheCodePage) {
+    EXPECT_EQ(Read(Id3v1{"\xC4\xEE\xEC"}.Bytes()).Title, "Дом");
+}
 
 TEST_F(ID3v1Test, Read_Bytes125And126_DecideAboutCommentAndTrack) {
     std::string bytes = Id3v1{"", "", "", "", std::string(30, 'c')}.Bytes();
@@ -96,8 +97,8 @@ TEST_F(ID3v1Test, Set_NoTagAndOnlyATitle_AppendsOneWithBlanksElsewhere) {
     tag.Title = "Song";
     tag.TrackNumber = 3;
     tag.Genre = 9;
-    EXPECT_EQ(Merge(audio, tag),
-              audio + "TAG" + "Song" + std::string(26, '\0') + std::string(30 + 30 + 4 + 28, ' ') + "\0\3\11"s);
+    EXPECT_EQ(Merge(audio, tag), audio + "TAG" + "Song" + std::string(26, '\0') +
+                                     std::string(30 + 30 + 4 + 28, ' ') + "\0\3\11"s);
     EXPECT_EQ(tag.Path, folder / "w.mp3");
 }
 
@@ -107,7 +108,8 @@ TEST_F(ID3v1Test, Set_ExistingTag_KeepsWhatTheRecordLeavesEmpty) {
     tag.TrackNumber = 9;
     tag.Genre = 1;
     const std::string old = Id3v1{"Old Title", "Old Artist", "Album", "1999", "Comment", 2, 3}.Bytes();
-    EXPECT_EQ(Merge(audio + old, tag), (audio + Id3v1{"Old Title", "New", "Album", "1999", "Comment", 9, 1}.Bytes()));
+    EXPECT_EQ(Merge(audio + old, tag),
+              (audio + Id3v1{"Old Title", "New", "Album", "1999", "Comment", 9, 1}.Bytes()));
     EXPECT_EQ(tag.Title, "Old Title");
     EXPECT_EQ(tag.Album, "Album");
     EXPECT_EQ(tag.Year, "1999");
@@ -177,7 +179,8 @@ TEST_F(SetID3Test, NoTag_AppendsOneWithEverything) {
 }
 
 TEST_F(SetID3Test, ExistingTag_IsReplacedWhole) {
-    EXPECT_EQ((Set(audio + Id3v1{"Old", "Old", "Old", "1990", "Old", 1, 1}.Bytes(), {})), audio + Id3v1{}.Bytes());
+    EXPECT_EQ((Set(audio + Id3v1{"Old", "Old", "Old", "1990", "Old", 1, 1}.Bytes(), {})),
+              audio + Id3v1{}.Bytes());
 }
 
 TEST_F(SetID3Test, Track_DecidesAboutTheEndOfTheComment) {

@@ -1,15 +1,14 @@
-#include "tags/ID3v2.h"
-
-#include <gtest/gtest.h>
+#include <filesystem>
 #include <sys/stat.h>
 
-#include <filesystem>
+#include <gtest/gtest.h>
 
 #include "platform/posix/PosixFileSystem.h"
 #include "support/ExpectRuntimeError.h"
 #include "support/FaultInjectingFileSystem.h"
 #include "support/TagBuilders.h"
 #include "support/TempFolder.h"
+#include "tags/ID3v2.h"
 #include "tags/ID3v2Frames.h"
 
 namespace zefta::test {
@@ -40,8 +39,9 @@ class ID3v2Test : public ::testing::Test {
         return TextFrame("TRCK", tag.TrackNumber) + TextFrame("TIT2", title) + TextFrame("TPE1", tag.Artist) +
                TextFrame("TALB", tag.AlbumTitle) + TextFrame("TYER", tag.Year) +
                TextFrame("COMM", "eng\0"s + tag.Comments) + TextFrame("TCOM", tag.Composer) +
-               TextFrame("TCON", tag.Genre) + TextFrame("TOPE", tag.OriginalArtist) + TextFrame("TCOP", tag.Copyright) +
-               TextFrame("TENC", tag.EncodedBy) + TextFrame("WXXX", "\0"s + tag.URL);
+               TextFrame("TCON", tag.Genre) + TextFrame("TOPE", tag.OriginalArtist) +
+               TextFrame("TCOP", tag.Copyright) + TextFrame("TENC", tag.EncodedBy) +
+               TextFrame("WXXX", "\0"s + tag.URL);
     }
 
     static ID3Tag FullTag() {
@@ -91,11 +91,11 @@ TEST_F(ID3v2Test, Read_NoTag_LeavesPosition0) {
 }
 
 TEST_F(ID3v2Test, Read_EveryFrame_FillsItsField) {
-    const ID3v2Extension tag =
-        ReadFrames(TextFrame("TRCK", "7") + TextFrame("TIT2", "Title") + TextFrame("TPE1", "Artist") +
-                   TextFrame("TALB", "Album") + TextFrame("TYER", "1999") + TextFrame("COMM", "engdesc\0Comment"s) +
-                   TextFrame("TCOM", "Composer") + TextFrame("TCON", "Rock") + TextFrame("TOPE", "Original") +
-                   TextFrame("TCOP", "Copy") + TextFrame("TENC", "Enc") + TextFrame("WXXX", "desc\0http://x"s));
+    const ID3v2Extension tag = ReadFrames(
+        TextFrame("TRCK", "7") + TextFrame("TIT2", "Title") + TextFrame("TPE1", "Artist") +
+        TextFrame("TALB", "Album") + TextFrame("TYER", "1999") + TextFrame("COMM", "engdesc\0Comment"s) +
+        TextFrame("TCOM", "Composer") + TextFrame("TCON", "Rock") + TextFrame("TOPE", "Original") +
+        TextFrame("TCOP", "Copy") + TextFrame("TENC", "Enc") + TextFrame("WXXX", "desc\0http://x"s));
     EXPECT_EQ(tag.TrackNumber, "7");
     EXPECT_EQ(tag.TrackTitle, "Title");
     EXPECT_EQ(tag.Artist, "Artist");
@@ -114,9 +114,12 @@ TEST_F(ID3v2Test, Read_EveryFrame_FillsItsField) {
 TEST_F(ID3v2Test, Read_TitleWithMix_IsDivided) {
     const struct {
         const char *text, *title, *mix;
-    } rows[] = {{"Song (Radio Edit)", "Song", "Radio Edit"}, {"Song (a) ( b )", "Song (a)", "b"},
-                {"Song (open", "Song (open", ""},            {"Song)", "Song)", ""},
-                {"(All)", "", "All"},                        {"Song (x) live", "Song (x) live", ""}};
+    } rows[] = {{"Song (Radio Edit)", "Song", "Radio Edit"},
+                {"Song (a) ( b )", "Song (a)", "b"},
+                {"Song (open", "Song (open", ""},
+                {"Song)", "Song)", ""},
+                {"(All)", "", "All"},
+                {"Song (x) live", "Song (x) live", ""}};
     for (const auto& row : rows) {
         const ID3v2Extension tag = ReadFrames(TextFrame("TIT2", row.text));
         EXPECT_EQ(tag.TrackTitle, row.title) << row.text;
@@ -138,8 +141,9 @@ TEST_F(ID3v2Test, Read_SpecialValues) {
 TEST_F(ID3v2Test, Read_EncodingByteAlone_IsEmpty) {
     for (const ID3v2Frame& frame : ID3v2Frames()) {
         const ID3v2Extension tag = ReadFrames(RawFrame(frame.identifier, "\0"s));
-        EXPECT_EQ(tag.TrackNumber + tag.TrackTitle + tag.Artist + tag.AlbumTitle + tag.Year + tag.Comments + tag.Composer +
-                      tag.Genre + tag.OriginalArtist + tag.Copyright + tag.EncodedBy + tag.URL + tag.UnknownFrames,
+        EXPECT_EQ(tag.TrackNumber + tag.TrackTitle + tag.Artist + tag.AlbumTitle + tag.Year + tag.Comments +
+                      tag.Composer + tag.Genre + tag.OriginalArtist + tag.Copyright + tag.EncodedBy +
+                      tag.URL + tag.UnknownFrames,
                   "")
             << frame.identifier;
     }
@@ -165,7 +169,8 @@ TEST_F(ID3v2Test, Read_ExtendedHeader_IsPassedOver) {
 }
 
 TEST_F(ID3v2Test, Read_Utf16_GivesItsBytes) {
-    EXPECT_EQ(ReadFrames(RawFrame("TPE1", "\1\xFF\xFE"s + "A\0"s)).Artist, ansi.Decode("\xFF\xFE" "A\0"s));
+    EXPECT_EQ(ReadFrames(RawFrame("TPE1", "\1\xFF\xFE"s + "A\0"s)).Artist, ansi.Decode("\xFF\xFE"
+                                                                                       "A\0"s));
 }
 
 TEST_F(ID3v2Test, Read_FrameThatReachesBeyondTheTag_EndsTheWalk) {

@@ -1,11 +1,10 @@
-#include "tags/Lyrics3.h"
-
 #include <gtest/gtest.h>
 
 #include "platform/posix/PosixFileSystem.h"
 #include "support/ExpectRuntimeError.h"
 #include "support/TagBuilders.h"
 #include "support/TempFolder.h"
+#include "tags/Lyrics3.h"
 
 namespace zefta::test {
 namespace {
@@ -54,7 +53,8 @@ TEST_F(Lyrics3Test, Fields_TitleAndArtistAreKeptTrimmed_OthersPassedOver) {
 }
 
 TEST_F(Lyrics3Test, LongBlock_BeyondTheWindow_IsRead) {
-    EXPECT_TRUE(Read(Audio(400) + Block("LYR09000" + std::string(9000, 'x') + "ETT00002Hi") + Id3v1{}.Bytes()));
+    EXPECT_TRUE(
+        Read(Audio(400) + Block("LYR09000" + std::string(9000, 'x') + "ETT00002Hi") + Id3v1{}.Bytes()));
     EXPECT_EQ(tag.LyricsExtension.TrackTitle, "Hi");
 }
 
@@ -76,7 +76,9 @@ TEST_F(Lyrics3Test, Version1OrBeginMarkerAlone_Fails13) {
     EXPECT_EQ(ErrorOf(Audio(500) + "LYRICSBEGIN"), 13);
 }
 
-TEST_F(Lyrics3Test, SizeAbove16Bits_Fails6) { EXPECT_EQ(ErrorOf(Audio(500) + "032768LYRICS200"), 6); }
+TEST_F(Lyrics3Test, SizeAbove16Bits_Fails6) {
+    EXPECT_EQ(ErrorOf(Audio(500) + "032768LYRICS200"), 6);
+}
 
 TEST_F(Lyrics3Test, FieldLengthNotNumeric_Fails13) {
     EXPECT_EQ(ErrorOf(Audio(500) + Block("ETTxxxxxHello")), 13);

@@ -60,6 +60,8 @@ std::unique_ptr<ProgressView> ConsoleDesktop::OpenProgress() {
     return std::make_unique<NoProgress>();
 }
 
-bool ConsoleDesktop::OpenDocument(const std::string& address) { return zefta::OpenDocument(address); }
+bool ConsoleDesktop::OpenDocument(const std::string& address) {
+    return zefta::OpenDocument(address);
+}
 
 }  // namespace zefta

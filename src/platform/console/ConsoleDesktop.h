@@ -7,8 +7,8 @@
 
 namespace zefta {
 
-/// The desktop of a terminal or a script: boxes, questions and progress are lines on the error stream, answers
-/// are lines of the input.
+/// The desktop of a terminal or a script: boxes, questions and progress are lines on the error stream,
+/// answers are lines of the input.
 class ConsoleDesktop : public Desktop {
   public:
     /// Progress is shown only when the error stream is read by a person.

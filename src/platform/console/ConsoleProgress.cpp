@@ -22,7 +22,8 @@ int PerCent(const ProgressReport& report) {
 }  // namespace
 
 std::string ProgressLine(const ProgressReport& report) {
-    std::string line = report.status + " " + NamePart(report.fileName) + " " + std::to_string(PerCent(report)) + "%";
+    std::string line =
+        report.status + " " + NamePart(report.fileName) + " " + std::to_string(PerCent(report)) + "%";
     const auto remaining = report.labels.find("lblMSFRemaining");
     return remaining == report.labels.end() ? line : line + ", " + remaining->second;
 }

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
-
 #include <vector>
 
 #include "platform/posix/SystemErrors.h"
@@ -35,8 +34,8 @@ void CopyAttributes(const std::string& source, const std::string& target) {
     struct stat status;
     if (stat(source.c_str(), &status) == -1) ThrowSystemError(source);
     // The owner first: a change of owner takes special permission bits away.
-    if (chown(target.c_str(), status.st_uid, status.st_gid) == -1)
-        [[maybe_unused]] const int groupOnly = chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid);
+    if (chown(target.c_str(), status.st_uid, status.st_gid) == -1) [[maybe_unused]]
+        const int groupOnly = chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid);
     CopyExtendedAttributes(source, target);
     if (chmod(target.c_str(), status.st_mode & 07777) == -1) ThrowSystemError(target);
 }

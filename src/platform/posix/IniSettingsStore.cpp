@@ -1,11 +1,10 @@
 #include "platform/posix/IniSettingsStore.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <memory>
+#include <sys/file.h>
+#include <unistd.h>
 #include <utility>
 
 #include "platform/Paths.h"

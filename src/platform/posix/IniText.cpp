@@ -90,7 +90,8 @@ IniText::IniText(std::string_view text) {
 
 std::optional<std::string> IniText::GetValue(std::string_view section, std::string_view key) const {
     for (const Line& line : lines_) {
-        if (!line.key.empty() && EqualKeys(line.key, key) && EqualKeys(line.section, section)) return line.value;
+        if (!line.key.empty() && EqualKeys(line.key, key) && EqualKeys(line.section, section))
+            return line.value;
     }
     return std::nullopt;
 }

@@ -1,11 +1,10 @@
 #include "platform/posix/NameLookup.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-
 #include <algorithm>
+#include <dirent.h>
 #include <memory>
 #include <optional>
+#include <sys/stat.h>
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -17,7 +16,8 @@ namespace {
 /// The name in the folder that equals `name` but for case. Of several the first in byte order, so that the
 /// choice does not hang on how the folder lies on disk.
 std::optional<std::string> NameInAnotherCase(const std::string& folder, const std::string& name) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.empty() ? "." : folder.c_str()), closedir);
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.empty() ? "." : folder.c_str()),
+                                                      closedir);
     if (!entries) return std::nullopt;
     const std::string wanted = ToLower(name);
     std::optional<std::string> found;

@@ -1,10 +1,9 @@
 #include "platform/posix/PosixBinaryFile.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 #include "platform/posix/SystemErrors.h"
@@ -31,7 +30,9 @@ std::int32_t CheckedPosition(std::int64_t position) {
 PosixBinaryFile::PosixBinaryFile(int descriptor, std::string path)
     : descriptor_(descriptor), path_(std::move(path)) {}
 
-PosixBinaryFile::~PosixBinaryFile() { close(descriptor_); }
+PosixBinaryFile::~PosixBinaryFile() {
+    close(descriptor_);
+}
 
 std::size_t PosixBinaryFile::Read(std::span<std::byte> into) {
     std::size_t done = 0;
@@ -66,9 +67,13 @@ bool PosixBinaryFile::Seek(std::int32_t distance, SeekFrom from) {
     return true;
 }
 
-std::int32_t PosixBinaryFile::Position() const { return CheckedPosition(position_); }
+std::int32_t PosixBinaryFile::Position() const {
+    return CheckedPosition(position_);
+}
 
-std::int32_t PosixBinaryFile::Size() const { return CheckedPosition(LongSize()); }
+std::int32_t PosixBinaryFile::Size() const {
+    return CheckedPosition(LongSize());
+}
 
 void PosixBinaryFile::SetEnd() {
     if (Uninterrupted([&] { return ftruncate(descriptor_, position_); }) == -1) ThrowSystemError(path_);

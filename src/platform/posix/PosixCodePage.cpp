@@ -1,7 +1,6 @@
-#include <iconv.h>
-
 #include <algorithm>
 #include <cstdint>
+#include <iconv.h>
 
 #include "platform/CodePage.h"
 

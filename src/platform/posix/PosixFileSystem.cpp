@@ -1,13 +1,12 @@
 #include "platform/posix/PosixFileSystem.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
 #include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/Paths.h"
 #include "platform/posix/FileAttributes.h"
@@ -31,7 +30,9 @@ std::optional<FileStatus> StatusOf(const std::string& path) {
     return std::nullopt;
 }
 
-bool LacksWriteBit(const FileStatus& status) { return (status.st_mode & S_IWUSR) == 0; }
+bool LacksWriteBit(const FileStatus& status) {
+    return (status.st_mode & S_IWUSR) == 0;
+}
 
 /// Opens what is a file and nothing else: a pipe or device of that name must not make the program wait.
 std::unique_ptr<BinaryFile> Open(const std::string& path, int flags) {
@@ -112,7 +113,8 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenReadOnly(const std::string& pat
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path) {
     const std::string spelled = SpellingOnDisk(path);
     // Emptied only when it may be written: a read-only file keeps its content, also from root.
-    if (const auto status = StatusOf(spelled); status && (LacksWriteBit(*status) || !S_ISREG(status->st_mode)))
+    if (const auto status = StatusOf(spelled);
+        status && (LacksWriteBit(*status) || !S_ISREG(status->st_mode)))
         return nullptr;
     return Open(spelled, O_RDWR | O_CREAT | O_TRUNC);
 }
@@ -183,7 +185,8 @@ void PosixFileSystem::SetCurrentFolder(const std::string& folder) {
 }
 
 std::string PosixFileSystem::FollowLinks(const std::string& path) const {
-    const std::unique_ptr<char, void (*)(void*)> real(realpath(SpellingOnDisk(path).c_str(), nullptr), std::free);
+    const std::unique_ptr<char, void (*)(void*)> real(realpath(SpellingOnDisk(path).c_str(), nullptr),
+                                                      std::free);
     return real ? std::string(real.get()) : path;
 }
 

@@ -1,7 +1,6 @@
+#include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cstdlib>
 
 #include "platform/Machine.h"
 #include "platform/Paths.h"

@@ -1,11 +1,10 @@
 #include "platform/posix/PosixMove.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cerrno>
 #include <vector>
 
 #include "platform/Paths.h"
@@ -41,7 +40,8 @@ void CopyContent(const std::string& source, const std::string& target) {
     PosixBinaryFile from(OpenOrThrow(source, O_RDONLY), source);
     PosixBinaryFile to(OpenOrThrow(target, O_WRONLY | O_CREAT | O_EXCL), target);
     std::vector<std::byte> block(1 << 20);
-    while (const std::size_t count = from.Read(block)) to.Write(std::span<const std::byte>(block).first(count));
+    while (const std::size_t count = from.Read(block))
+        to.Write(std::span<const std::byte>(block).first(count));
     to.Flush();
 }
 

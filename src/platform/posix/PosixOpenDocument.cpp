@@ -12,7 +12,8 @@ bool OpenDocument(const std::string& address) {
     if (opener.empty()) return false;
     const pid_t child = fork();
     if (child == 0) {
-        // A grandchild of its own session: nobody has to wait for it, and closing the terminal leaves it open.
+        // A grandchild of its own session: nobody has to wait for it, and closing the terminal leaves it
+        // open.
         if (fork() != 0) _exit(0);
         setsid();
         execl(opener.c_str(), opener.c_str(), address.c_str(), nullptr);

@@ -1,14 +1,13 @@
 #include "platform/posix/PosixProcesses.h"
 
+#include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <cerrno>
-#include <cstdlib>
-#include <string_view>
 #include <vector>
 
 #include "platform/Paths.h"

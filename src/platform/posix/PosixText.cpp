@@ -32,14 +32,16 @@ std::string Map(std::string_view text, Fold fold) {
 
 std::string ToLower(std::string_view text) {
     return Map(text, [](char32_t character) -> char32_t {
-        if (character < 0x80) return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
+        if (character < 0x80)
+            return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
         return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
     });
 }
 
 std::string ToUpper(std::string_view text) {
     return Map(text, [](char32_t character) -> char32_t {
-        if (character < 0x80) return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
+        if (character < 0x80)
+            return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
         return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), UnicodeLocale()));
     });
 }

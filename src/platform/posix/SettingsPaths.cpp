@@ -1,9 +1,8 @@
 #include "platform/posix/SettingsPaths.h"
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <string_view>
+#include <unistd.h>
 
 #include "platform/Paths.h"
 

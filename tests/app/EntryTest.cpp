@@ -1,0 +1,136 @@
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "app/Entry.h"
+#include "app/JobTable.h"
+#include "core/OptionTable.h"
+#include "support/TagBuilders.h"
+#include "support/TestApp.h"
+#include "support/WavBuilder.h"
+
+namespace zefta::test {
+namespace {
+
+class EntryTest : public ::testing::Test {
+  protected:
+    int Run(const std::vector<std::string>& arguments) { return RunZefta(app, arguments, output); }
+
+    std::string LastBox() { return app.desktop.boxes.empty() ? "" : app.desktop.boxes.back().text; }
+
+    TestApp app;
+    std::ostringstream output;
+};
+
+TEST_F(EntryTest, HelpAndVersion_AreAnsweredOnTheOutput) {
+    EXPECT_EQ(Run({"--version"}), 0);
+    EXPECT_EQ(output.str(), "Kestrin Zeftaworks 2.00 (Build 1)\n");
+    for (const char* question : {"--help", "-h"}) {
+        output.str("");
+        EXPECT_EQ(Run({question}), 0);
+        EXPECT_NE(output.str().find("/encode, /e [mode] [mask]"), std::string::npos);
+    }
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(EntryTest, EveryJob_HasItsRow) {
+    for (const int code : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, 14, 15, 16, 17, 19, 20, 21})
+        EXPECT_NE(FindJob(code), nullptr) << code;
+    for (const int code : {0, 11, 12, 18, 22}) EXPECT_EQ(FindJob(code), nullptr) << code;
+}
+
+TEST_F(EntryTest, EveryJobOption_ReachesItsRowAndNoneIsSilentlyNothing) {
+    for (const Option& option : OptionTable()) {
+        if (option.group != OptionGroup::Job) continue;
+        const std::string name(option.names.substr(0, option.names.find(' ')));
+        app.state = AppState();
+        app.desktop.boxes.clear();
+        const int status = Run({name, name == "/copy" ? "x.m3u" : "nothing.none"});
+        const Job* job = FindJob(app.state.JobCode);
+        if (name == "/lng") continue;
+        ASSERT_NE(job, nullptr) << name;
+        EXPECT_EQ(job->name, name);
+        if (job->run == nullptr) {
+            EXPECT_EQ(status, job->needsDisplay ? 2 : 1) << name;
+            EXPECT_EQ(app.desktop.boxes.size(), 1U) << name;
+        }
+    }
+}
+
+TEST_F(EntryTest, JobThatIsNotInThisVersion_SaysSo) {
+    EXPECT_EQ(Run({"/rename"}), 1);
+    EXPECT_EQ(LastBox(), "/rename is not part of this version.");
+}
+
+TEST_F(EntryTest, JobThatNeedsADisplay_SaysThatThereIsNone) {
+    for (const char* job : {"/setup", "/cdda"}) {
+        EXPECT_EQ(Run({job}), 2);
+        EXPECT_TRUE(LastBox().ends_with(" needs a display, and there is none.")) << LastBox();
+    }
+}
+
+TEST_F(EntryTest, NoArgumentOrFolder_IsTheMainWindow) {
+    EXPECT_EQ(Run({}), 1);
+    EXPECT_EQ(LastBox(), "The main window is not part of this version.");
+    EXPECT_EQ(Run({app.folder.Path()}), 1);
+    EXPECT_EQ(app.state.CurrentFolder, app.folder.Path());
+    EXPECT_EQ(Run({"/xyz"}), 1);
+}
+
+TEST_F(EntryTest, Embedding_EndsAtOnce) {
+    EXPECT_EQ(Run({"-Embedding"}), 0);
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(EntryTest, ExistingFile_WavDoesNothing_CompressedIsSaidToBeMissing) {
+    app.folder.Write("a.wav", "x");
+    app.folder.Write("a.mp3", "x");
+    EXPECT_EQ(Run({"a.wav"}), 0);
+    EXPECT_TRUE(app.desktop.boxes.empty());
+    EXPECT_EQ(Run({"a.mp3"}), 1);
+}
+
+TEST_F(EntryTest, Help_OpensTheManualOfTheProgramsFolder) {
+    app.processes.ownPath = app.folder / "zefta";
+    EXPECT_EQ(Run({"/help"}), 1);
+    EXPECT_EQ(LastBox(), "Help file not found!");
+    app.desktop.boxes.clear();
+    app.folder.Write("ReadMe.html", "x");
+    EXPECT_EQ(Run({"/?"}), 0);
+    EXPECT_EQ(app.desktop.openedDocuments, std::vector<std::string>{app.folder / "ReadMe.html"});
+    app.desktop.canOpenDocuments = false;
+    EXPECT_EQ(Run({"/h"}), 1);
+}
+
+TEST_F(EntryTest, Lng_WritesTheTemplate) {
+    EXPECT_EQ(Run({"/lng"}), 0);
+    EXPECT_TRUE(app.folder.Exists("zefta.lng"));
+}
+
+TEST_F(EntryTest, UntrappedFailure_EndsWithItsTextAndStatus1) {
+    EXPECT_EQ(Run({"/wt", "/before", "abc"}), 1);
+    EXPECT_EQ(LastBox(), "Error #13\r\n\r\nType mismatch");
+    EXPECT_EQ(Run({"/e", "no/such/*.wav"}), 1);
+    EXPECT_TRUE(LastBox().starts_with("Error #76\r\n\r\nPath not found")) << LastBox();
+}
+
+TEST_F(EntryTest, Settings_AreLoadedBeforeTheCommandLineAndNeverSavedByAJob) {
+    app.userSettings.values[{"Settings", "PriorityClass"}] = "idle";
+    app.userSettings.values[{"Settings", "NormalizeLevel"}] = "77";
+    EXPECT_EQ(Run({"/wt", "/high", "/norm_above", "50"}), 0);
+    EXPECT_EQ(app.state.PriorityClass, 128);
+    EXPECT_EQ(app.state.NormalizeLevel, 77);
+    EXPECT_EQ(app.state.NormalizeAbove, 50);
+    EXPECT_EQ(app.userSettings.applied, 0);
+}
+
+TEST_F(EntryTest, Encode_TagsThroughTheSharedWaveFileAndLetsItGo) {
+    app.folder.Write("a.wav", Wav().Tone(1000).Bytes());
+    app.processes.tool = [&](const auto&) { app.folder.Write("a.MP3", Audio(300)); };
+    EXPECT_EQ(Run({"/e", "128", "a.wav", "/notrim"}), 0);
+    EXPECT_TRUE(app.folder.Read("a.MP3").starts_with("ID3"));
+    EXPECT_EQ(app.defaultWaveFile, nullptr);
+}
+
+}  // namespace
+}  // namespace zefta::test
