@@ -6,6 +6,7 @@
 
 #include "app/Entry.h"
 #include "core/Version.h"
+#include "platform/StandardStreams.h"
 #include "platform/console/ConsoleDesktop.h"
 #include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/PosixFileSystem.h"
@@ -14,6 +15,7 @@
 
 int main(int argc, char** argv) {
     using namespace zefta;
+    FillStandardStreams();
     const Machine machine = ReadMachine();
     PosixFileSystem files;
     PosixProcesses processes;

@@ -81,5 +81,16 @@ TEST_P(Jobs, EndsAsTold) {
         EXPECT_TRUE(job.expected.contains(file.first)) << "left over: " << file.first;
 }
 
+TEST(ClosedStreams, MessagesNeverReachTheFileThatIsOpen) {
+    const TempFolder folder;
+    const std::string bytes = "RIFF" + std::string(4, '\xFF') + "AVI " + std::string(1000, 'x');
+    folder.Write("a.wav", bytes);
+    const std::string command = std::string(ZEFTA_PROGRAM) + " /wt <&- >&- 2>&-";
+    const ProgramResult result =
+        RunToEnd({"sh", {"-c", command}, folder.Path(), "", {{"XDG_CONFIG_HOME", folder.Path()}}});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(folder.Read("a.wav"), bytes);
+}
+
 }  // namespace
 }  // namespace zefta::test
