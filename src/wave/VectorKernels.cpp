@@ -6,6 +6,7 @@
 
 #if defined(__x86_64__)
 
+#include <cmath>
 #include <immintrin.h>
 
 namespace zefta {
@@ -37,13 +38,18 @@ void MeasureSse2(std::span<const std::byte> block, Peaks& peaks) {
     MeasurePlain(block.subspan(at), peaks);
 }
 
+/// Whether no product of these gains leaves 32 bits: packing then holds it at the limits of 16 bits, and
+/// nothing else has to.
+bool Fit32Bits(const Gains& gains) {
+    constexpr double Largest = 65535;
+    return std::abs(gains.left) <= Largest && std::abs(gains.right) <= Largest;
+}
+
 void AmplifySse2(std::span<std::byte> block, const Gains& gains) {
+    if (!Fit32Bits(gains)) return AmplifyPlain(block, gains);
     const __m128d gain = _mm_set_pd(gains.right, gains.left);
-    const __m128d highest = _mm_set1_pd(32767.0);
-    const __m128d lowest = _mm_set1_pd(-32768.0);
     const auto amplified = [&](__m128i pair) {
-        const __m128d product = _mm_mul_pd(_mm_cvtepi32_pd(pair), gain);
-        return _mm_cvtpd_epi32(_mm_max_pd(_mm_min_pd(product, highest), lowest));
+        return _mm_cvtpd_epi32(_mm_mul_pd(_mm_cvtepi32_pd(pair), gain));
     };
     std::size_t at = 0;
     for (; at + Sse2Bytes <= block.size(); at += Sse2Bytes) {
@@ -75,13 +81,11 @@ __attribute__((target("avx2"))) void MeasureAvx2(std::span<const std::byte> bloc
 
 /// Four samples times the gains, as 32-bit numbers.
 __attribute__((target("avx2"))) inline __m128i AmplifiedAvx2(__m128i samples, __m256d gain) {
-    const __m256d product = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm_cvtepi16_epi32(samples)), gain);
-    const __m256d held =
-        _mm256_max_pd(_mm256_min_pd(product, _mm256_set1_pd(32767.0)), _mm256_set1_pd(-32768.0));
-    return _mm256_cvtpd_epi32(held);
+    return _mm256_cvtpd_epi32(_mm256_mul_pd(_mm256_cvtepi32_pd(_mm_cvtepi16_epi32(samples)), gain));
 }
 
 __attribute__((target("avx2"))) void AmplifyAvx2(std::span<std::byte> block, const Gains& gains) {
+    if (!Fit32Bits(gains)) return AmplifyPlain(block, gains);
     const __m256d gain = _mm256_set_pd(gains.right, gains.left, gains.right, gains.left);
     std::size_t at = 0;
     for (; at + Sse2Bytes <= block.size(); at += Sse2Bytes) {
