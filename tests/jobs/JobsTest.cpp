@@ -81,6 +81,13 @@ TEST_P(Jobs, EndsAsTold) {
         EXPECT_TRUE(job.expected.contains(file.first)) << "left over: " << file.first;
 }
 
+TEST(Program, LinksNothingButTheStandardLibraries) {
+    const ProgramResult result = RunToEnd({"ldd", {ZEFTA_PROGRAM}, "", "", {}});
+    EXPECT_NE(result.output.find("libstdc++"), std::string::npos);
+    for (const char* toolkit : {"Qt", "cdio", "cddb", "dbus", "X11"})
+        EXPECT_EQ(result.output.find(toolkit), std::string::npos) << toolkit;
+}
+
 TEST(ClosedStreams, MessagesNeverReachTheFileThatIsOpen) {
     const TempFolder folder;
     const std::string bytes = "RIFF" + std::string(4, '\xFF') + "AVI " + std::string(1000, 'x');
