@@ -1,9 +1,9 @@
 // The shape of the house: which folder may include which, and how large a file may be.
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -44,17 +44,27 @@ std::vector<SourceFile> AllSources() {
     return files;
 }
 
+/// The layer that an include of ours names; "" for any other line.
+std::string IncludedLayer(const std::string& line) {
+    const std::string start = "#include \"";
+    if (!line.starts_with(start)) return {};
+    return line.substr(start.size(), line.find('/') - start.size());
+}
+
+bool HoldsAny(const std::string& line, const std::vector<std::string>& words) {
+    return std::any_of(words.begin(), words.end(),
+                       [&](const std::string& word) { return line.find(word) != std::string::npos; });
+}
+
 TEST(Layers, Includes_OnlyPointDown) {
-    const std::regex include("^#include \"([a-z]+)/");
     std::size_t seen = 0;
     for (const SourceFile& file : AllSources()) {
         if (file.layer == "main.cpp") continue;
         ASSERT_TRUE(Allowed.contains(file.layer)) << "a layer without a row: " << file.path;
         for (const std::string& line : file.lines) {
-            std::smatch match;
-            if (!std::regex_search(line, match, include)) continue;
+            const std::string target = IncludedLayer(line);
+            if (target.empty()) continue;
             ++seen;
-            const std::string target = match[1];
             EXPECT_TRUE(target == file.layer || Allowed.at(file.layer).contains(target))
                 << file.path << ": " << line;
         }
@@ -63,13 +73,15 @@ TEST(Layers, Includes_OnlyPointDown) {
 }
 
 TEST(Layers, SystemHeadersAndPlatformSwitches_StandInThePlatformLayerOnly) {
-    const std::regex system("^#include <(unistd|fcntl|dirent|iconv|sys/|sched|signal|fstream|filesystem)");
-    const std::regex platformSwitch("^#if.*(_WIN32|__linux__|__unix__|__APPLE__)");
+    const std::vector<std::string> systemHeaders = {"<unistd", "<fcntl",   "<dirent",  "<iconv",     "<sys/",
+                                                    "<sched",  "<csignal", "<fstream", "<filesystem"};
+    const std::vector<std::string> platforms = {"_WIN32", "__linux__", "__unix__", "__APPLE__"};
     for (const SourceFile& file : AllSources()) {
         for (const std::string& line : file.lines) {
-            EXPECT_FALSE(std::regex_search(line, platformSwitch)) << file.path << ": " << line;
+            EXPECT_FALSE(line.starts_with("#if") && HoldsAny(line, platforms)) << file.path << ": " << line;
             if (file.layer == "platform") continue;
-            EXPECT_FALSE(std::regex_search(line, system)) << file.path << ": " << line;
+            EXPECT_FALSE(line.starts_with("#include") && HoldsAny(line, systemHeaders))
+                << file.path << ": " << line;
         }
     }
 }
