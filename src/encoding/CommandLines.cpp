@@ -65,18 +65,18 @@ std::string MPEGplusOptions(const AppState& state) {
     return options.empty() ? CatalogueOptions(state, 3003) : options;
 }
 
-/// "zefta" for "/opt/zefta/zefta" and for "zefta.exe".
-std::string NameWithoutExtension(const std::string& path) {
-    const std::string name = NamePart(path);
-    return name.substr(0, name.rfind('.'));
+/// The program in the form of the documented command line. A dot in its own name ("zefta-2.0") is no
+/// extension.
+std::string ProgramArgument(const std::string& ownPath) {
+    constexpr std::string_view Extension = ".exe";
+    return QuotePath(ownPath.ends_with(Extension) ? ownPath : ownPath + std::string(Extension));
 }
 
 }  // namespace
 
 std::string TrimChildCommand(const AppState& state, const std::string& ownPath, const std::string& path,
                              bool normalize) {
-    const std::string program = JoinPath(FolderPart(ownPath), NameWithoutExtension(ownPath) + ".exe");
-    return QuotePath(program) + " /wavetrim " + QuotePath(path) + " /f0 /nb /zx /before 1 /after 1" +
+    return ProgramArgument(ownPath) + " /wavetrim " + QuotePath(path) + " /f0 /nb /zx /before 1 /after 1" +
            (normalize ? " /norm" : "") + (state.ShowExecuteWindows ? " /showexec" : " /dontshowexec");
 }
 

@@ -165,6 +165,13 @@ TEST(CommandLines, Names_AreReplacedAndQuoted) {
         EncodeCommand(state, {"100% a.WAV", "/100% a.WAV", ""}).ends_with(R"(-n"100% a.ogg" "/100% a.WAV")"));
 }
 
+TEST(CommandLines, TrimChild_NameWithADot_IsKept) {
+    const AppState state;
+    for (const char* path : {"/o/zefta-2.0", "/o/zefta-2.0.exe"})
+        EXPECT_TRUE(
+            TrimChildCommand(state, path, "/a.wav", false).starts_with("\"/o/zefta-2.0.exe\" /wavetrim "));
+}
+
 TEST(CommandLines, TrimChild_EverySwitch) {
     AppState state;
     EXPECT_EQ(TrimChildCommand(state, "/opt/z/zefta", "/m/a b.wav", false),
