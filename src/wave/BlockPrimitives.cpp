@@ -6,7 +6,7 @@
 namespace zefta {
 
 std::int32_t zftGetPeaksForBlock(BinaryFile& source, std::int32_t count, const PeakReferences& peaks) {
-    std::array<std::byte, WaveBlockSize> block;
+    alignas(64) std::array<std::byte, WaveBlockSize> block;
     const auto wanted = static_cast<std::size_t>(std::clamp(count, 0, WaveBlockSize));
     const std::size_t done = source.Read(std::span(block).first(wanted));
     Peaks found = {peaks.maxLeft, peaks.maxRight, peaks.minLeft, peaks.minRight};
@@ -21,7 +21,7 @@ std::int32_t zftGetPeaksForBlock(BinaryFile& source, std::int32_t count, const P
 void zftCopyBlock(BinaryFile& source, BinaryFile& destination, std::int32_t count, const Gains* gains) {
     if (gains == nullptr) return zftCopyBlock2(source, destination, count);
     if (count <= 0) return;
-    std::array<std::byte, WaveBlockSize> block;
+    alignas(64) std::array<std::byte, WaveBlockSize> block;
     const auto wanted = static_cast<std::size_t>(std::min(count, WaveBlockSize));
     const auto samples = std::span(block).first(source.Read(std::span(block).first(wanted)));
     BestKernels().amplify(samples, *gains);
