@@ -29,6 +29,13 @@ std::int32_t ToLong(std::string_view bytes) {
     return static_cast<std::int32_t>(LittleEndian(bytes, 4));
 }
 
+std::int32_t ToLongBE(std::string_view bytes) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        value = value << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
+    return static_cast<std::int32_t>(value);
+}
+
 std::int16_t ToShort(std::string_view bytes) {
     return static_cast<std::int16_t>(LittleEndian(bytes, 2));
 }

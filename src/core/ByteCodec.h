@@ -12,6 +12,9 @@ namespace zefta::ByteCodec {
 /// Up to 4 little-endian bytes, zero-extended: 2 bytes give 0 to 65535; 4 bytes may give a negative number.
 std::int32_t ToLong(std::string_view bytes);
 
+/// 4 big-endian bytes; what a short run lacks at its low end counts as zero.
+std::int32_t ToLongBE(std::string_view bytes);
+
 /// 2 little-endian bytes, signed.
 std::int16_t ToShort(std::string_view bytes);
 

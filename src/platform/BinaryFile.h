@@ -36,6 +36,9 @@ class BinaryFile {
     virtual std::int32_t Position() const = 0;
     virtual std::int32_t Size() const = 0;
 
+    /// Whether the file carried the read-only attribute when it was opened.
+    virtual bool IsReadOnly() const = 0;
+
     /// Ends the file at the current position. Errors as of Write.
     virtual void SetEnd() = 0;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -59,6 +60,9 @@ class FileSystem {
 
     /// Creates the file, or empties the one that exists; null when that can't be done.
     virtual std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) = 0;
+
+    /// Bytes of the file; 53 when there is none.
+    virtual std::int64_t FileSize(const std::string& path) const = 0;
 
     virtual bool IsReadOnly(const std::string& path) const = 0;
     virtual void SetReadOnly(const std::string& path, bool readOnly) = 0;

@@ -5,13 +5,15 @@
 #include "platform/BinaryFile.h"
 #include "platform/CodePage.h"
 #include "platform/FileSystem.h"
+#include "tags/FileReading.h"
 #include "tags/ID3Tag.h"
 
 namespace zefta {
 
 /// Reads the tag at the start of the file; tag.ID3v2Present tells whether there is one. Leaves the position
 /// behind the tag, or at 0.
-void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi);
+void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi,
+               UnknownContent unknown = UnknownContent::Keep);
 
 /// Writes the record's ID3v2Extension to the MP3 file at tag.Path: in the place of the old tag when the
 /// estimate says that it fits, else into a new file that takes the old one's place. Does nothing for a file

@@ -88,12 +88,19 @@ class WaveFile {
     /// of -1 one that is no usable WAV file.
     ID3Tag GetWaveInfo(const std::string& path);
 
-    // Tag operations (tags/).
+    // Tag operations (tags/). The readers make a fresh record; an empty Path marks a file that can't be
+    // opened. Their run-time failures are those of the functions of tags/ that do the work.
+
+    ID3Tag GetMP3FileInfo(const std::string& path);
+    ID3Tag GetOGGFileInfo(const std::string& path);
+    ID3Tag GetMPEGplusFileInfo(const std::string& path);
 
     int SetID3(const std::string& path, const ID3v1Values& values);
     void SetID3v1(ID3Tag& tag);
     void SetID3v2(ID3Tag& tag);
     bool RemoveID3v2(const ID3Tag& tag);
+    void SetOggComments(const ID3Tag& tag);
+    void SetAPE2(ID3Tag& tag);
 
     // What the scan found.
 

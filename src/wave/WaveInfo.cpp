@@ -1,7 +1,8 @@
+#include <utility>
+
 #include "core/Numbers.h"
-#include "core/Strings.h"
-#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "tags/FileReading.h"
 #include "wave/WaveChunks.h"
 #include "wave/WaveFile.h"
 
@@ -13,6 +14,8 @@ constexpr std::int16_t NoWaveFile = -1;
 constexpr std::int32_t Stereo = 0;
 constexpr std::int32_t Mono = 3;
 constexpr std::int32_t ReadOfFormat = 16;
+/// Holds all chunks in front of the audio of a usual file.
+constexpr std::int32_t HeadOfFile = 512;
 
 /// False when the chunk is too small to be one.
 bool ReadFormat(BinaryFile& file, const WaveChunk& chunk, ID3Tag& tag) {
@@ -57,12 +60,13 @@ bool WalkChunks(BinaryFile& file, ID3Tag& tag, Desktop& desktop) {
 
 ID3Tag WaveFile::GetWaveInfo(const std::string& path) {
     ID3Tag tag;
-    const auto file = app_.files.OpenRead(path);
-    if (!file) return tag;
-    tag.Path = ReplaceAll(path, std::string(2, PathSeparator), std::string(1, PathSeparator));
+    auto opened = app_.files.OpenRead(path);
+    if (!opened) return tag;
+    tag.Path = PathOfRecord(path);
     try {
-        tag.Length = file->Size();
-        if (!WalkChunks(*file, tag, app_.desktop)) tag.Bitrate = NoWaveFile;
+        BufferedFile file(std::move(opened), {.head = HeadOfFile, .tail = 0});
+        tag.Length = file.Size();
+        if (!WalkChunks(file, tag, app_.desktop)) tag.Bitrate = NoWaveFile;
     } catch (const RuntimeError&) {
         tag.Bitrate = NoWaveFile;
     }

@@ -30,6 +30,7 @@ class FaultInjectingFile : public BinaryFile {
     bool Seek(std::int32_t distance, SeekFrom from) override { return real_->Seek(distance, from); }
     std::int32_t Position() const override { return real_->Position(); }
     std::int32_t Size() const override { return real_->Size(); }
+    bool IsReadOnly() const override { return real_->IsReadOnly(); }
 
     void SetEnd() override {
         faults_.MayThrow();

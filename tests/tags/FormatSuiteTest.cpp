@@ -57,7 +57,8 @@ const Format Formats[] = {
          return Id3v2(TextFrame("TIT2", "T (M)") + RawFrame("PRIV", "\xFFx") + TextFrame("TPE1", "A"), 60) +
                 audio;
      },
-     WithoutID3v2, ReadID3v2, SetID3v2},
+     WithoutID3v2, [](BinaryFile& file, ID3Tag& tag, const CodePage& ansi) { ReadID3v2(file, tag, ansi); },
+     SetID3v2},
     {"Lyrics3",
      [](const std::string& audio) { return audio + "LYRICSBEGINETT00005HelloEAR00002Me000034LYRICS200"; },
      WholeBytes, [](BinaryFile& file, ID3Tag& tag, const CodePage& ansi) { ReadLyrics3(file, tag, ansi); },

@@ -23,6 +23,7 @@ class ShrunkFile : public BinaryFile {
     bool Seek(std::int32_t distance, SeekFrom from) override { return real_->Seek(distance, from); }
     std::int32_t Position() const override { return real_->Position(); }
     std::int32_t Size() const override { return size_; }
+    bool IsReadOnly() const override { return real_->IsReadOnly(); }
     void SetEnd() override { real_->SetEnd(); }
     void Flush() override { real_->Flush(); }
 

@@ -1,8 +1,8 @@
 #include "platform/posix/PosixBinaryFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <limits>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -20,6 +20,12 @@ auto Uninterrupted(Call call) {
     return result;
 }
 
+struct stat StatusOf(int descriptor, const std::string& path) {
+    struct stat status;
+    if (fstat(descriptor, &status) == -1) ThrowSystemError(path);
+    return status;
+}
+
 std::int32_t CheckedPosition(std::int64_t position) {
     if (position > std::numeric_limits<std::int32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
     return static_cast<std::int32_t>(position);
@@ -27,8 +33,14 @@ std::int32_t CheckedPosition(std::int64_t position) {
 
 }  // namespace
 
-PosixBinaryFile::PosixBinaryFile(int descriptor, std::string path)
-    : descriptor_(descriptor), path_(std::move(path)) {}
+PosixBinaryFile::PosixBinaryFile(int descriptor, const struct stat& status, std::string path)
+    : descriptor_(descriptor),
+      isReadOnly_((status.st_mode & S_IWUSR) == 0),
+      size_(status.st_size),
+      path_(std::move(path)) {}
+
+PosixBinaryFile::PosixBinaryFile(int descriptor, const std::string& path)
+    : PosixBinaryFile(descriptor, StatusOf(descriptor, path), path) {}
 
 PosixBinaryFile::~PosixBinaryFile() {
     close(descriptor_);
@@ -53,14 +65,13 @@ void PosixBinaryFile::Write(std::span<const std::byte> bytes) {
             Uninterrupted([&] { return pwrite(descriptor_, bytes.data(), bytes.size(), position_); });
         if (count == -1) ThrowSystemError(path_);
         position_ += count;
+        size_ = std::max(size_, position_);
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
 }
 
 bool PosixBinaryFile::Seek(std::int32_t distance, SeekFrom from) {
-    const std::int64_t start = from == SeekFrom::Start     ? 0
-                               : from == SeekFrom::Current ? position_
-                                                           : LongSize();
+    const std::int64_t start = from == SeekFrom::Start ? 0 : from == SeekFrom::Current ? position_ : size_;
     const std::int64_t target = start + distance;
     if (target < 0) return false;
     position_ = CheckedPosition(target);
@@ -72,21 +83,16 @@ std::int32_t PosixBinaryFile::Position() const {
 }
 
 std::int32_t PosixBinaryFile::Size() const {
-    return CheckedPosition(LongSize());
+    return CheckedPosition(size_);
 }
 
 void PosixBinaryFile::SetEnd() {
     if (Uninterrupted([&] { return ftruncate(descriptor_, position_); }) == -1) ThrowSystemError(path_);
+    size_ = position_;
 }
 
 void PosixBinaryFile::Flush() {
     if (Uninterrupted([&] { return fsync(descriptor_); }) == -1) ThrowSystemError(path_);
-}
-
-std::int64_t PosixBinaryFile::LongSize() const {
-    struct stat status;
-    if (fstat(descriptor_, &status) == -1) ThrowSystemError(path_);
-    return status.st_size;
 }
 
 }  // namespace zefta

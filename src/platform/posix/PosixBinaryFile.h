@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <sys/stat.h>
 
 #include "platform/BinaryFile.h"
 
@@ -10,8 +11,10 @@ namespace zefta {
 /// A file behind a descriptor. The position is kept here, so that moving it costs no system call.
 class PosixBinaryFile : public BinaryFile {
   public:
-    /// Takes over the descriptor.
-    PosixBinaryFile(int descriptor, std::string path);
+    /// Takes over the descriptor of a file that has this status.
+    PosixBinaryFile(int descriptor, const struct stat& status, std::string path);
+    /// Takes over the descriptor and asks for the status.
+    PosixBinaryFile(int descriptor, const std::string& path);
     ~PosixBinaryFile() override;
 
     using BinaryFile::Write;
@@ -20,13 +23,15 @@ class PosixBinaryFile : public BinaryFile {
     bool Seek(std::int32_t distance, SeekFrom from) override;
     std::int32_t Position() const override;
     std::int32_t Size() const override;
+    bool IsReadOnly() const override { return isReadOnly_; }
     void SetEnd() override;
     void Flush() override;
 
   private:
-    std::int64_t LongSize() const;
-
     int descriptor_;
+    bool isReadOnly_;
+    /// Kept up by what is written here, so that asking for it costs no system call.
+    std::int64_t size_;
     std::int64_t position_ = 0;
     std::string path_;
 };

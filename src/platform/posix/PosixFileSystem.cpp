@@ -41,9 +41,16 @@ std::unique_ptr<BinaryFile> Open(const std::string& path, int flags) {
     FileStatus status;
     const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     const bool refused = (flags & O_ACCMODE) != O_RDONLY && LacksWriteBit(status);
-    if (isFile && !refused) return std::make_unique<PosixBinaryFile>(descriptor, path);
+    if (isFile && !refused) return std::make_unique<PosixBinaryFile>(descriptor, status, path);
     close(descriptor);
     return nullptr;
+}
+
+/// Only a name that is not there as it stands pays for the look at other spellings.
+std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) {
+    auto file = Open(path, flags);
+    if (file || EntryExists(path)) return file;
+    return Open(SpellingOnDisk(path), flags);
 }
 
 /// A link whose target may be gone is still an entry; everything else is looked at where it leads.
@@ -95,19 +102,19 @@ void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::str
     const std::string from = SpellingOnDisk(replacement);
     const std::string to = FollowLinks(target);
     zefta::CopyAttributes(to, from);
-    const int descriptor = open(from.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor == -1) ThrowSystemError(replacement);
-    PosixBinaryFile(descriptor, replacement).Flush();
+    const auto written = Open(from, O_RDONLY);
+    if (!written) ThrowSystemError(replacement);
+    written->Flush();
     if (rename(from.c_str(), to.c_str()) == -1) ThrowSystemError(target);
     FlushFolder(FolderPart(to));
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenRead(const std::string& path) {
-    return Open(SpellingOnDisk(path), O_RDWR);
+    return OpenExisting(path, O_RDWR);
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenReadOnly(const std::string& path) {
-    return Open(SpellingOnDisk(path), O_RDONLY);
+    return OpenExisting(path, O_RDONLY);
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path) {
@@ -117,6 +124,12 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path)
         status && (LacksWriteBit(*status) || !S_ISREG(status->st_mode)))
         return nullptr;
     return Open(spelled, O_RDWR | O_CREAT | O_TRUNC);
+}
+
+std::int64_t PosixFileSystem::FileSize(const std::string& path) const {
+    const auto status = StatusOf(path);
+    if (!status) throw RuntimeError(ErrorNumber::FileNotFound, path);
+    return status->st_size;
 }
 
 bool PosixFileSystem::IsReadOnly(const std::string& path) const {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/BinaryFile.h"
+#include "platform/FileSystem.h"
+#include "tags/FileReading.h"
+#include "tags/ID3Tag.h"
+
+namespace zefta {
+
+/// Reads the APE tag (version 2000) at the very end of the file; true when there is one, also one that is
+/// not usable. Each item that is not interpreted adds 1 to tag.TrackNumber; with UnknownContent::Keep its
+/// bytes go to UnknownFrames.
+bool ReadAPE2(BinaryFile& file, ID3Tag& tag, UnknownContent unknown);
+
+/// Writes the record as an APE tag at the end of the MPEGplus file at tag.Path: in the place of the old tag
+/// or of the last 128 bytes, which are taken for an ID3v1 tag; in a version 8 stream only when they are one.
+/// Does nothing for a file that is no MPEGplus file by name. tag.Path is "" when the file can't be opened.
+/// A write that fails puts the old bytes back.
+void SetAPE2(FileSystem& files, ID3Tag& tag);
+
+}  // namespace zefta

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "core/Strings.h"
+#include "platform/BufferedFile.h"
+#include "platform/CodePage.h"
+#include "platform/FileSystem.h"
+#include "platform/Paths.h"
+#include "tags/ID3Tag.h"
+
+namespace zefta {
+
+/// What becomes of frames and items that the program does not interpret, such as pictures.
+enum class UnknownContent : bool {
+    /// They are read into UnknownFrames, so that a writer can put them back.
+    Keep,
+    /// They are passed over unread. A record that was read so must not be written.
+    PassOver,
+};
+
+/// What a reader of whole files needs.
+struct FileReading {
+    FileSystem& files;
+    const CodePage& ansi;
+    UnknownContent unknown = UnknownContent::Keep;
+};
+
+/// The path as records hold it: each doubled separator made a single one.
+inline std::string PathOfRecord(const std::string& path) {
+    return ReplaceAll(path, std::string(2, PathSeparator), std::string(1, PathSeparator));
+}
+
+}  // namespace zefta

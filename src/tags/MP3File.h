@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "tags/FileReading.h"
+#include "tags/ID3Tag.h"
+
+namespace zefta {
+
+/// Fills a fresh record with the tags (ID3v1, Lyrics3, ID3v2) and the measures of an MP3 file. The stream is
+/// measured by one frame header, a Xing or Info block near it and the size of the file; no frame is walked.
+///
+/// A file that can't be opened leaves tag.Path "". A file that is no MP3 stream has no stream values.
+/// Run-time failures, with the record filled up to there: 6 when a measure does not fit (files of 256 MiB and
+/// more), 11 when a Xing block counts no time; and those of the tag readers.
+void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& tag);
+
+}  // namespace zefta
