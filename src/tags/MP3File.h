@@ -12,7 +12,8 @@ namespace zefta {
 ///
 /// A file that can't be opened leaves tag.Path "". A file that is no MP3 stream has no stream values.
 /// Run-time failures, with the record filled up to there: 6 when a measure does not fit (files of 256 MiB and
-/// more), 11 when a Xing block counts no time; and those of the tag readers.
+/// more), 11 when a Xing block counts no time or its stream has no sample rate, 57 when the device fails; and
+/// those of the tag readers.
 void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& tag);
 
 }  // namespace zefta
