@@ -2,12 +2,15 @@
 
 #include <new>
 #include <ostream>
+#include <span>
 
 #include "app/JobTable.h"
+#include "app/ListJob.h"
 #include "core/Boxes.h"
 #include "core/FileKind.h"
 #include "core/Options.h"
 #include "core/Settings.h"
+#include "core/Strings.h"
 #include "core/Version.h"
 #include "platform/RuntimeError.h"
 #include "wave/WaveFile.h"
@@ -17,6 +20,7 @@ namespace zefta {
 namespace {
 
 constexpr std::int32_t FileJob = 11;
+constexpr std::int32_t FolderJob = 12;
 
 int Status(const App& app) {
     return app.desktop.HasComplained() ? ExitComplaint : ExitDone;
@@ -27,9 +31,12 @@ int SayNotInThisVersion(App& app, const std::string& what) {
     return Status(app);
 }
 
-int OpenMainWindow(App& app) {
+/// Without a display the list of the window is printed in its place.
+int OpenMainWindow(App& app, const std::string& folder, std::ostream& output) {
     if (app.state.EmbeddingStart) return ExitDone;
-    return SayNotInThisVersion(app, "The main window");
+    if (app.machine.hasDisplay) return SayNotInThisVersion(app, "The main window");
+    PrintList(app, {folder}, ListForm::Table, output);
+    return Status(app);
 }
 
 /// A file named on the command line opens its information; a file that has none does nothing.
@@ -49,17 +56,38 @@ int RunJob(App& app, const Job& job) {
     return Status(app);
 }
 
-int Dispatch(App& app) {
+int Dispatch(App& app, std::ostream& output) {
     if (app.state.JobCode == FileJob) return ShowFileInformation(app);
+    if (app.state.JobCode == FolderJob) return OpenMainWindow(app, app.state.CurrentFolder, output);
     const Job* job = FindJob(app.state.JobCode);
-    return job != nullptr ? RunJob(app, *job) : OpenMainWindow(app);
+    return job != nullptr ? RunJob(app, *job) : OpenMainWindow(app, "", output);
 }
 
-int LoadAndRun(App& app, const std::vector<std::string>& arguments) {
+bool IsListJob(const std::vector<std::string>& arguments) {
+    return !arguments.empty() && EqualsIgnoringAsciiCase(arguments.front(), "/list");
+}
+
+/// /list takes no option but its own: folders, files and masks may begin with "/".
+int RunListJob(App& app, const std::vector<std::string>& arguments, std::ostream& output) {
+    ListForm form = ListForm::Table;
+    std::vector<std::string> specs;
+    for (const std::string& argument : std::span(arguments).subspan(1)) {
+        if (EqualsIgnoringAsciiCase(argument, "/json")) {
+            form = ListForm::Json;
+        } else {
+            specs.push_back(argument);
+        }
+    }
+    PrintList(app, specs, form, output);
+    return Status(app);
+}
+
+int LoadAndRun(App& app, const std::vector<std::string>& arguments, std::ostream& output) {
     LoadSettings(app);
+    if (IsListJob(arguments)) return RunListJob(app, arguments, output);
     LoadPriorityClass(app);
     const bool anyArgument = ParseCommandLine(app, CommandLine(arguments));
-    const int status = anyArgument ? Dispatch(app) : OpenMainWindow(app);
+    const int status = anyArgument ? Dispatch(app, output) : OpenMainWindow(app, "", output);
     ReleaseGlobals(app);
     return status;
 }
@@ -90,7 +118,7 @@ int RunZefta(App& app, const std::vector<std::string>& arguments, std::ostream& 
     WaveFile defaultWaveFile(app);
     app.defaultWaveFile = &defaultWaveFile;
     try {
-        return LoadAndRun(app, arguments);
+        return LoadAndRun(app, arguments, output);
     } catch (const RuntimeError& error) {
         return EndByFailure(app, error);
     } catch (const std::bad_alloc&) {

@@ -22,7 +22,8 @@ const std::map<std::string, std::set<std::string>> Allowed = {
     {"tags", {"core", "platform"}},
     {"wave", {"tags", "core", "platform"}},
     {"encoding", {"wave", "tags", "core", "platform"}},
-    {"app", {"encoding", "wave", "tags", "core", "platform"}},
+    {"library", {"encoding", "wave", "tags", "core", "platform"}},
+    {"app", {"library", "encoding", "wave", "tags", "core", "platform"}},
 };
 
 struct SourceFile {
