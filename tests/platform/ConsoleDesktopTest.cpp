@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -86,6 +87,15 @@ TEST(Machine, ReadMachine_LanguageIsTheFirstThatIsSet) {
     EXPECT_EQ(ReadMachine().language, "ru_RU.UTF-8");
     setenv("LC_ALL", "de_DE", 1);
     EXPECT_EQ(ReadMachine().language, "de_DE");
+}
+
+TEST(Machine, ReadMachine_UserDirsThatCannotBeRead_IsHome) {
+    const TempFolder home;
+    setenv("HOME", home.Path().c_str(), 1);
+    setenv("XDG_CONFIG_HOME", home.Path().c_str(), 1);
+    home.Write("user-dirs.dirs", "XDG_MUSIC_DIR=\"/usr\"\n");
+    std::filesystem::resize_file(home / "user-dirs.dirs", 3U << 30);
+    EXPECT_EQ(ReadMachine().musicFolder, home.Path());
 }
 
 TEST(Machine, ReadMachine_MusicFolderFromUserDirsElseHome) {

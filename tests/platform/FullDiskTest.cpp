@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "support/ExpectRuntimeError.h"
 #include "support/FaultInjectingFileSystem.h"
@@ -37,6 +38,17 @@ TEST(FullDisk, Write_PastTheRoomThatIsLeft_Fails61AtTheCall) {
     file->Write("0123456789");
     EXPECT_EQ(RuntimeErrorOf([&] { file->Write("x"); }), 61);
     EXPECT_EQ(folder.Read("f"), "0123456789");
+}
+
+TEST(FullDisk, SettingsStore_KeepsItsContentAndLeavesNothingBehind) {
+    const TempFolder folder;
+    folder.Write("s.ini", "[S]\nA=1\n");
+    IniSettingsStore store(folder / "s.ini");
+    const FileSizeLimit limit(10);
+    store.Apply({{"S", "B", "2"}});
+    EXPECT_EQ(store.GetValue("S", "B"), "2");
+    EXPECT_EQ(folder.Read("s.ini"), "[S]\nA=1\n");
+    EXPECT_FALSE(folder.Exists("s.ini.new"));
 }
 
 TEST(FaultInjection, OnlyTheNth_FailsOnceAndGoesOn) {

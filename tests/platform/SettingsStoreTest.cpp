@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <filesystem>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -56,6 +57,58 @@ TEST_F(SettingsStoreTest, Apply_StoreThatCannotBeWritten_IsSilentAndServesTheRun
     IniSettingsStore store("/proc/none/settings.ini");
     store.Apply({{"S", "A", "1"}});
     EXPECT_EQ(store.GetValue("S", "A"), "1");
+}
+
+/// What stands in the store's place and can't be read as a store.
+class UnreadableStoreTest : public SettingsStoreTest {
+  protected:
+    UnreadableStoreTest() { std::filesystem::create_directories(folder / "deep/er"); }
+
+    void ExpectDefaultsAndNothingSaved() {
+        const auto before = std::filesystem::symlink_status(path).type();
+        IniSettingsStore store(path);
+        EXPECT_EQ(store.GetValue("S", "Old"), std::nullopt);
+        store.Apply({{"S", "New", "1"}});
+        EXPECT_EQ(store.GetValue("S", "New"), "1");
+        EXPECT_EQ(Stored("S", "New"), std::nullopt);
+        EXPECT_EQ(std::filesystem::symlink_status(path).type(), before);
+        EXPECT_FALSE(folder.Exists("deep/er/settings.ini.new"));
+    }
+};
+
+TEST_F(UnreadableStoreTest, FileThatIsTooLarge_GivesDefaultsAndIsNotReplaced) {
+    WriteWholeFile(path, "[S]\nOld=1\n");
+    constexpr std::uintmax_t ThreeGigabytes = 3U << 30;
+    std::filesystem::resize_file(path, ThreeGigabytes);
+    ExpectDefaultsAndNothingSaved();
+    EXPECT_EQ(std::filesystem::file_size(path), ThreeGigabytes);
+}
+
+TEST_F(UnreadableStoreTest, FileWhoseDeviceFails_GivesDefaultsAndIsNotReplaced) {
+    // No process has memory at address 0, so that reading it there is an I/O error.
+    std::filesystem::create_symlink("/proc/self/mem", path);
+    ExpectDefaultsAndNothingSaved();
+}
+
+TEST_F(UnreadableStoreTest, Folder_GivesDefaultsAndIsNotReplaced) {
+    std::filesystem::create_directory(path);
+    ExpectDefaultsAndNothingSaved();
+}
+
+TEST_F(UnreadableStoreTest, FileThatBecameTooLarge_IsNotReplacedByWhatWasRead) {
+    WriteWholeFile(path, "[S]\nOld=1\n");
+    IniSettingsStore store(path);
+    std::filesystem::resize_file(path, 3U << 30);
+    store.Apply({{"S", "New", "1"}});
+    EXPECT_EQ(store.GetValue("S", "Old"), "1");
+    EXPECT_EQ(store.GetValue("S", "New"), "1");
+    EXPECT_EQ(std::filesystem::file_size(path), 3U << 30);
+}
+
+TEST_F(SettingsStoreTest, Apply_TextBeyondWhatIsReadBack_IsNotWritten) {
+    IniSettingsStore(path).Apply({{"S", "Old", "1"}});
+    IniSettingsStore(path).Apply({{"S", "Long", std::string(2 << 20, 'x')}});
+    EXPECT_TRUE(folder.Read("deep/er/settings.ini") == "[S]\nOld=1\n");
 }
 
 TEST_F(SettingsStoreTest, Apply_TwoProcessesAtOnce_LoseNothingAndLeaveAWholeFile) {

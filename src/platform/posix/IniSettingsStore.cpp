@@ -2,23 +2,29 @@
 
 #include <fcntl.h>
 #include <filesystem>
-#include <memory>
+#include <optional>
 #include <sys/file.h>
 #include <unistd.h>
 #include <utility>
 
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "platform/SmallFile.h"
+#include "platform/posix/NameLookup.h"
 #include "platform/posix/PosixFileSystem.h"
 
 namespace zefta {
 
 namespace {
 
-std::string ReadFile(const std::string& path) {
+// Far beyond what all keys together can hold.
+constexpr std::size_t LargestStore = 1 << 20;
+
+/// Nothing when something is there that can't be read.
+std::optional<std::string> ReadStore(const std::string& path) {
     PosixFileSystem files;
-    const auto file = files.OpenReadOnly(path);
-    return file ? file->ReadBytes(file->Size()) : std::string();
+    if (!EntryExists(SpellingOnDisk(path))) return std::string();
+    return ReadSmallFile(files, path, LargestStore);
 }
 
 /// Held from the reading to the swap. The lock lies on a file of its own, since the store itself is replaced.
@@ -40,9 +46,8 @@ class StoreLock {
     int descriptor_;
 };
 
-void WriteAndSwap(const std::string& path, const std::string& text) {
+void WriteAndSwap(const std::string& path, const std::string& fresh, const std::string& text) {
     PosixFileSystem files;
-    const std::string fresh = path + ".new";
     {
         const auto file = files.OpenCreate(fresh);
         if (!file) return;
@@ -56,9 +61,21 @@ void WriteAndSwap(const std::string& path, const std::string& text) {
     }
 }
 
+/// A store that can't be written keeps its old content; the run goes on with the new one.
+void WriteStore(const std::string& path, const std::string& text) {
+    if (text.size() > LargestStore) return;
+    const std::string fresh = path + ".new";
+    try {
+        WriteAndSwap(path, fresh, text);
+    } catch (const RuntimeError&) {
+        unlink(fresh.c_str());
+    }
+}
+
 }  // namespace
 
-IniSettingsStore::IniSettingsStore(std::string path) : path_(std::move(path)), text_(ReadFile(path_)) {}
+IniSettingsStore::IniSettingsStore(std::string path)
+    : path_(std::move(path)), text_(ReadStore(path_).value_or("")) {}
 
 std::optional<std::string> IniSettingsStore::GetValue(const std::string& section,
                                                       const std::string& key) const {
@@ -69,14 +86,11 @@ void IniSettingsStore::Apply(const std::vector<SettingChange>& changes) {
     std::error_code ignored;
     std::filesystem::create_directories(FolderPart(path_), ignored);
     const StoreLock lock(path_);
-    if (lock.Held()) text_ = IniText(ReadFile(path_));
+    const std::optional<std::string> stored = lock.Held() ? ReadStore(path_) : std::nullopt;
+    if (stored) text_ = IniText(*stored);
     for (const SettingChange& change : changes) text_.Apply(change);
-    if (!lock.Held()) return;
-    try {
-        WriteAndSwap(path_, text_.Text());
-    } catch (const RuntimeError&) {
-        // A store that can't be written keeps its old content; the run goes on with the new one.
-    }
+    // What could not be read would be lost to what is written.
+    if (stored) WriteStore(path_, text_.Text());
 }
 
 }  // namespace zefta

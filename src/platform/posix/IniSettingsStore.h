@@ -8,7 +8,8 @@
 namespace zefta {
 
 /// A settings store in one text file that a person can edit. Read once; read again before it is changed. The
-/// file is written whole beside the old one and swapped in, under a lock that other processes respect.
+/// file is written whole beside the old one and swapped in, under a lock that other processes respect. One
+/// that is there and can't be read, or holds more than a megabyte, gives no values and is left as it is.
 class IniSettingsStore : public SettingsStore {
   public:
     /// Nothing is created before the first change.

@@ -4,6 +4,7 @@
 
 #include "platform/Machine.h"
 #include "platform/Paths.h"
+#include "platform/SmallFile.h"
 #include "platform/posix/PosixFileSystem.h"
 
 namespace zefta {
@@ -39,8 +40,8 @@ std::string MusicFolder() {
     const std::string home = Variable("HOME");
     const std::string config = Variable("XDG_CONFIG_HOME");
     const std::string path = JoinPath(config.empty() ? JoinPath(home, ".config") : config, "user-dirs.dirs");
-    const auto file = files.OpenReadOnly(path);
-    const std::string folder = file ? MusicFolderOf(file->ReadBytes(file->Size()), home) : std::string();
+    constexpr std::size_t LargestList = 1 << 16;
+    const std::string folder = MusicFolderOf(ReadSmallFile(files, path, LargestList).value_or(""), home);
     return !folder.empty() && files.FolderExists(folder) ? folder : home;
 }
 
