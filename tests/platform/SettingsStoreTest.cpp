@@ -111,6 +111,63 @@ TEST_F(SettingsStoreTest, Apply_TextBeyondWhatIsReadBack_IsNotWritten) {
     EXPECT_TRUE(folder.Read("deep/er/settings.ini") == "[S]\nOld=1\n");
 }
 
+/// A store whose name is a link into another folder, as people keep their settings in one place.
+class LinkedStoreTest : public ::testing::Test {
+  protected:
+    void LinkTo(const std::string& target) { std::filesystem::create_symlink(target, path); }
+
+    void ExpectSavedBehindTheLink(const std::string& target, const std::string& text) {
+        IniSettingsStore(path).Apply({{"S", "New", "1"}});
+        EXPECT_TRUE(std::filesystem::is_symlink(path));
+        EXPECT_EQ(ReadWholeFile(target), text);
+        EXPECT_EQ(IniSettingsStore(path).GetValue("S", "New"), "1");
+        for (const char* leftover : {"s.ini.new", "s.ini.lock"}) EXPECT_FALSE(folder.Exists(leftover));
+        EXPECT_FALSE(std::filesystem::exists(target + ".new"));
+    }
+
+    TempFolder folder;
+    TempFolder other;
+    std::string path = folder / "s.ini";
+};
+
+TEST_F(LinkedStoreTest, Apply_LinkToAFile_WritesBesideItsTarget) {
+    LinkTo(other.Write("mine.ini", "[S]\nOld=1\n"));
+    ExpectSavedBehindTheLink(other / "mine.ini", "[S]\nOld=1\nNew=1\n");
+}
+
+TEST_F(LinkedStoreTest, Apply_LinkToAnotherFileSystem_WritesBesideItsTarget) {
+    const std::string memory = "/dev/shm/zefta-test-" + std::to_string(getpid()) + ".ini";
+    WriteWholeFile(memory, "[S]\nOld=1\n");
+    LinkTo(memory);
+    ExpectSavedBehindTheLink(memory, "[S]\nOld=1\nNew=1\n");
+    std::filesystem::remove(memory);
+    std::filesystem::remove(memory + ".lock");
+}
+
+TEST_F(LinkedStoreTest, Apply_LinkToNothingYet_CreatesItsTarget) {
+    LinkTo(other / "deep/mine.ini");
+    EXPECT_EQ(IniSettingsStore(path).GetValue("S", "New"), std::nullopt);
+    ExpectSavedBehindTheLink(other / "deep/mine.ini", "[S]\nNew=1\n");
+}
+
+TEST_F(LinkedStoreTest, Apply_RelativeLinkToALink_WritesBesideTheLastTarget) {
+    other.Write("mine.ini", "[S]\nOld=1\n");
+    std::filesystem::create_directory_symlink(other.Path(), folder / "there");
+    std::filesystem::create_symlink("mine.ini", other / "second.ini");
+    LinkTo("there/second.ini");
+    ExpectSavedBehindTheLink(other / "mine.ini", "[S]\nOld=1\nNew=1\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(other / "second.ini"));
+}
+
+TEST_F(LinkedStoreTest, Apply_LinkToItself_IsSilentAndServesTheRun) {
+    LinkTo(path);
+    IniSettingsStore store(path);
+    store.Apply({{"S", "New", "1"}});
+    EXPECT_EQ(store.GetValue("S", "New"), "1");
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_FALSE(folder.Exists("s.ini.new"));
+}
+
 TEST_F(SettingsStoreTest, Apply_TwoProcessesAtOnce_LoseNothingAndLeaveAWholeFile) {
     constexpr int Rounds = 60;
     IniSettingsStore(path).Apply({{"S", "Start", "1"}});

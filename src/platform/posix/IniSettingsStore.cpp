@@ -20,10 +20,21 @@ namespace {
 // Far beyond what all keys together can hold.
 constexpr std::size_t LargestStore = 1 << 20;
 
+/// The file that the name leads to, which may have to be made yet.
+std::string BehindLinks(const std::string& name) {
+    // The system gives up there too.
+    constexpr int MostLinks = 40;
+    std::error_code ignored;
+    std::filesystem::path path = SpellingOnDisk(name);
+    for (int i = 0; i < MostLinks && std::filesystem::is_symlink(path, ignored); ++i)
+        path = path.parent_path() / std::filesystem::read_symlink(path, ignored);
+    return path.string();
+}
+
 /// Nothing when something is there that can't be read.
 std::optional<std::string> ReadStore(const std::string& path) {
     PosixFileSystem files;
-    if (!EntryExists(SpellingOnDisk(path))) return std::string();
+    if (!EntryExists(BehindLinks(path))) return std::string();
     return ReadSmallFile(files, path, LargestStore);
 }
 
@@ -83,14 +94,16 @@ std::optional<std::string> IniSettingsStore::GetValue(const std::string& section
 }
 
 void IniSettingsStore::Apply(const std::vector<SettingChange>& changes) {
+    // Everything happens beside the file itself: a link may lead onto another file system.
+    const std::string file = BehindLinks(path_);
     std::error_code ignored;
-    std::filesystem::create_directories(FolderPart(path_), ignored);
-    const StoreLock lock(path_);
-    const std::optional<std::string> stored = lock.Held() ? ReadStore(path_) : std::nullopt;
+    std::filesystem::create_directories(FolderPart(file), ignored);
+    const StoreLock lock(file);
+    const std::optional<std::string> stored = lock.Held() ? ReadStore(file) : std::nullopt;
     if (stored) text_ = IniText(*stored);
     for (const SettingChange& change : changes) text_.Apply(change);
     // What could not be read would be lost to what is written.
-    if (stored) WriteStore(path_, text_.Text());
+    if (stored) WriteStore(file, text_.Text());
 }
 
 }  // namespace zefta

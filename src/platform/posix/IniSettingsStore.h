@@ -10,6 +10,7 @@ namespace zefta {
 /// A settings store in one text file that a person can edit. Read once; read again before it is changed. The
 /// file is written whole beside the old one and swapped in, under a lock that other processes respect. One
 /// that is there and can't be read, or holds more than a megabyte, gives no values and is left as it is.
+/// A link stays one: the file that it leads to is the store.
 class IniSettingsStore : public SettingsStore {
   public:
     /// Nothing is created before the first change.
