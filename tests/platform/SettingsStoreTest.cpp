@@ -47,6 +47,14 @@ TEST_F(SettingsStoreTest, Apply_HandEditedFile_KeepsEverythingElseAsItIs) {
               "; mine\nno heading=1\n\n[S]\n# note\nA=5\nnonsense line\nB=2\nNew=n\n[T]\n");
 }
 
+TEST_F(SettingsStoreTest, ByteOrderMark_HidesNoSectionAndStays) {
+    IniSettingsStore(path).Apply({{"Settings", "A", "1"}});
+    WriteWholeFile(path, "\xEF\xBB\xBF[Settings]\r\nA=7\r\n");
+    EXPECT_EQ(Stored("Settings", "A"), "7");
+    IniSettingsStore(path).Apply({{"Settings", "B", "2"}});
+    EXPECT_EQ(folder.Read("deep/er/settings.ini"), "\xEF\xBB\xBF[Settings]\nA=7\nB=2\n");
+}
+
 TEST_F(SettingsStoreTest, GetValue_BrokenFile_KeepsThePartsThatCanBeRead) {
     IniSettingsStore(path).Apply({{"S", "A", "1"}});
     WriteWholeFile(path, std::string("\x00\xFF[[[\n=\n[S\n[S]\n===\nA=1\n]", 20) + "\nB=2\n");

@@ -19,6 +19,13 @@ std::string_view TrimBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+/// Editors put a byte order mark in front of the first line, and joined files have one in the middle.
+std::string_view WithoutMark(std::string_view line) {
+    constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+    if (line.starts_with(ByteOrderMark)) line.remove_prefix(ByteOrderMark.size());
+    return line;
+}
+
 bool EqualKeys(std::string_view a, std::string_view b) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
@@ -73,7 +80,7 @@ IniText::IniText(std::string_view text) {
         if (raw.ends_with('\r')) raw.remove_suffix(1);
         Line line;
         line.raw = raw;
-        const std::string_view content = TrimBlanks(raw);
+        const std::string_view content = TrimBlanks(WithoutMark(raw));
         const std::size_t equals = content.find('=');
         const bool isComment = content.starts_with(';') || content.starts_with('#');
         if (content.size() >= 2 && content.front() == '[' && content.back() == ']') {
