@@ -47,6 +47,15 @@ TEST_F(SettingsStoreTest, Apply_HandEditedFile_KeepsEverythingElseAsItIs) {
               "; mine\nno heading=1\n\n[S]\n# note\nA=5\nnonsense line\nB=2\nNew=n\n[T]\n");
 }
 
+TEST_F(SettingsStoreTest, DeleteValue_KeyThatStandsTwice_IsGone) {
+    IniSettingsStore(path).Apply({{"S", "A", "1"}});
+    WriteWholeFile(path, "[S]\nA=1\nB=2\na=3\n[T]\nA=4\n[s]\nA=5\n");
+    EXPECT_EQ(Stored("S", "A"), "1");
+    IniSettingsStore(path).Apply({{"S", "A", std::nullopt}});
+    EXPECT_EQ(Stored("S", "A"), std::nullopt);
+    EXPECT_EQ(folder.Read("deep/er/settings.ini"), "[S]\nB=2\n[T]\nA=4\n[s]\n");
+}
+
 TEST_F(SettingsStoreTest, ByteOrderMark_HidesNoSectionAndStays) {
     IniSettingsStore(path).Apply({{"Settings", "A", "1"}});
     WriteWholeFile(path, "\xEF\xBB\xBF[Settings]\r\nA=7\r\n");

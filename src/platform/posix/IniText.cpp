@@ -95,20 +95,28 @@ IniText::IniText(std::string_view text) {
     }
 }
 
+/// Whether a line holds the key of the section.
+auto IniText::Names(std::string_view section, std::string_view key) {
+    return [section, key](const Line& line) {
+        return !line.key.empty() && EqualKeys(line.key, key) && EqualKeys(line.section, section);
+    };
+}
+
 std::optional<std::string> IniText::GetValue(std::string_view section, std::string_view key) const {
-    for (const Line& line : lines_) {
-        if (!line.key.empty() && EqualKeys(line.key, key) && EqualKeys(line.section, section))
-            return line.value;
-    }
-    return std::nullopt;
+    const auto line = std::find_if(lines_.begin(), lines_.end(), Names(section, key));
+    return line == lines_.end() ? std::nullopt : std::optional(line->value);
 }
 
 void IniText::Apply(const SettingChange& change) {
-    const auto line = Find(change.section, change.key);
+    const auto names = Names(change.section, change.key);
+    if (!change.value) {
+        // Every one of them: the next would else come into force.
+        std::erase_if(lines_, names);
+        return;
+    }
+    const auto line = std::find_if(lines_.begin(), lines_.end(), names);
     if (line == lines_.end()) {
-        if (change.value) Insert(change);
-    } else if (!change.value) {
-        lines_.erase(line);
+        Insert(change);
     } else if (line->value != *change.value) {
         line->value = *change.value;
         line->raw = line->key + "=" + EncodeValue(*change.value);
@@ -119,12 +127,6 @@ std::string IniText::Text() const {
     std::string text;
     for (const Line& line : lines_) text.append(line.raw) += '\n';
     return text;
-}
-
-std::vector<IniText::Line>::iterator IniText::Find(std::string_view section, std::string_view key) {
-    return std::find_if(lines_.begin(), lines_.end(), [&](const Line& line) {
-        return !line.key.empty() && EqualKeys(line.key, key) && EqualKeys(line.section, section);
-    });
 }
 
 /// Behind the last line of the section that says something, or in a new section at the end.

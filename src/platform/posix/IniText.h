@@ -31,7 +31,7 @@ class IniText {
 
     std::vector<Line> lines_;
 
-    std::vector<Line>::iterator Find(std::string_view section, std::string_view key);
+    static auto Names(std::string_view section, std::string_view key);
     void Insert(const SettingChange& change);
 };
 
