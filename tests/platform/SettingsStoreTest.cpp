@@ -1,10 +1,12 @@
 #include <cstdlib>
 #include <filesystem>
+#include <pwd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "platform/Machine.h"
 #include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/SettingsPaths.h"
 #include "support/TempFolder.h"
@@ -217,6 +219,25 @@ TEST(SettingsPaths, User_FollowsXdgConfigHome) {
     unsetenv("XDG_CONFIG_HOME");
     setenv("HOME", "/home/u", 1);
     EXPECT_EQ(UserSettingsPath(product), "/home/u/.config/Kestrin/Kestrin Zeftaworks 2.0.ini");
+}
+
+TEST(SettingsPaths, User_WithoutVariables_IsInTheHomeOfTheAccount) {
+    const SettingsProduct product = {"K", "T", "2.0"};
+    const std::string home = getpwuid(getuid())->pw_dir;
+    unsetenv("XDG_CONFIG_HOME");
+    setenv("HOME", home.c_str(), 1);
+    const std::string music = ReadMachine().musicFolder;
+    // A path from nowhere in particular is no better than none.
+    for (const char* nowhere : {"", "relative"}) {
+        setenv("XDG_CONFIG_HOME", nowhere, 1);
+        setenv("HOME", nowhere, 1);
+        EXPECT_EQ(UserSettingsPath(product), home + "/.config/K/T 2.0.ini");
+        EXPECT_EQ(ReadMachine().musicFolder, music);
+    }
+    unsetenv("XDG_CONFIG_HOME");
+    unsetenv("HOME");
+    EXPECT_EQ(UserSettingsPath(product), home + "/.config/K/T 2.0.ini");
+    EXPECT_EQ(ReadMachine().musicFolder, music);
 }
 
 TEST(SettingsPaths, Machine_IsTheFirstWritableOfXdgConfigDirs) {

@@ -5,6 +5,7 @@
 #include "platform/Machine.h"
 #include "platform/Paths.h"
 #include "platform/SmallFile.h"
+#include "platform/posix/HomeFolder.h"
 #include "platform/posix/PosixFileSystem.h"
 
 namespace zefta {
@@ -37,9 +38,8 @@ std::string MusicFolderOf(const std::string& userDirs, const std::string& home) 
 
 std::string MusicFolder() {
     PosixFileSystem files;
-    const std::string home = Variable("HOME");
-    const std::string config = Variable("XDG_CONFIG_HOME");
-    const std::string path = JoinPath(config.empty() ? JoinPath(home, ".config") : config, "user-dirs.dirs");
+    const std::string home = HomeFolder();
+    const std::string path = JoinPath(ConfigFolder(), "user-dirs.dirs");
     constexpr std::size_t LargestList = 1 << 16;
     const std::string folder = MusicFolderOf(ReadSmallFile(files, path, LargestList).value_or(""), home);
     return !folder.empty() && files.FolderExists(folder) ? folder : home;

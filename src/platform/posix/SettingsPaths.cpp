@@ -5,15 +5,11 @@
 #include <unistd.h>
 
 #include "platform/Paths.h"
+#include "platform/posix/HomeFolder.h"
 
 namespace zefta {
 
 namespace {
-
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 std::string StoreBelow(const std::string& folder, const SettingsProduct& product) {
     return JoinPath(JoinPath(folder, product.company), product.title + " " + product.version + ".ini");
@@ -22,13 +18,12 @@ std::string StoreBelow(const std::string& folder, const SettingsProduct& product
 }  // namespace
 
 std::string UserSettingsPath(const SettingsProduct& product) {
-    const std::string folder = Variable("XDG_CONFIG_HOME");
-    return StoreBelow(folder.empty() ? JoinPath(Variable("HOME"), ".config") : folder, product);
+    return StoreBelow(ConfigFolder(), product);
 }
 
 std::string MachineSettingsPath(const SettingsProduct& product) {
-    const std::string variable = Variable("XDG_CONFIG_DIRS");
-    const std::string folders = variable.empty() ? "/etc/xdg" : variable;
+    const char* variable = std::getenv("XDG_CONFIG_DIRS");
+    const std::string folders = variable == nullptr || *variable == '\0' ? "/etc/xdg" : variable;
     for (std::string_view rest = folders; !rest.empty();) {
         const std::size_t end = std::min(rest.find(':'), rest.size());
         const std::string folder(rest.substr(0, end));

@@ -11,7 +11,7 @@ struct SettingsProduct {
     std::string version;
 };
 
-/// The person's store, below XDG_CONFIG_HOME.
+/// The person's store, below the folder of their settings.
 std::string UserSettingsPath(const SettingsProduct& product);
 
 /// The machine's store, below the first writable folder of XDG_CONFIG_DIRS, or below the first of all when
