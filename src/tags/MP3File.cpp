@@ -81,34 +81,60 @@ void EstimateConstantRate(ID3Tag& tag) {
     tag.Seconds = ToI32(bytes / tag.Bitrate / 125);
 }
 
-void ReadXing(BinaryFile& file, std::int32_t marker, ID3Tag& tag) {
+/// The stretch behind the frame header in which a Xing or Info block is looked for.
+class SearchedStretch {
+  public:
+    SearchedStretch(BinaryFile& file, std::int32_t start)
+        : file_(file), start_(start), bytes_(ReadInto(buffer_, file, start)) {}
+    SearchedStretch(const SearchedStretch&) = delete;
+    SearchedStretch& operator=(const SearchedStretch&) = delete;
+
+    /// Where the marker stands in the stretch.
+    std::optional<std::int32_t> Find(std::string_view marker) const {
+        const std::size_t found = bytes_.find(marker);
+        return found == std::string_view::npos ? std::nullopt
+                                               : std::optional(static_cast<std::int32_t>(found));
+    }
+
+    /// Bytes from a place on, which may lie behind the stretch.
+    std::string Slice(std::int32_t place, std::int32_t count) const {
+        if (static_cast<std::size_t>(place + count) <= bytes_.size())
+            return std::string(
+                bytes_.substr(static_cast<std::size_t>(place), static_cast<std::size_t>(count)));
+        file_.Seek(start_ + place, SeekFrom::Start);
+        return file_.ReadBytes(count);
+    }
+
+  private:
+    BinaryFile& file_;
+    std::int32_t start_;
+    std::array<char, SearchedForMarker> buffer_;
+    std::string_view bytes_;
+};
+
+void TakeXing(const SearchedStretch& stretch, std::int32_t marker, ID3Tag& tag) {
     tag.VBR = true;
-    file.Seek(marker + FrameCountPlace, SeekFrom::Start);
-    tag.Frames = ByteCodec::ToLongBE(file.ReadBytes(4));
+    tag.Frames = ByteCodec::ToLongBE(stretch.Slice(marker + FrameCountPlace, 4));
     tag.Seconds = ToI32(Quotient(tag.Frames * FrameTime * 44100 / 1000, tag.SampleRate));
     tag.Bitrate = ToI16(Quotient(tag.Length, tag.Seconds) / 125);
 }
 
 /// The first word of the encoder's name: "LAME3.90" of "LAME3.90 xyz".
-std::string ReadEncoder(BinaryFile& file, std::int32_t marker, const CodePage& ansi) {
-    file.Seek(marker + EncoderPlace, SeekFrom::Start);
-    std::string name = file.ReadBytes(EncoderLength);
-    std::replace(name.begin(), name.end(), '\0', ' ');
-    name = Trim(name);
-    return ansi.Decode(name.substr(0, name.find(' ')));
+std::string EncoderName(std::string bytes, const CodePage& ansi) {
+    std::replace(bytes.begin(), bytes.end(), '\0', ' ');
+    const std::string name = Trim(bytes);
+    return ansi.Decode(std::string_view(name).substr(0, name.find(' ')));
 }
 
 /// What a Xing or Info block behind the header tells. Its place does not have to be the right one for the
 /// version and channels of the stream.
-void ReadBlock(BinaryFile& file, std::int32_t position, const CodePage& ansi, ID3Tag& tag) {
-    std::array<char, SearchedForMarker> buffer;
-    const std::string_view bytes = ReadInto(buffer, file, position);
-    const std::size_t xing = bytes.find("Xing");
-    const std::size_t found = xing != std::string_view::npos ? xing : bytes.find("Info");
-    if (found == std::string_view::npos) return;
-    const std::int32_t marker = position + static_cast<std::int32_t>(found);
-    if (found == xing) ReadXing(file, marker, tag);
-    tag.Encoder = ReadEncoder(file, marker, ansi);
+void ReadBlock(BinaryFile& file, std::int32_t start, const CodePage& ansi, ID3Tag& tag) {
+    const SearchedStretch stretch(file, start);
+    const auto xing = stretch.Find("Xing");
+    const auto marker = xing ? xing : stretch.Find("Info");
+    if (!marker) return;
+    if (xing) TakeXing(stretch, *xing, tag);
+    tag.Encoder = EncoderName(stretch.Slice(*marker + EncoderPlace, EncoderLength), ansi);
 }
 
 /// Measures the stream from the position on.
