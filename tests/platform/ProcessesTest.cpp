@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <filesystem>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
@@ -74,6 +75,28 @@ TEST_F(ProcessesTest, RunProgram_QuotedNameInAnotherCase_IsPassedInTheSpellingOf
     const std::string given = "\"" + (folder / "song.wav") + "\"";
     processes.RunProgram("lame.exe -m j " + given, true, NormalPriority);
     EXPECT_EQ(folder.Read("arguments"), "-m\nj\n" + (folder / "Song.WAV") + "\n");
+}
+
+TEST_F(ProcessesTest, RunProgram_QuotedTextThatIsNoPath_StaysAsItIs) {
+    AddRecordingTool("lame");
+    const std::filesystem::path former = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    folder.Write("hello", "");
+    processes.RunProgram("lame.exe --tt \"HELLO\" \"X:\\HELLO\" \"\"", true, NormalPriority);
+    std::filesystem::current_path(former);
+    EXPECT_EQ(folder.Read("arguments"), "--tt\nHELLO\nX:\\HELLO\n\n");
+}
+
+TEST_F(ProcessesTest, RunProgram_OutputBehindAnOption_IsPassedInTheSpellingOfTheDisk) {
+    AddRecordingTool("oggenc");
+    const std::filesystem::path former = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    folder.Write("Song.OGG", "");
+    for (const std::string& place : {folder / "", std::string()}) {
+        processes.RunProgram("oggenc.exe -n\"" + place + "song.ogg\"", true, NormalPriority);
+        EXPECT_EQ(folder.Read("arguments"), "-n" + place + "Song.OGG\n");
+    }
+    std::filesystem::current_path(former);
 }
 
 TEST_F(ProcessesTest, RunProgram_Idle_RunsNicely) {

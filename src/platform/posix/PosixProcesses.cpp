@@ -78,17 +78,19 @@ void RunAndWait(ChildSetup& setup) {
 }
 
 /// A path that names nothing as it stands but something in another case: tools on this system know only the
-/// one on disk. Only quoted arguments are paths.
-std::string InSpellingOfDisk(const std::string& argument, bool quoted) {
-    if (!quoted) return argument;
-    // The encoder whose output stands behind an option of one letter.
-    const std::size_t path = argument.starts_with("-n") ? 2 : 0;
-    return argument.substr(0, path) + SpellingOnDisk(argument.substr(path));
+/// one on disk. Paths are the full ones and what stands behind the encoder's option of one letter for its
+/// output; any other quoted text may be a title that only looks like a name in the current folder.
+std::string InSpellingOfDisk(const std::string& argument) {
+    constexpr std::string_view OutputOption = "-n";
+    if (argument.starts_with(OutputOption))
+        return argument.substr(0, OutputOption.size()) + SpellingOnDisk(argument.substr(OutputOption.size()));
+    return argument.starts_with(PathSeparator) ? SpellingOnDisk(argument) : argument;
 }
 
 std::vector<CommandArgument> SpellPaths(std::vector<CommandArgument> command) {
-    for (std::size_t i = 1; i < command.size(); ++i)
-        command[i].text = InSpellingOfDisk(command[i].text, command[i].quoted);
+    for (std::size_t i = 1; i < command.size(); ++i) {
+        if (command[i].quoted) command[i].text = InSpellingOfDisk(command[i].text);
+    }
     return command;
 }
 
