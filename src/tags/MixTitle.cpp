@@ -12,7 +12,7 @@ std::optional<MixTitle> SplitMix(std::string_view text) {
 
 std::string JoinMix(std::string_view title, std::string_view mix) {
     const std::string trimmedMix = Trim(mix);
-    return Trim(title) + (trimmedMix.empty() ? "" : " (" + trimmedMix + ")");
+    return Trim(trimmedMix.empty() ? std::string(title) : Trim(title) + " (" + trimmedMix + ")");
 }
 
 }  // namespace zefta

@@ -16,7 +16,8 @@ struct MixTitle {
 /// enclose, both parts trimmed. Nothing when the text does not end so; title and mix then stay as they are.
 std::optional<MixTitle> SplitMix(std::string_view text);
 
-/// The reverse, of trimmed parts: the title alone when there is no mix.
+/// The reverse, of trimmed parts: the title alone when there is no mix, the mix in its brackets alone when
+/// there is no title.
 std::string JoinMix(std::string_view title, std::string_view mix);
 
 }  // namespace zefta
