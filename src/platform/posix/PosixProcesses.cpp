@@ -60,7 +60,8 @@ void RedirectToNull(int descriptor, int flags) {
         if (setup.hidden) RedirectToNull(STDOUT_FILENO, O_WRONLY);
         if (setup.hidden) RedirectToNull(STDERR_FILENO, O_WRONLY);
     }
-    if (setup.nice != 0) setpriority(PRIO_PROCESS, 0, setup.nice);
+    // Refused when it asks for more than the person may have; the tool then runs as we do.
+    setpriority(PRIO_PROCESS, 0, setup.nice);
     execv(setup.program.c_str(), arguments);
     _exit(127);
 }
