@@ -6,6 +6,7 @@
 
 #include "app/Entry.h"
 #include "core/Version.h"
+#include "platform/FileSizeLimit.h"
 #include "platform/StandardStreams.h"
 #include "platform/console/ConsoleDesktop.h"
 #include "platform/posix/IniSettingsStore.h"
@@ -16,6 +17,7 @@
 int main(int argc, char** argv) {
     using namespace zefta;
     FillStandardStreams();
+    FailWritesBeyondTheSizeLimit();
     const Machine machine = ReadMachine();
     PosixFileSystem files;
     PosixProcesses processes;

@@ -88,6 +88,15 @@ TEST(Program, LinksNothingButTheStandardLibraries) {
         EXPECT_EQ(result.output.find(toolkit), std::string::npos) << toolkit;
 }
 
+TEST(FileSizeLimit, WriteBeyondIt_IsADiskThatIsFull) {
+    const TempFolder folder;
+    const std::string command = "ulimit -f 1; exec " + std::string(ZEFTA_PROGRAM) + " /lng";
+    const ProgramResult result = RunToEnd(
+        {"sh", {"-c", command}, folder.Path(), "", {{"XDG_CONFIG_HOME", folder.Path()}, {"LC_ALL", "C"}}});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.error.find("Error #61"), std::string::npos) << result.error;
+}
+
 TEST(ClosedStreams, MessagesNeverReachTheFileThatIsOpen) {
     const TempFolder folder;
     const std::string bytes = "RIFF" + std::string(4, '\xFF') + "AVI " + std::string(1000, 'x');
