@@ -4,6 +4,7 @@
 
 #include "app/Manual.h"
 #include "core/LanguageFile.h"
+#include "encoding/Decode.h"
 #include "encoding/Encode.h"
 #include "wave/WaveTrim.h"
 
@@ -15,7 +16,7 @@ constexpr Job Jobs[] = {
     {1, "/rename", false, nullptr},     {2, "/rename2", false, nullptr},
     {3, "/autorename", false, nullptr}, {4, "/change", false, nullptr},
     {5, "/copy", false, nullptr},       {6, "/encode", false, EncodeJob},
-    {7, "/decode", false, nullptr},     {8, "/makelist", false, nullptr},
+    {7, "/decode", false, DecodeJob},   {8, "/makelist", false, nullptr},
     {9, "/setup", true, nullptr},       {10, "/help", false, OpenManual},
     {13, "/agent", false, nullptr},     {14, "/compress_audio_cd", true, nullptr},
     {15, "/fixheader", false, nullptr}, {16, "/wavetrim", false, WaveTrimJob},

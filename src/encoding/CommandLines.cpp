@@ -103,4 +103,31 @@ std::string EncodeCommand(const AppState& state, const EncodeSource& source) {
     return LameEncodeCommand(state, source);
 }
 
+std::string OggDecodeCommand(const std::string& path) {
+    return "oggdec.exe " + QuotePath(path);
+}
+
+std::string MPEGplusDecodeCommand(const std::string& path) {
+    return "mppdec.exe " + QuotePath(path) + " " + QuotePath(DecodedPath(path));
+}
+
+std::string LameDecodeCommand(const std::string& path) {
+    return "lame.exe --mp3input --decode " + QuotePath(path);
+}
+
+std::string DecodeCommand(const AppState& state, const std::string& path) {
+    if (state.UseOggVorbis) return OggDecodeCommand(path);
+    if (state.UseMPEGplus) return MPEGplusDecodeCommand(path);
+    return LameDecodeCommand(path);
+}
+
+std::string DecodedPath(const std::string& path) {
+    return path + ".wav";
+}
+
+std::string OggDecoderOutput(const std::string& path) {
+    constexpr std::string_view Extension = ".ogg";
+    return path.substr(0, path.size() - Extension.size()) + ".wav";
+}
+
 }  // namespace zefta

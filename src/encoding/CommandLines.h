@@ -35,4 +35,20 @@ std::string LameEncodeCommand(const AppState& state, const EncodeSource& source)
 /// The command of the encoder that the state selects: Ogg Vorbis before MPEGplus before LAME.
 std::string EncodeCommand(const AppState& state, const EncodeSource& source);
 
+// The decoders take the full path of a compressed file.
+
+std::string OggDecodeCommand(const std::string& path);
+std::string MPEGplusDecodeCommand(const std::string& path);
+std::string LameDecodeCommand(const std::string& path);
+
+/// The command of the decoder that the state selects, in the same order.
+std::string DecodeCommand(const AppState& state, const std::string& path);
+
+/// Where the decoded file belongs: "a.ogg.wav" for "a.ogg".
+std::string DecodedPath(const std::string& path);
+
+/// Where the Ogg Vorbis decoder puts it: "a.wav" for "a.ogg" and "a.OGG". The path ends in ".ogg" in any
+/// case.
+std::string OggDecoderOutput(const std::string& path);
+
 }  // namespace zefta

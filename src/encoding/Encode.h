@@ -1,16 +1,22 @@
 #pragma once
 
+#include <string>
+
 #include "core/App.h"
 #include "encoding/CommandLines.h"
 
 namespace zefta {
 
 /// Trims the WAV file by a child of the program when the state says so, then runs the encoder that the state
-/// selects, and returns when it has ended. Whether it worked shows only in the output file.
+/// selects, and returns when it has ended. Whether it worked shows only in the output file. A name without
+/// ".wav" is passed over: its output would bear the name of its source.
 void EncodeFile(App& app, EncodeSource source);
 
-/// The job of /encode over FileSpec: encodes each WAV file into its own folder and tags the output.
-/// RuntimeError 76 when the folder can't be entered.
+/// Encodes a WAV file into its own folder and tags the output with what its name tells. False when there is
+/// no output.
+bool EncodeAndTag(App& app, const std::string& folder, const std::string& name);
+
+/// The job of /encode over FileSpec. RuntimeError 76 when the folder can't be entered.
 void EncodeJob(App& app);
 
 }  // namespace zefta

@@ -1,16 +1,27 @@
 #include "encoding/EncodedOutput.h"
 
-#include "core/FileKind.h"
 #include "core/Strings.h"
 #include "core/Version.h"
 #include "platform/Paths.h"
+#include "wave/TagWriters.h"
 #include "wave/WaveFile.h"
 
 namespace zefta {
 
-std::string EncodedOutputPath(const AppState& state, const std::string& folder, const std::string& name) {
+namespace {
+
+constexpr auto WaveExtension = ".wav";
+
+}  // namespace
+
+bool HasOutputName(const std::string& waveName) {
+    return ReplaceAllIgnoringCase(waveName, WaveExtension, "") != waveName;
+}
+
+std::string EncodedOutputPath(const AppState& state, const std::string& folder, const std::string& waveName) {
+    if (!HasOutputName(waveName)) return {};
     const char* extension = state.UseOggVorbis ? ".ogg" : state.UseMPEGplus ? ".mpc" : ".mp3";
-    return JoinPath(folder, ReplaceAllIgnoringCase(name, ".wav", extension));
+    return JoinPath(folder, ReplaceAllIgnoringCase(waveName, WaveExtension, extension));
 }
 
 bool HasEncodedOutput(App& app, const std::string& path) {
@@ -23,12 +34,10 @@ void TagEncodedOutput(App& app, const std::string& path, const std::string& wave
     ID3Tag tag;
     tag.Path = path;
     // A name is bytes; a tag is text.
-    tag.Title = app.ansi.ToText(ReplaceAllIgnoringCase(waveName, ".wav", ""));
+    tag.Title = app.ansi.ToText(ReplaceAllIgnoringCase(waveName, WaveExtension, ""));
     tag.ID3v2Extension.TrackTitle = tag.Title;
     tag.ID3v2Extension.EncodedBy = ApplicationTitle() + " " + VersionText();
-    if (!IsMP3File(path)) return;
-    app.defaultWaveFile->SetID3v1(tag);
-    app.defaultWaveFile->SetID3v2(tag);
+    WriteTags(*app.defaultWaveFile, TagJob::Encoding, tag);
 }
 
 }  // namespace zefta
