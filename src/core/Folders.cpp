@@ -19,7 +19,7 @@ FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec
     const std::string native = files.ToNativePath(fileSpec);
     const std::string folder = FolderPart(native);
     if (folder.empty()) return {files.CurrentFolder(), native};
-    if (IsAbsolutePath(folder)) return {folder, NamePart(native)};
+    if (IsAbsolutePath(native)) return {folder, NamePart(native)};
     return {JoinPath(files.CurrentFolder(), folder), NamePart(native)};
 }
 

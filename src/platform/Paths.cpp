@@ -12,7 +12,9 @@ bool IsLetter(char character) {
 
 bool IsAbsolutePath(std::string_view path) {
     if (path.starts_with(PathSeparator)) return true;
-    return path.size() >= 2 && IsLetter(path[0]) && path[1] == ':';
+    // Also once it was brought to native form.
+    return path.size() >= 3 && IsLetter(path[0]) && path[1] == ':' &&
+           (path[2] == '\\' || path[2] == PathSeparator);
 }
 
 std::string FolderPart(std::string_view path) {

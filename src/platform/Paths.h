@@ -8,7 +8,8 @@ namespace zefta {
 /// What the platform puts between the names of a path.
 inline constexpr char PathSeparator = '/';
 
-/// Begins with the separator, or is of the form X:\ (a path of another machine, which names nothing here).
+/// Begins with the separator, or is of the form X:\ or X:/ (a path of another machine, which names nothing
+/// here).
 bool IsAbsolutePath(std::string_view path);
 
 /// All before the last separator: "/a/b.wav" gives "/a", "b.wav" gives "", "/b.wav" gives "/".

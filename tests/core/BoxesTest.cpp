@@ -56,7 +56,9 @@ TEST_F(BoxesTest, SplitFileSpec_IsAbsoluteInEveryForm) {
                 {"sub/*.wav", here + "/sub", "*.wav"},
                 {"sub\\*.wav", here + "/sub", "*.wav"},
                 {"/abs/*.wav", "/abs", "*.wav"},
-                {"/x.wav", "/", "x.wav"}};
+                {"/x.wav", "/", "x.wav"},
+                {"X:\\*.wav", "X:", "*.wav"},
+                {"A: hits\\*.wav", here + "/A: hits", "*.wav"}};
     for (const auto& row : rows) {
         const FolderAndMask split = SplitFileSpec(app.files, row.spec);
         EXPECT_EQ(split.folder, row.folder) << row.spec;

@@ -381,6 +381,12 @@ TEST_F(OptionsTest, FirstTokenIsAFolder_OpensIt) {
     EXPECT_EQ(Parse({"/"}).CurrentFolder, "/");
 }
 
+TEST_F(OptionsTest, FirstTokenIsAFolderWithAColon_OpensItByItsFullPath) {
+    std::filesystem::create_directory(app.folder / "A: hits");
+    EXPECT_EQ(Parse({"A: hits"}).JobCode, 12);
+    EXPECT_EQ(app.state.CurrentFolder, app.folder / "A: hits");
+}
+
 TEST_F(OptionsTest, FirstTokenIsAFile_ShowsIt) {
     app.folder.Write("a.mp3", "x");
     EXPECT_EQ(Parse({"a.mp3"}).JobCode, 11);

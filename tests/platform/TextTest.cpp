@@ -92,8 +92,9 @@ TEST(Paths, Parts_SplitAtTheLastSeparator) {
 }
 
 TEST(Paths, IsAbsolutePath_KnowsTheFormOfOtherMachines) {
-    for (const char* path : {"/", "/a", "C:\\a", "x:"}) EXPECT_TRUE(IsAbsolutePath(path)) << path;
-    for (const char* path : {"", "a/b", "1:", ":a"}) EXPECT_FALSE(IsAbsolutePath(path)) << path;
+    for (const char* path : {"/", "/a", "C:\\a", "x:\\", "C:/a"}) EXPECT_TRUE(IsAbsolutePath(path)) << path;
+    for (const char* path : {"", "a/b", "1:\\", ":\\a", "x:", "A: hits", "A:b\\c", "aC:\\"})
+        EXPECT_FALSE(IsAbsolutePath(path)) << path;
 }
 
 }  // namespace
