@@ -70,6 +70,7 @@ TEST_F(EntryTest, JobThatNeedsADisplay_SaysThatThereIsNone) {
 }
 
 TEST_F(EntryTest, NoArgumentOrFolder_IsTheMainWindow) {
+    app.TestWorld::machine.hasDisplay = true;
     EXPECT_EQ(Run({}), 1);
     EXPECT_EQ(LastBox(), "The main window is not part of this version.");
     EXPECT_EQ(Run({app.folder.Path()}), 1);

@@ -1,0 +1,21 @@
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "app/Entry.h"
+#include "support/TestApp.h"
+
+namespace zefta::test {
+namespace {
+
+TEST(FailureText, PathThatIsNoUtf8_IsShownThroughTheCodePage) {
+    TestApp app;
+    std::ostringstream output;
+    EXPECT_EQ(RunZefta(app, {"/e", "none\xE9/*.wav"}, output), 1);
+    ASSERT_FALSE(app.desktop.boxes.empty());
+    EXPECT_TRUE(app.desktop.boxes.back().text.starts_with("Error #76\r\n\r\nPath not found: none\u00E9"))
+        << app.desktop.boxes.back().text;
+}
+
+}  // namespace
+}  // namespace zefta::test
