@@ -50,11 +50,16 @@ std::size_t NumberLength(std::string_view text) {
     return anyDigit ? length : 0;
 }
 
+/// Infinite for a number beyond all that can be told, 0 for one that is too small.
 double ParseNumber(std::string_view number) {
     if (number.starts_with('+')) number.remove_prefix(1);
     double value = 0;
-    std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
-    return value;
+    const auto result =
+        std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
+    if (result.ec != std::errc::result_out_of_range) return value;
+    const bool isSmall = number.find_first_of("123456789") > number.find('.');
+    const double magnitude = isSmall ? 0 : std::numeric_limits<double>::infinity();
+    return number.starts_with('-') ? -magnitude : magnitude;
 }
 
 }  // namespace

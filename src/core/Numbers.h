@@ -25,7 +25,7 @@ std::int32_t Multiply(std::int32_t a, std::int32_t b);
 
 /// The number at the beginning of a text: blanks are skipped, then an optional sign and digits with an
 /// optional fraction are taken up to the first character that does not fit. 0 when there is none.
-/// "12abc" gives 12, ".5x" gives 0.5, "abc" gives 0.
+/// "12abc" gives 12, ".5x" gives 0.5, "abc" gives 0. Infinite when it is larger than any number.
 double LeadingNumber(std::string_view text);
 
 /// The whole text as a number, blanks around it allowed, a fraction rounded half to even. RuntimeError 13

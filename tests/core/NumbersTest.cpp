@@ -45,6 +45,24 @@ TEST(Numbers, LeadingNumber_TakesWhatFits) {
     for (const auto& [text, number] : rows) EXPECT_EQ(LeadingNumber(text), number) << text;
 }
 
+TEST(Numbers, LeadingNumber_BeyondAllNumbers_IsNeverTakenForZero) {
+    const std::string nines(400, '9');
+    constexpr double Infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(LeadingNumber(nines), Infinity);
+    EXPECT_EQ(LeadingNumber("-" + nines + ".5x"), -Infinity);
+    EXPECT_EQ(LeadingNumber("0" + nines), Infinity);
+    EXPECT_EQ(RuntimeErrorOf([&] { WholeNumber(nines); }), 6);
+    EXPECT_EQ(RuntimeErrorOf([&] { ToI32(LeadingNumber("-" + nines)); }), 6);
+}
+
+TEST(Numbers, LeadingNumber_TooSmallToTell_IsZero) {
+    const std::string zeros(400, '0');
+    EXPECT_EQ(LeadingNumber("0." + zeros + "1"), 0);
+    EXPECT_EQ(LeadingNumber("-." + zeros + "1"), 0);
+    EXPECT_EQ(LeadingNumber(zeros + "7"), 7);
+    EXPECT_EQ(WholeNumber(zeros + "." + zeros + "1"), 0);
+}
+
 TEST(Numbers, WholeNumber_RefusesWhatIsNone) {
     EXPECT_EQ(WholeNumber(" 12 "), 12);
     EXPECT_EQ(WholeNumber("-2.5"), -2);

@@ -310,6 +310,21 @@ TEST_F(OptionsTest, PerCents_AreTakenFrom0To100Only) {
     EXPECT_EQ(app.state.NormalizeBelow, 85);
 }
 
+TEST_F(OptionsTest, NumberBeyondAllNumbers_IsOutOfRangeToo) {
+    const std::string nines(400, '9');
+    for (const std::string& number : {nines, "-" + nines}) {
+        Parse({"/norm_level", number, "/norm_above", number, "/norm_below", number, "/tn", number});
+        EXPECT_EQ(app.state.NormalizeLevel, 95);
+        EXPECT_EQ(app.state.NormalizeAbove, 98);
+        EXPECT_EQ(app.state.NormalizeBelow, 85);
+        EXPECT_EQ(app.state.OptTrack, "");
+        for (const char* name : {"/offset", "/start", "/end", "/freq", "/before", "/after"})
+            EXPECT_EQ(RuntimeErrorOf([&] { Parse({name, number}); }), 6) << name;
+        EXPECT_EQ(Parse({"/e", "abr", number}).FileSpec, number);
+        EXPECT_FALSE(app.state.UseVBR);
+    }
+}
+
 TEST_F(OptionsTest, NumbersAndTarget) {
     Parse({"/before", "3", "/after", "-5", "/freq", "48000Hz", "/offset", "10", "/start", "20", "/end", "30",
            "/to", " out "});
