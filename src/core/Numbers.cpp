@@ -107,8 +107,10 @@ std::int32_t WholeNumber(std::string_view text) {
 }
 
 std::string NumberText(double value) {
-    char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value);
+    // Room for the smallest number there is: sign, point, 323 zeros and all its digits.
+    char digits[352];
+    // The sum takes the sign away from a zero.
+    const auto end = std::to_chars(digits, digits + sizeof digits, value + 0.0, std::chars_format::fixed);
     return {digits, end.ptr};
 }
 

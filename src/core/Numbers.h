@@ -32,7 +32,8 @@ double LeadingNumber(std::string_view text);
 /// when it is no number, 6 when it does not fit.
 std::int32_t WholeNumber(std::string_view text);
 
-/// Shortest decimal form: "7", "7.5".
+/// Shortest decimal form, which LeadingNumber reads back as the same number: "7", "7.5", never "1e-07" or
+/// "-0".
 std::string NumberText(double value);
 
 }  // namespace zefta

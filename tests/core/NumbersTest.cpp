@@ -71,9 +71,18 @@ TEST(Numbers, WholeNumber_RefusesWhatIsNone) {
     EXPECT_EQ(RuntimeErrorOf([] { WholeNumber("99999999999"); }), 6);
 }
 
-TEST(Numbers, NumberText_IsTheShortestForm) {
-    EXPECT_EQ(NumberText(7), "7");
-    EXPECT_EQ(NumberText(7.5), "7.5");
+TEST(Numbers, NumberText_IsTheShortestDecimalFormAndReadsBack) {
+    const std::pair<double, const char*> rows[] = {{7, "7"},
+                                                   {7.5, "7.5"},
+                                                   {0, "0"},
+                                                   {-0.0, "0"},
+                                                   {-1.25, "-1.25"},
+                                                   {0.0000001, "0.0000001"},
+                                                   {1e15, "1000000000000000"}};
+    for (const auto& [number, text] : rows) EXPECT_EQ(NumberText(number), text);
+    using Limits = std::numeric_limits<double>;
+    for (const double extreme : {Limits::lowest(), Limits::max(), Limits::min(), -Limits::denorm_min()})
+        EXPECT_EQ(LeadingNumber(NumberText(extreme)), extreme);
 }
 
 TEST(ByteCodec, ToLong_ZeroExtendsShortRuns) {

@@ -299,6 +299,12 @@ TEST_F(OptionsTest, Track_OutOfRange_IsIgnored) {
     EXPECT_EQ(Parse({"/tn", "12abc"}).OptTrack, "12");
 }
 
+TEST_F(OptionsTest, Track_IsStoredAsTheTextOfItsNumber) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"0", "0"}, {"-0", "0"}, {"007", "7"}, {"7.50", "7.5"}, {"0.0000001", "0.0000001"}, {"255", "255"}};
+    for (const auto& [value, text] : rows) EXPECT_EQ(Parse({"/tn", value}).OptTrack, text) << value;
+}
+
 TEST_F(OptionsTest, PerCents_AreTakenFrom0To100Only) {
     Parse({"/norm_level", "0", "/norm_above", "100", "/norm_below", "55"});
     EXPECT_EQ(app.state.NormalizeLevel, 0);
