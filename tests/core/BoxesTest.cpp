@@ -1,3 +1,5 @@
+#include <new>
+
 #include <gtest/gtest.h>
 
 #include "core/Boxes.h"
@@ -30,6 +32,18 @@ TEST_F(BoxesTest, CheckRuntimeError_ShowsAndTakesTheFailure) {
     EXPECT_EQ(app.desktop.boxes[0].text, "Error #6\r\n\r\nOverflow");
     EXPECT_FALSE(CheckRuntimeError(app, [] {}));
     EXPECT_EQ(app.desktop.boxes.size(), 1U);
+}
+
+TEST_F(BoxesTest, CheckRuntimeError_PathThatIsNoUtf8_IsShownThroughTheCodePage) {
+    EXPECT_TRUE(CheckRuntimeError(app, [] { throw RuntimeError(ErrorNumber::FileNotFound, "caf\xE9.wav"); }));
+    EXPECT_EQ(app.desktop.boxes.back().text, "Error #53\r\n\r\nFile not found: café.wav");
+}
+
+TEST_F(BoxesTest, CheckRuntimeError_NoMemoryLeft_IsAFailureLikeAnyOther) {
+    EXPECT_TRUE(CheckRuntimeError(app, [] { throw std::bad_alloc(); }));
+    ASSERT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_EQ(app.desktop.boxes[0].kind, BoxKind::Warning);
+    EXPECT_EQ(app.desktop.boxes[0].text, "Error #7\r\n\r\nOut of memory");
 }
 
 TEST_F(BoxesTest, AskYesNo_TrueForYesOnly) {
