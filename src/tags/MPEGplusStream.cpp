@@ -45,24 +45,17 @@ std::int16_t BitrateOver(double seconds, const ID3Tag& tag) {
     return ToI16(Divide(tag.Length, seconds) / BytesPerKilobit);
 }
 
-// --- version 7
-
-std::uint8_t Version7Profile(std::uint8_t flags) {
-    switch (flags) {
-        case 128:
-            return 1;
-        case 144:
-            return 2;
-        case 160:
-            return 3;
-        case 176:
-            return 4;
-        case 192:
-            return 5;
-        default:
-            return 0;
-    }
+/// Profiles 1 to 5 as versions 7 and 8 have them: qualities 3 to 7 in steps of 16 from 128 on. What lies
+/// between two of them, or carries another sample rate in its low bits, is no profile.
+std::uint8_t ProfileOf(std::uint8_t byte) {
+    constexpr std::uint8_t first = 128;
+    constexpr std::uint8_t last = 192;
+    constexpr std::uint8_t step = 16;
+    const bool isProfile = byte >= first && byte <= last && byte % step == 0;
+    return isProfile ? static_cast<std::uint8_t>((byte - first) / step + 1) : std::uint8_t{0};
 }
+
+// --- version 7
 
 void ReadVersion7(BinaryFile& file, ID3Tag& tag) {
     tag.MPEGplusExtension.StreamVersion = 7;
@@ -71,7 +64,7 @@ void ReadVersion7(BinaryFile& file, ID3Tag& tag) {
     tag.Bitrate = BitrateOver(seconds, tag);
     const std::string flags = file.ReadBytes(4);
     tag.ChannelMode = (ByteAt(flags, 3) & 127) < 64 ? Stereo : JointStereo;
-    tag.MPEGplusExtension.StreamProfile = Version7Profile(ByteAt(flags, 2));
+    tag.MPEGplusExtension.StreamProfile = ProfileOf(ByteAt(flags, 2));
 }
 
 // --- versions 4 to 6
@@ -155,11 +148,9 @@ void ReadStreamHeader(std::string_view body, ID3Tag& tag) {
     tag.Bitrate = BitrateOver(seconds, tag);
 }
 
-/// Profile from the body of "EI": 7 bits of quality in eighths. Qualities 3 to 7 are profiles 1 to 5.
-std::uint8_t Version8Profile(std::string_view body) {
-    const int eighths = ByteAt(body, 0) >> 1;
-    const bool isNamed = eighths % 8 == 0 && eighths >= 3 * 8 && eighths <= 7 * 8;
-    return isNamed ? static_cast<std::uint8_t>(eighths / 8 - 2) : std::uint8_t{0};
+/// Profile from the body of "EI", whose first byte has a flag in its lowest bit.
+std::uint8_t ReadEncoderInfo(std::string_view body) {
+    return ProfileOf(ByteAt(body, 0) & 0xFE);
 }
 
 void ReadVersion8(BinaryFile& file, ID3Tag& tag) {
@@ -170,7 +161,7 @@ void ReadVersion8(BinaryFile& file, ID3Tag& tag) {
         const std::optional<Packet> packet = PacketAt(file, position);
         if (!packet || packet->key == "AP") break;
         if (packet->key == "SH") header = BodyOf(file, *packet);
-        if (packet->key == "EI") tag.MPEGplusExtension.StreamProfile = Version8Profile(BodyOf(file, *packet));
+        if (packet->key == "EI") tag.MPEGplusExtension.StreamProfile = ReadEncoderInfo(BodyOf(file, *packet));
         position = packet->end;
     }
     // Last, since it is what can fail. Without it the stream has no measures.
