@@ -1,5 +1,6 @@
 #include "app/ListText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -92,7 +93,9 @@ std::string TableHeader() {
 
 void AppendTableLine(std::string& text, const ListRow& row) {
     for (const Column& column : Columns) {
-        for (const char character : row.*column.text) text += IsControl(character) ? ' ' : character;
+        const auto cell = static_cast<std::ptrdiff_t>(text.size());
+        text += row.*column.text;
+        std::replace_if(text.begin() + cell, text.end(), IsControl, ' ');
         text += '\t';
     }
     text.back() = '\n';

@@ -28,9 +28,11 @@ constexpr LanguageCodePage LanguageCodePages[] = {
 CodePage::CodePage(const std::array<char32_t, 256>& characters) : characters_(characters) {
     for (std::size_t byte = 0; byte < characters_.size(); ++byte)
         bytes_.emplace(characters_[byte], static_cast<char>(byte));
+    for (char32_t byte = 0; byte < 0x80; ++byte) keepsAscii_ = keepsAscii_ && characters_[byte] == byte;
 }
 
 std::string CodePage::Decode(std::string_view bytes) const {
+    if (keepsAscii_ && IsAscii(bytes)) return std::string(bytes);
     std::string text;
     text.reserve(bytes.size());
     for (const char byte : bytes) AppendUtf8(text, characters_[static_cast<unsigned char>(byte)]);

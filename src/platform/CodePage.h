@@ -28,6 +28,8 @@ class CodePage {
 
   private:
     std::array<char32_t, 256> characters_;
+    /// The lower half is ASCII, as in every code page that a machine has.
+    bool keepsAscii_ = true;
     std::unordered_map<char32_t, char> bytes_;
 };
 

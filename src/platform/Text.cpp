@@ -1,5 +1,9 @@
 #include "platform/Text.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
 namespace zefta {
 
 namespace {
@@ -42,7 +46,20 @@ std::optional<char32_t> NextCharacter(std::string_view text, std::size_t& positi
     return character;
 }
 
+bool IsAscii(std::string_view text) {
+    constexpr std::uint64_t TopBits = 0x8080808080808080;
+    std::size_t at = 0;
+    for (; at + sizeof(std::uint64_t) <= text.size(); at += sizeof(std::uint64_t)) {
+        std::uint64_t eight;
+        std::memcpy(&eight, text.data() + at, sizeof eight);
+        if ((eight & TopBits) != 0) return false;
+    }
+    return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
+                       [](char character) { return static_cast<unsigned char>(character) < 0x80; });
+}
+
 bool IsValidUtf8(std::string_view text) {
+    if (IsAscii(text)) return true;
     for (std::size_t position = 0; position < text.size();) {
         if (!NextCharacter(text, position)) return false;
     }

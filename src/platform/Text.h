@@ -9,6 +9,9 @@ namespace zefta {
 
 bool IsValidUtf8(std::string_view text);
 
+/// Whether all bytes are below 128: such a text is the same in every code page and in UTF-8.
+bool IsAscii(std::string_view text);
+
 /// The character that begins at `position`, which moves behind it. Empty, and the position moves on by one
 /// byte, when no valid UTF-8 character begins there.
 std::optional<char32_t> NextCharacter(std::string_view text, std::size_t& position);

@@ -13,6 +13,20 @@ locale_t UnicodeLocale() {
     return locale;
 }
 
+char AsciiToLower(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
+}
+
+char AsciiToUpper(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A')) : character;
+}
+
+std::string MapAscii(std::string_view text, char (*fold)(char)) {
+    std::string mapped(text);
+    for (char& character : mapped) character = fold(character);
+    return mapped;
+}
+
 template <typename Fold>
 std::string Map(std::string_view text, Fold fold) {
     std::string mapped;
@@ -31,17 +45,17 @@ std::string Map(std::string_view text, Fold fold) {
 }  // namespace
 
 std::string ToLower(std::string_view text) {
+    if (IsAscii(text)) return MapAscii(text, AsciiToLower);
     return Map(text, [](char32_t character) -> char32_t {
-        if (character < 0x80)
-            return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
+        if (character < 0x80) return static_cast<unsigned char>(AsciiToLower(static_cast<char>(character)));
         return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
     });
 }
 
 std::string ToUpper(std::string_view text) {
+    if (IsAscii(text)) return MapAscii(text, AsciiToUpper);
     return Map(text, [](char32_t character) -> char32_t {
-        if (character < 0x80)
-            return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
+        if (character < 0x80) return static_cast<unsigned char>(AsciiToUpper(static_cast<char>(character)));
         return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), UnicodeLocale()));
     });
 }
