@@ -106,7 +106,8 @@ bool Answer(const std::vector<std::string>& arguments, std::ostream& output) {
 
 /// A failure that no routine trapped: said in the form of its message, whatever is broken.
 int EndByFailure(App& app, const RuntimeError& error) {
-    const std::string text = app.messages.GetMessage(1000, std::to_string(error.Number()), error.Text());
+    const std::string text =
+        app.messages.GetMessage(1000, std::to_string(error.Number()), app.ansi.ToText(error.Text()));
     app.desktop.ShowBox(BoxKind::Critical, text, ApplicationTitle());
     return ExitComplaint;
 }
