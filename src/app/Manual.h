@@ -4,7 +4,8 @@
 
 namespace zefta {
 
-/// Opens ReadMe.html of the program's folder; a warning when it is not there or nothing can show it.
+/// Opens ReadMe.html of the program's folder. RuntimeError 53 when it is not there, a warning when nothing
+/// can show it.
 void OpenManual(App& app);
 
 }  // namespace zefta

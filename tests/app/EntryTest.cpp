@@ -93,14 +93,27 @@ TEST_F(EntryTest, ExistingFile_WavDoesNothing_CompressedIsSaidToBeMissing) {
 
 TEST_F(EntryTest, Help_OpensTheManualOfTheProgramsFolder) {
     app.processes.ownPath = app.folder / "zefta";
-    EXPECT_EQ(Run({"/help"}), 1);
-    EXPECT_EQ(LastBox(), "Help file not found!");
-    app.desktop.boxes.clear();
     app.folder.Write("ReadMe.html", "x");
-    EXPECT_EQ(Run({"/?"}), 0);
-    EXPECT_EQ(app.desktop.openedDocuments, std::vector<std::string>{app.folder / "ReadMe.html"});
+    for (const char* option : {"/help", "/h", "/?"}) EXPECT_EQ(Run({option}), 0) << option;
+    EXPECT_EQ(app.desktop.openedDocuments, std::vector<std::string>(3, app.folder / "ReadMe.html"));
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(EntryTest, Help_WithoutTheManual_EndsWith53) {
+    app.processes.ownPath = app.folder / "zefta";
+    EXPECT_EQ(Run({"/help"}), 1);
+    EXPECT_EQ(LastBox(), "Error #53\r\n\r\nFile not found: " + (app.folder / "ReadMe.html"));
+    EXPECT_TRUE(app.desktop.openedDocuments.empty());
+}
+
+TEST_F(EntryTest, Help_WithoutAViewer_SaysWhereTheManualIs) {
+    app.processes.ownPath = app.folder / "zefta";
+    app.folder.Write("ReadMe.html", "x");
     app.desktop.canOpenDocuments = false;
-    EXPECT_EQ(Run({"/h"}), 1);
+    EXPECT_EQ(Run({"/help"}), 1);
+    ASSERT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_EQ(app.desktop.boxes[0].kind, BoxKind::Warning);
+    EXPECT_EQ(LastBox(), "No program was found that opens " + (app.folder / "ReadMe.html") + ".");
 }
 
 TEST_F(EntryTest, Lng_WritesTheTemplate) {
