@@ -25,13 +25,26 @@ TEST(CommandText, Split_BlanksAndQuotes) {
 }
 
 TEST(CommandText, QuotePath_ComesBackThroughTheSplitter) {
-    for (const std::string path :
-         {"a.wav", "a b.wav", "quo\"te.wav", "back\\\"mixed.wav", "\"", "a\\b", "-x"}) {
+    for (const std::string path : {"a.wav", "a b.wav", "quo\"te.wav", "back\\\"mixed.wav", "\"", "a\\b", "-x",
+                                   "ends\\", "ends\\\\", "\\", "\\\"", "two\\\\\"mixed", "a\\ b"}) {
         const auto arguments = SplitCommandLine("tool " + QuotePath(path) + " next");
         ASSERT_EQ(arguments.size(), 3U) << path;
         EXPECT_EQ(arguments[1], (CommandArgument{path, true}));
         EXPECT_FALSE(arguments[2].quoted);
     }
+}
+
+TEST(CommandText, BackslashesInFrontOfAQuote_CountInPairs) {
+    EXPECT_EQ(Texts(R"("a\\" b)"), (Words{"a\\", "b"}));
+    EXPECT_EQ(Texts(R"("a\\\" b")"), Words{"a\\\" b"});
+    EXPECT_EQ(Texts(R"(a\"b c)"), (Words{"a\"b", "c"}));
+    EXPECT_EQ(Texts(R"(a\\b \\)"), (Words{"a\\\\b", "\\\\"}));
+}
+
+TEST(CommandText, QuotePath_LeavesBackslashesAloneThatStandBeforeNoQuote) {
+    EXPECT_EQ(QuotePath("/music/a\\b c.wav"), "\"/music/a\\b c.wav\"");
+    EXPECT_EQ(QuotePath("a\"b"), "\"a\\\"b\"");
+    EXPECT_EQ(QuotePath("folder\\"), "\"folder\\\\\"");
 }
 
 TEST(ToolTranslation, ToolNames_DocumentedNameFirst) {
