@@ -54,6 +54,18 @@ TEST_F(BoxesTest, AskYesNo_TrueForYesOnly) {
     EXPECT_EQ(app.desktop.questions[1].caption, "Title");
 }
 
+TEST_F(BoxesTest, AskYesNo_DefaultSecond_MakesNoTheDefault) {
+    AskYesNo(app, "Sure?");
+    AskYesNo(app, "Sure?", "Title", true);
+    AskYesNo(app, "Sure?", "", true);
+    ASSERT_EQ(app.desktop.questions.size(), 3U);
+    EXPECT_FALSE(app.desktop.questions[0].noIsDefault);
+    EXPECT_TRUE(app.desktop.questions[1].noIsDefault);
+    EXPECT_TRUE(app.desktop.questions[2].noIsDefault);
+    EXPECT_EQ(app.desktop.questions[2].text, "Sure?");
+    EXPECT_EQ(app.desktop.questions[2].caption, "Kestrin Zeftaworks");
+}
+
 TEST_F(BoxesTest, ChangeToFolder_MissingOrEmpty_KeepsTheOld) {
     EXPECT_EQ(ChangeToFolder(app.files, app.folder / "none"), "");
     EXPECT_EQ(ChangeToFolder(app.files, ""), "");

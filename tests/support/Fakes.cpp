@@ -29,14 +29,14 @@ void ScriptedDesktop::ShowBox(BoxKind kind, const std::string& text, const std::
     boxes.push_back({kind, text, caption});
 }
 
-bool ScriptedDesktop::AskQuestion(const std::string& text, const std::string& caption, bool) {
-    questions.push_back({BoxKind::Plain, text, caption});
+bool ScriptedDesktop::AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) {
+    questions.push_back({text, caption, noIsDefault});
     return TakeFirst(answers, false);
 }
 
 std::string ScriptedDesktop::AskInput(const std::string& prompt, const std::string& title,
-                                      const std::string&) {
-    questions.push_back({BoxKind::Plain, prompt, title});
+                                      const std::string& defaultAnswer) {
+    questions.push_back({prompt, title, false, defaultAnswer});
     return TakeFirst(inputs, std::string());
 }
 

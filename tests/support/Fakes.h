@@ -22,8 +22,16 @@ class ScriptedDesktop : public Desktop {
         std::string caption;
     };
 
+    /// A question with Yes and No, or one for a text.
+    struct Question {
+        std::string text;
+        std::string caption;
+        bool noIsDefault = false;
+        std::string defaultAnswer = {};
+    };
+
     std::vector<Box> boxes;
-    std::vector<Box> questions;
+    std::vector<Question> questions;
     std::vector<std::string> openedDocuments;
     std::vector<ProgressReport> reports;
     int progressViewsOpened = 0;
