@@ -1,5 +1,7 @@
 #include <filesystem>
+#include <map>
 #include <set>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -72,7 +74,16 @@ const DefaultRow Defaults[] = {
     {"ChangeTags_ReverseFormat", "3"},
 };
 
-constexpr std::size_t EnableFlags = 10 + 6 + 11 + 6;
+/// The keys that are True in an empty store and let a mode into the lists.
+const char* const EnableKeys[] = {
+    "EnableLAME128", "EnableLAME160",    "EnableLAME192",    "EnableLAME256",    "EnableLAME320",
+    "EnableLAMEVBR", "EnableLAME128ABR", "EnableLAME160ABR", "EnableLAME192ABR", "EnableLAME256ABR",
+    "EnableOGGb1",   "EnableOGGb2",      "EnableOGGb3",      "EnableOGGb4",      "EnableOGGb5",
+    "EnableOGGb6",   "EnableOGGq0",      "EnableOGGq1",      "EnableOGGq2",      "EnableOGGq3",
+    "EnableOGGq4",   "EnableOGGq5",      "EnableOGGq6",      "EnableOGGq7",      "EnableOGGq8",
+    "EnableOGGq9",   "EnableOGGq10",     "EnableMPCm1",      "EnableMPCm2",      "EnableMPCm3",
+    "EnableMPCm4",   "EnableMPCm5",      "EnableMPCm6",
+};
 
 class SettingsTest : public ::testing::Test {
   protected:
@@ -89,14 +100,14 @@ TEST_F(SettingsTest, LoadSettings_EmptyStore_GivesEveryDefaultAndWritesNothing) 
     app.state.Bitrate = 1;
     LoadSettings(app);
     const auto& table = SettingsTable();
-    ASSERT_EQ(table.size(), std::size(Defaults) + EnableFlags);
+    ASSERT_EQ(table.size(), std::size(Defaults) + std::size(EnableKeys));
     for (std::size_t i = 0; i < table.size(); ++i) {
         const std::string text = SettingText(table[i].slot(app.state, table[i].index));
         if (i < std::size(Defaults)) {
             EXPECT_EQ(table[i].key, Defaults[i].key);
             EXPECT_EQ(text, Defaults[i].text) << table[i].key;
         } else {
-            EXPECT_TRUE(table[i].key.starts_with("Enable")) << table[i].key;
+            EXPECT_EQ(table[i].key, EnableKeys[i - std::size(Defaults)]);
             EXPECT_EQ(text, "True") << table[i].key;
         }
     }
@@ -195,26 +206,88 @@ TEST_F(SettingsTest, LoadPriorityClass_EveryWord) {
     }
 }
 
-struct SaverRow {
-    void (*save)(App&);
-    std::size_t settings;
-    std::size_t agentTexts;
-    const char* one;
+using Keys = std::set<std::string>;
+
+const Keys MainKeys = {"Bitrate",      "UseVBR",      "OggVorbisMode", "MPEGplusMode",
+                       "UseOggVorbis", "UseMPEGplus", "CurrentFolder"};
+
+/// What the options dialog edits, without the enable keys.
+const Keys OptionKeys = {
+    "TrimSilence",
+    "CustomRenameTemplate",
+    "ReduceLevel",
+    "ShowExecuteWindows",
+    "FilePropertiesOnDblClick",
+    "DeleteAfterCompress",
+    "DeleteAfterReCompress",
+    "StartupFolder",
+    "EnableStartupFolder",
+    "ExternalLanguageFile",
+    "EnableExternalLanguage",
+    "Normalize",
+    "NormalizeSeparately",
+    "NormalizeLevel",
+    "NormalizeAbove",
+    "NormalizeBelow",
+    "CustomLAMEPreset1_Name",
+    "CustomLAMEPreset1_Code",
+    "CustomLAMEPreset2_Name",
+    "CustomLAMEPreset2_Code",
+    "CustomLAMEPreset3_Name",
+    "CustomLAMEPreset3_Code",
+    "CustomOGGPreset1_Name",
+    "CustomOGGPreset1_Code",
+    "CustomOGGPreset2_Name",
+    "CustomOGGPreset2_Code",
+    "CustomOGGPreset3_Name",
+    "CustomOGGPreset3_Code",
+    "CustomMPCPreset1_Name",
+    "CustomMPCPreset1_Code",
+    "CustomMPCPreset2_Name",
+    "CustomMPCPreset2_Code",
+    "CustomMPCPreset3_Name",
+    "CustomMPCPreset3_Code",
 };
 
-TEST_F(SettingsTest, EverySaver_WritesItsGroupInOneStep) {
-    const SaverRow rows[] = {{SaveMainSettings, 7, 0, "CurrentFolder"},
-                             {SaveSettings, 16 + 18 + EnableFlags, 8, "EnableOGGq10"},
-                             {SaveCompressCDSettings, 3, 0, "CompressCD_Bitrate"},
-                             {SaveRenameSettings, 5, 0, "RenameAndTagging_Mask"},
-                             {SaveChangeTagsSettings, 3, 0, "ChangeTags_ReverseFormat"}};
+const Keys CompressCDKeys = {"CompressCD_SourceFolder", "CompressCD_TargetFolder", "CompressCD_Bitrate"};
+
+const Keys RenameKeys = {"RenameAndTagging_Format", "RenameAndTagging_ProcessSubfolders",
+                         "RenameAndTagging_UpdatePlaylists", "RenameAndTagging_FilterType",
+                         "RenameAndTagging_Mask"};
+
+const Keys ChangeTagsKeys = {"ChangeTags_AllFirstCaps", "ChangeTags_AllTags", "ChangeTags_ReverseFormat"};
+
+const Keys AgentKeys = {"MSG_Open",     "MSG_Compress",      "MSG_Settings",           "MSG_Exit",
+                        "MSG_Language", "MSG_RecentFolders", "MSG_LanguageChangeNote", "MSG_LanguageDefault"};
+
+Keys AllOptionKeys() {
+    Keys keys = OptionKeys;
+    keys.insert(std::begin(EnableKeys), std::end(EnableKeys));
+    return keys;
+}
+
+struct SaverRow {
+    void (*save)(App&);
+    Keys settings;
+    Keys agentTexts;
+};
+
+TEST_F(SettingsTest, EverySaver_WritesTheKeysOfItsGroupInOneStep) {
+    const SaverRow rows[] = {{SaveMainSettings, MainKeys, {}},
+                             {SaveSettings, AllOptionKeys(), AgentKeys},
+                             {SaveCompressCDSettings, CompressCDKeys, {}},
+                             {SaveRenameSettings, RenameKeys, {}},
+                             {SaveChangeTagsSettings, ChangeTagsKeys, {}}};
     for (const SaverRow& row : rows) {
         app.userSettings.values.clear();
         app.userSettings.applied = 0;
         row.save(app);
-        EXPECT_EQ(app.userSettings.applied, 1) << row.one;
-        EXPECT_EQ(app.userSettings.values.size(), row.settings + row.agentTexts) << row.one;
-        EXPECT_TRUE(app.userSettings.GetValue("Settings", row.one)) << row.one;
+        EXPECT_EQ(app.userSettings.applied, 1);
+        std::map<std::string, Keys> written;
+        for (const auto& [place, value] : app.userSettings.values) written[place.first].insert(place.second);
+        EXPECT_EQ(written["Settings"], row.settings);
+        EXPECT_EQ(written["Agent"], row.agentTexts);
+        EXPECT_EQ(written.size(), 2U);
     }
 }
 
