@@ -187,6 +187,17 @@ TEST_F(SettingsTest, LanguageFileThatIsGone_IsOffInMemoryAndStaysOnInTheStore) {
     EXPECT_TRUE(app.state.EnableExternalLanguage);
 }
 
+TEST_F(SettingsTest, LanguageFileThatIsNotNamed_IsOffInMemoryAndStaysOnInTheStore) {
+    Store("EnableExternalLanguage", "True");
+    LoadSettings(app);
+    EXPECT_FALSE(app.state.EnableExternalLanguage);
+    Store("ExternalLanguageFile", "");
+    LoadSettings(app);
+    EXPECT_FALSE(app.state.EnableExternalLanguage);
+    EXPECT_EQ(app.userSettings.GetValue("Settings", "EnableExternalLanguage"), "True");
+    EXPECT_EQ(app.userSettings.applied, 0);
+}
+
 TEST_F(SettingsTest, AnsiCodePage_OverridesTheOneOfTheLanguage) {
     LoadSettings(app);
     EXPECT_EQ(app.ansi.Decode("\xC4"), "Ä");
