@@ -75,9 +75,10 @@ void SortEntries(std::vector<ListEntry>& entries, const CodePage& ansi) {
 
 std::vector<ListEntry> ListFolder(const FileSystem& files, const std::string& folder, std::string_view mask,
                                   const CodePage& ansi) {
+    const bool takesAll = mask == "*";
     std::vector<ListEntry> entries;
     for (FolderEntry& entry : files.List(folder)) {
-        if (!MatchesMask(entry.name, mask)) continue;
+        if (!takesAll && !MatchesMask(entry.name, mask)) continue;
         const auto kind = entry.isFolder ? ListKind::Folder : ListKindOf(entry.name);
         if (kind) entries.push_back({std::move(entry.name), *kind});
     }

@@ -8,58 +8,51 @@
 
 namespace zefta {
 
-namespace {
-
-constexpr std::int32_t MiddleLength = 4096 + 64;
-
-}  // namespace
-
 BufferedFile::BufferedFile(std::unique_ptr<BinaryFile> file, Windows windows)
-    : file_(std::move(file)), size_(file_->Size()), lengths_(windows) {}
+    : file_(std::move(file)), size_(file_->Size()), lengths_(windows) {
+    lengths_.head = std::clamp(windows.head, 0, LongestWindow);
+    lengths_.tail = std::clamp(windows.tail, 0, LongestWindow);
+}
 
 std::size_t BufferedFile::Read(std::span<std::byte> into) {
     std::size_t done = 0;
     while (done < into.size() && position_ < size_) {
         const auto rest = into.subspan(done);
-        const Window* window = WindowAt(position_, rest.size());
-        if (window == nullptr) return done + ReadDirect(rest);
-        if (!window->Holds(position_)) break;
-        const std::int32_t offset = position_ - window->start;
-        const auto count = std::min(rest.size(), static_cast<std::size_t>(window->length - offset));
-        std::copy_n(window->bytes.get() + offset, count, rest.begin());
+        const auto bytes = BytesHere(rest.size());
+        if (!bytes) return done + ReadDirect(rest);
+        if (bytes->empty()) break;
+        const std::size_t count = std::min(rest.size(), bytes->size());
+        std::copy_n(bytes->begin(), count, rest.begin());
         done += count;
         position_ += static_cast<std::int32_t>(count);
     }
     return done;
 }
 
-BufferedFile::Window* BufferedFile::WindowAt(std::int32_t position, std::size_t wanted) {
+std::optional<std::span<const std::byte>> BufferedFile::BytesHere(std::size_t wanted) {
     const std::int32_t headEnd = std::min(lengths_.head, size_);
+    if (position_ < headEnd) return BytesOf(head_, 0, headEnd);
     const std::int32_t tailStart = std::max(headEnd, size_ - lengths_.tail);
-    if (position < headEnd) {
-        if (head_.length == 0) Fill(head_, 0, headEnd);
-        return &head_;
-    }
-    if (position >= tailStart) {
-        if (tail_.length == 0) Fill(tail_, tailStart, size_ - tailStart);
-        return &tail_;
-    }
-    if (middle_.Holds(position)) return &middle_;
-    if (wanted >= static_cast<std::size_t>(MiddleLength)) return nullptr;
-    Fill(middle_, position, std::min(MiddleLength, tailStart - position));
-    return &middle_;
+    if (position_ >= tailStart) return BytesOf(tail_, tailStart, size_ - tailStart);
+    if (middle_.Holds(position_)) return BytesOf(middle_, middle_.start, middle_.length);
+    if (wanted >= static_cast<std::size_t>(MiddleLength)) return std::nullopt;
+    middle_.length = 0;
+    return BytesOf(middle_, position_, std::min(MiddleLength, tailStart - position_));
 }
 
-void BufferedFile::Fill(Window& window, std::int32_t start, std::int32_t length) {
-    if (window.capacity < length) {
-        window.bytes = std::make_unique_for_overwrite<std::byte[]>(static_cast<std::size_t>(length));
-        window.capacity = length;
+template <std::size_t Capacity>
+std::span<const std::byte> BufferedFile::BytesOf(Window<Capacity>& window, std::int32_t start,
+                                                 std::int32_t length) {
+    if (window.length == 0) {
+        window.start = start;
+        file_->Seek(start, SeekFrom::Start);
+        const auto place = std::span(window.bytes).first(static_cast<std::size_t>(length));
+        window.length = static_cast<std::int32_t>(file_->Read(place));
     }
-    window.start = start;
-    window.length = 0;
-    file_->Seek(start, SeekFrom::Start);
-    const std::span<std::byte> bytes(window.bytes.get(), static_cast<std::size_t>(length));
-    window.length = static_cast<std::int32_t>(file_->Read(bytes));
+    if (!window.Holds(position_)) return {};
+    return std::span<const std::byte>(window.bytes)
+        .first(static_cast<std::size_t>(window.length))
+        .subspan(static_cast<std::size_t>(position_ - window.start));
 }
 
 std::size_t BufferedFile::ReadDirect(std::span<std::byte> into) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "platform/BinaryFile.h"
 
@@ -14,7 +16,10 @@ namespace zefta {
 /// Writing, ending and flushing fail with RuntimeError 70.
 class BufferedFile : public BinaryFile {
   public:
-    /// Lengths of the windows in bytes; none of them is filled before something in it is asked for.
+    static constexpr std::int32_t LongestWindow = 8192;
+
+    /// Lengths of the windows in bytes, at most LongestWindow; none of them is filled before something in it
+    /// is asked for.
     struct Windows {
         std::int32_t head;
         std::int32_t tail;
@@ -33,27 +38,35 @@ class BufferedFile : public BinaryFile {
     void Flush() override;
 
   private:
+    static constexpr std::int32_t MiddleLength = 4096 + 64;
+
+    /// A place for bytes that is part of the object: a reader that opens thousands of files one after the
+    /// other asks for no memory. Not cleared, since it is filled before it is read.
+    template <std::size_t Capacity>
     struct Window {
-        std::unique_ptr<std::byte[]> bytes;
-        std::int32_t capacity = 0;
+        Window() {}
+
         std::int32_t start = 0;
         std::int32_t length = 0;
+        std::array<std::byte, Capacity> bytes;
 
         bool Holds(std::int32_t position) const { return position >= start && position - start < length; }
     };
 
-    /// The window that holds the position, filled; null when the read is better made without one.
-    Window* WindowAt(std::int32_t position, std::size_t wanted);
-    void Fill(Window& window, std::int32_t start, std::int32_t length);
+    /// What the window around the position has from there on. Empty when it could not be filled up to
+    /// there; none when the read is better made without a window.
+    std::optional<std::span<const std::byte>> BytesHere(std::size_t wanted);
+    template <std::size_t Capacity>
+    std::span<const std::byte> BytesOf(Window<Capacity>& window, std::int32_t start, std::int32_t length);
     std::size_t ReadDirect(std::span<std::byte> into);
 
     std::unique_ptr<BinaryFile> file_;
     std::int32_t size_;
     std::int32_t position_ = 0;
     Windows lengths_;
-    Window head_;
-    Window tail_;
-    Window middle_;
+    Window<LongestWindow> head_;
+    Window<LongestWindow> tail_;
+    Window<MiddleLength> middle_;
 };
 
 }  // namespace zefta

@@ -1,0 +1,112 @@
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "platform/BufferedFile.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "support/ExpectRuntimeError.h"
+#include "support/FaultInjectingFileSystem.h"
+#include "support/TempFolder.h"
+
+namespace zefta::test {
+namespace {
+
+std::string Numbered(std::size_t count) {
+    std::string bytes(count, '\0');
+    for (std::size_t i = 0; i < count; ++i) bytes[i] = static_cast<char>(i * 31 + i / 256);
+    return bytes;
+}
+
+class BufferedFileTest : public ::testing::Test {
+  protected:
+    std::unique_ptr<BufferedFile> Open(const std::string& bytes, BufferedFile::Windows windows) {
+        return std::make_unique<BufferedFile>(counting.OpenReadOnly(folder.Write("file", bytes)), windows);
+    }
+
+    /// Reads that reached the file since the last call.
+    int Reads() { return std::exchange(counting.faults.operations, 0); }
+
+    TempFolder folder;
+    PosixFileSystem files;
+    FaultInjectingFileSystem counting{files};
+};
+
+TEST_F(BufferedFileTest, AnyWalk_ReadsWhatTheFileItselfReads) {
+    std::mt19937 random(7);
+    for (const std::size_t size : {0U, 1U, 99U, 100U, 4000U, 12000U, 30000U}) {
+        const std::string bytes = Numbered(size);
+        for (const BufferedFile::Windows windows :
+             {BufferedFile::Windows{0, 0}, {100, 50}, {8192, 300}, {4100, 8192}, {8192, 8192}}) {
+            const auto buffered = Open(bytes, windows);
+            const auto plain = files.OpenReadOnly(folder / "file");
+            ASSERT_EQ(buffered->Size(), plain->Size());
+            for (int step = 0; step < 300; ++step) {
+                const auto place = static_cast<std::int32_t>(random() % (size + 20));
+                const auto count = static_cast<std::int32_t>(random() % (step % 10 == 0 ? 9000 : 40));
+                const auto from = static_cast<SeekFrom>(random() % 3);
+                const std::int32_t distance = from == SeekFrom::Start ? place : -place;
+                EXPECT_EQ(buffered->Seek(distance, from), plain->Seek(distance, from));
+                EXPECT_EQ(buffered->ReadBytes(count), plain->ReadBytes(count));
+                ASSERT_EQ(buffered->Position(), plain->Position());
+            }
+        }
+    }
+}
+
+TEST_F(BufferedFileTest, HeadAndTail_AreReadOnceEach) {
+    const auto file = Open(Numbered(50000), {1000, 500});
+    Reads();
+    for (int i = 0; i < 1000; ++i) file->ReadBytes(1);
+    EXPECT_EQ(Reads(), 1);
+    file->Seek(-500, SeekFrom::End);
+    for (int i = 0; i < 500; ++i) file->ReadBytes(1);
+    EXPECT_EQ(Reads(), 1);
+    file->Seek(0, SeekFrom::Start);
+    file->ReadBytes(1000);
+    EXPECT_EQ(Reads(), 0);
+}
+
+TEST_F(BufferedFileTest, Middle_IsReadInPiecesAndLargeReadsGoPastIt) {
+    const auto file = Open(Numbered(50000), {1000, 500});
+    Reads();
+    file->Seek(2000, SeekFrom::Start);
+    for (int i = 0; i < 4096; ++i) file->ReadBytes(1);
+    EXPECT_EQ(Reads(), 1);
+    file->Seek(20000, SeekFrom::Start);
+    EXPECT_EQ(file->ReadBytes(20000).size(), 20000U);
+    EXPECT_EQ(Reads(), 1);
+}
+
+TEST_F(BufferedFileTest, NothingAskedFor_NothingRead) {
+    const auto file = Open(Numbered(50000), {1000, 500});
+    Reads();
+    file->Seek(-10, SeekFrom::End);
+    EXPECT_EQ(file->Position(), 49990);
+    EXPECT_EQ(Reads(), 0);
+}
+
+TEST_F(BufferedFileTest, DeviceThatFails_IsAFailureOfTheReadAndOfTheNextOne) {
+    const auto file = Open(Numbered(50000), {1000, 500});
+    counting.faults.plan = {FaultPlan::Mode::FromTheNthOn, 1, ErrorNumber::DeviceIoError};
+    EXPECT_EQ(RuntimeErrorOf([&] { file->ReadBytes(1); }), 57);
+    EXPECT_EQ(RuntimeErrorOf([&] { file->ReadBytes(1); }), 57);
+    counting.faults.plan = {};
+    EXPECT_EQ(file->ReadBytes(3), Numbered(3));
+}
+
+TEST_F(BufferedFileTest, Writing_IsRefused) {
+    const auto file = Open("abc", {10, 10});
+    EXPECT_EQ(RuntimeErrorOf([&] { file->Write("x"); }), 70);
+    EXPECT_EQ(RuntimeErrorOf([&] { file->SetEnd(); }), 70);
+    EXPECT_EQ(RuntimeErrorOf([&] { file->Flush(); }), 70);
+    EXPECT_FALSE(file->IsReadOnly());
+}
+
+TEST_F(BufferedFileTest, Seek_BehindWhatPositionsHold_IsAnOverflow) {
+    const auto file = Open("abc", {10, 10});
+    EXPECT_FALSE(file->Seek(-1, SeekFrom::Start));
+    EXPECT_EQ(RuntimeErrorOf([&] { file->Seek(2147483647, SeekFrom::End); }), 6);
+}
+
+}  // namespace
+}  // namespace zefta::test
