@@ -52,7 +52,7 @@ void DecodeOggFile(App& app, const std::string& path) {
     former.Take(output);
     RunTool(app, OggDecodeCommand(path));
     // An extension in other letters keeps the decoder's name for its output, unless that is the person's.
-    const bool takesName = path.ends_with(".ogg") || former.Any();
+    const bool takesName = path.ends_with(".ogg") || former.IsAway();
     if (takesName && app.files.FileExists(output)) TakeNameOrOneBeside(app.files, output, DecodedPath(path));
     former.PutBack();
 }

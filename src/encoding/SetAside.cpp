@@ -29,25 +29,27 @@ SetAside::~SetAside() {
 void SetAside::Take(const std::string& path) {
     const std::string folder = FolderPart(path);
     const std::string name = ToLower(NamePart(path));
+    std::string found;
     for (const FolderEntry& entry : files_.List(folder.empty() ? files_.CurrentFolder() : folder)) {
         if (entry.isFolder || ToLower(entry.name) != name) continue;
-        const std::string found = JoinPath(folder, entry.name);
-        const std::string aside = FreePathBeside(files_, found, "set aside");
-        files_.MoveFile(found, aside);
-        moves_.push_back({found, aside});
+        if (!found.empty()) throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
+        found = JoinPath(folder, entry.name);
     }
+    if (found.empty()) return;
+    const std::string aside = FreePathBeside(files_, found, "set aside");
+    files_.MoveFile(found, aside);
+    path_ = found;
+    asidePath_ = aside;
 }
 
 void SetAside::PutBack() {
-    while (!moves_.empty()) {
-        const Move& last = moves_.back();
-        try {
-            files_.MoveFile(last.asidePath, last.path);
-        } catch (const RuntimeError& error) {
-            throw RuntimeError(error.Kind(), last.asidePath);
-        }
-        moves_.pop_back();
+    if (!IsAway()) return;
+    try {
+        files_.MoveFile(asidePath_, path_);
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.Kind(), asidePath_);
     }
+    asidePath_.clear();
 }
 
 }  // namespace zefta

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "platform/FileSystem.h"
 
@@ -11,32 +10,30 @@ namespace zefta {
 /// on.
 std::string FreePathBeside(const FileSystem& files, const std::string& path, const std::string& label);
 
-/// Keeps files safe from a tool that writes over their name. While they are away they bear a name that a
-/// person finds and plays, "a (set aside).wav", so that nothing is lost when the program is killed.
+/// Keeps a file safe from a tool that writes over its name. While it is away it bears a name that a person
+/// finds and plays, "a (set aside).wav", so that nothing is lost when the program is killed.
 class SetAside {
   public:
     explicit SetAside(FileSystem& files) : files_(files) {}
-    /// Puts back what is still away, as far as that works.
+    /// Puts back a file that is still away, when that works.
     ~SetAside();
     SetAside(const SetAside&) = delete;
     SetAside& operator=(const SetAside&) = delete;
 
-    /// Moves the files of that name, in any case, out of the way. A folder of that name stays.
+    /// Moves the file of that name, in any case, out of the way. Without one, or when it is a folder, there
+    /// is nothing to do. RuntimeError 58 when two names differ from it in nothing but case: they could not be
+    /// given back.
     void Take(const std::string& path);
 
-    bool Any() const { return !moves_.empty(); }
+    bool IsAway() const { return !asidePath_.empty(); }
 
-    /// Gives the files their names back. A failure names the file that is still away.
+    /// Gives the file its name back. A failure names the file under which it still lies.
     void PutBack();
 
   private:
-    struct Move {
-        std::string path;
-        std::string asidePath;
-    };
-
     FileSystem& files_;
-    std::vector<Move> moves_;
+    std::string path_;
+    std::string asidePath_;
 };
 
 }  // namespace zefta
