@@ -6,26 +6,11 @@
 #include <gtest/gtest.h>
 
 #include "core/OptionTable.h"
-#include "core/Options.h"
+#include "core/OptionsFixture.h"
 #include "core/Strings.h"
-#include "support/ExpectRuntimeError.h"
-#include "support/TestApp.h"
 
 namespace zefta::test {
 namespace {
-
-class OptionsTest : public ::testing::Test {
-  protected:
-    TestApp app;
-
-    AppState& Parse(std::vector<std::string> tokens) {
-        app.state = AppState();
-        result = ParseCommandLine(app, CommandLine(std::move(tokens)));
-        return app.state;
-    }
-
-    bool result = false;
-};
 
 TEST_F(OptionsTest, NoToken_GivesFalseAndChangesNothing) {
     Parse({});
@@ -215,6 +200,22 @@ TEST_F(OptionsTest, Abr_TakesARateFrom110To310Only) {
     EXPECT_TRUE(Parse({"/e", "abr", "/norm"}).Normalize);
 }
 
+TEST_F(OptionsTest, Abr_RateIsALeadingNumberRoundedHalfToEven) {
+    const std::pair<const char*, int> rows[] = {
+        {"200x", 200}, {"110.5", 110}, {"111.5", 112}, {"309.9kbps", 310}, {" 128", 128}};
+    for (const auto& [word, rate] : rows) {
+        Parse({"/e", "abr", word, "a.wav"});
+        EXPECT_TRUE(app.state.UseVBR) << word;
+        EXPECT_EQ(app.state.Bitrate, rate) << word;
+        EXPECT_EQ(app.state.FileSpec, "a.wav") << word;
+    }
+    for (const char* outside : {"109.9", "310.5", "x200", "-200"}) {
+        EXPECT_EQ(Parse({"/e", "abr", outside}).FileSpec, outside);
+        EXPECT_FALSE(app.state.UseVBR) << outside;
+        EXPECT_EQ(app.state.Bitrate, 320) << outside;
+    }
+}
+
 TEST_F(OptionsTest, WordThatIsNoMode_BecomesFileSpec) {
     EXPECT_EQ(Parse({"/e", "x.wav"}).FileSpec, "x.wav");
     EXPECT_EQ(Parse({"/e", "127"}).FileSpec, "127");
@@ -273,81 +274,6 @@ TEST_F(OptionsTest, Template_OnlyBehindARenameJob) {
     EXPECT_EQ(app.state.RenameFormat, 6);
     EXPECT_EQ(Parse({"/template", "%A", "/r"}).RenameFormat, 0);
     EXPECT_NE(app.state.CustomRenameTemplate, "%A");
-}
-
-TEST_F(OptionsTest, TextValues_AreTrimmedAndEndInABlank) {
-    Parse({"/change", "/a", " Artist ", "/t", "Title", "/l", "Album", "/y", "1999", "/m", "Mix", "/tn", "7",
-           "/genre", "rock"});
-    EXPECT_EQ(app.state.OptArtist, "Artist ");
-    EXPECT_EQ(app.state.OptTitle, "Title ");
-    EXPECT_EQ(app.state.OptAlbum, "Album ");
-    EXPECT_EQ(app.state.OptYear, "1999 ");
-    EXPECT_EQ(app.state.OptMix, "Mix ");
-    EXPECT_EQ(app.state.OptTrack, "7");
-    EXPECT_EQ(app.state.OptGenre, "rock ");
-    EXPECT_EQ(app.state.OptGenreIndex, 17);
-}
-
-TEST_F(OptionsTest, EmptyTextValue_ArrivesAsOneBlank) {
-    EXPECT_EQ(Parse({"/a", "", "/e"}).OptArtist, " ");
-    EXPECT_EQ(app.state.JobCode, 6);
-}
-
-TEST_F(OptionsTest, Track_OutOfRange_IsIgnored) {
-    EXPECT_EQ(Parse({"/tn", "256"}).OptTrack, "");
-    EXPECT_EQ(Parse({"/tn", "-1"}).OptTrack, "");
-    EXPECT_EQ(Parse({"/tn", "12abc"}).OptTrack, "12");
-}
-
-TEST_F(OptionsTest, Track_IsStoredAsTheTextOfItsNumber) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"0", "0"}, {"-0", "0"}, {"007", "7"}, {"7.50", "7.5"}, {"0.0000001", "0.0000001"}, {"255", "255"}};
-    for (const auto& [value, text] : rows) EXPECT_EQ(Parse({"/tn", value}).OptTrack, text) << value;
-}
-
-TEST_F(OptionsTest, PerCents_AreTakenFrom0To100Only) {
-    Parse({"/norm_level", "0", "/norm_above", "100", "/norm_below", "55"});
-    EXPECT_EQ(app.state.NormalizeLevel, 0);
-    EXPECT_EQ(app.state.NormalizeAbove, 100);
-    EXPECT_EQ(app.state.NormalizeBelow, 55);
-    Parse({"/norm_level", "120", "/norm_above", "101", "/norm_below", "-1"});
-    EXPECT_EQ(app.state.NormalizeLevel, 95);
-    EXPECT_EQ(app.state.NormalizeAbove, 98);
-    EXPECT_EQ(app.state.NormalizeBelow, 85);
-}
-
-TEST_F(OptionsTest, NumberBeyondAllNumbers_IsOutOfRangeToo) {
-    const std::string nines(400, '9');
-    for (const std::string& number : {nines, "-" + nines}) {
-        Parse({"/norm_level", number, "/norm_above", number, "/norm_below", number, "/tn", number});
-        EXPECT_EQ(app.state.NormalizeLevel, 95);
-        EXPECT_EQ(app.state.NormalizeAbove, 98);
-        EXPECT_EQ(app.state.NormalizeBelow, 85);
-        EXPECT_EQ(app.state.OptTrack, "");
-        for (const char* name : {"/offset", "/start", "/end", "/freq", "/before", "/after"})
-            EXPECT_EQ(RuntimeErrorOf([&] { Parse({name, number}); }), 6) << name;
-        EXPECT_EQ(Parse({"/e", "abr", number}).FileSpec, number);
-        EXPECT_FALSE(app.state.UseVBR);
-    }
-}
-
-TEST_F(OptionsTest, NumbersAndTarget) {
-    Parse({"/before", "3", "/after", "-5", "/freq", "48000Hz", "/offset", "10", "/start", "20", "/end", "30",
-           "/to", " out "});
-    EXPECT_EQ(app.state.BeforeGap, 3);
-    EXPECT_EQ(app.state.AfterGap, -5);
-    EXPECT_EQ(app.state.Frequency, 48000);
-    EXPECT_EQ(app.state.SplitOffset, 10);
-    EXPECT_EQ(app.state.CropStart, 20);
-    EXPECT_EQ(app.state.CropEnd, 30);
-    EXPECT_EQ(app.state.TargetPath, "out");
-    EXPECT_EQ(Parse({"/start_offset", "1", "/end_offset", "2"}).CropStart, 1);
-    EXPECT_EQ(app.state.CropEnd, 2);
-}
-
-TEST_F(OptionsTest, WholeNumberThatIsNone_Fails13) {
-    EXPECT_EQ(RuntimeErrorOf([&] { Parse({"/before", "abc"}); }), 13);
-    EXPECT_EQ(RuntimeErrorOf([&] { Parse({"/offset", "99999999999"}); }), 6);
 }
 
 TEST_F(OptionsTest, OptionWithoutItsValue_StandsAndTheNextIsRead) {
@@ -420,6 +346,15 @@ TEST_F(OptionsTest, FirstTokenNamesNothing_IsTheMainWindow) {
     EXPECT_EQ(Parse({"C:\\music\\a.mp3"}).JobCode, 0);
     EXPECT_TRUE(Parse({"-Embedding"}).EmbeddingStart);
     EXPECT_FALSE(Parse({"/r", "-Embedding"}).EmbeddingStart);
+}
+
+TEST_F(OptionsTest, Embedding_IsExactlyThatWord) {
+    for (const char* other : {"-embedding", "-EMBEDDING", "-Embedding ", " -Embedding", "Embedding"}) {
+        EXPECT_FALSE(Parse({other}).EmbeddingStart) << other;
+        EXPECT_EQ(app.state.JobCode, 0) << other;
+    }
+    EXPECT_TRUE(Parse({"-Embedding", "/e"}).EmbeddingStart);
+    EXPECT_EQ(app.state.JobCode, 0);
 }
 
 TEST_F(OptionsTest, Language_AloneIsAJob_WithAValueTheLanguageOfTheRun) {
