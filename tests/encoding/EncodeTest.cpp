@@ -5,11 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "core/Options.h"
+#include "core/Strings.h"
 #include "core/Version.h"
 #include "encoding/Encode.h"
 #include "platform/CommandText.h"
 #include "platform/posix/PosixProcesses.h"
 #include "support/ExpectRuntimeError.h"
+#include "support/MpcBuilder.h"
 #include "support/ProgramRun.h"
 #include "support/TagBuilders.h"
 #include "support/TestApp.h"
@@ -131,11 +133,56 @@ TEST_F(EncodeTest, MissingOrEmptyOutput_IsPassedOverInSilence) {
 
 TEST_F(EncodeTest, OtherEncoders_LeaveTheirOutputBesideTheSource) {
     app.folder.Write("a.wav", "x");
-    PlayTool("encoded");
+    PlayTool(Audio(500));
     Run({"oq5", "/notrim"});
-    EXPECT_EQ(app.folder.Read("a.ogg"), "encoded");
+    EXPECT_EQ(app.folder.Read("a.ogg"), Audio(500));
     Run({"xtreme", "/notrim"});
-    EXPECT_EQ(app.folder.Read("a.mpc"), "encoded");
+    EXPECT_TRUE(app.folder.Read("a.mpc").starts_with(Audio(500 - 128)));
+}
+
+TEST_F(EncodeTest, MPEGplusOutput_GetsAnApeTag) {
+    app.folder.Write("My Song.wav", "x");
+    PlayTool(Mpc8());
+    Run({"standard", "/notrim"});
+    EXPECT_TRUE(app.folder.Read("My Song.mpc").starts_with(Mpc8() + "APETAGEX"));
+    const ID3Tag tag = wave.GetMPEGplusFileInfo(app.folder / "My Song.mpc");
+    EXPECT_EQ(tag.Title, "My Song");
+    EXPECT_EQ(tag.ID3v2Extension.EncodedBy, encoder);
+}
+
+TEST_F(EncodeTest, OutputThatIsNoOggStream_StaysAsTheToolLeftIt) {
+    app.folder.Write("a.wav", "x");
+    PlayTool("OggS, but no stream");
+    Run({"oq5", "/notrim"});
+    EXPECT_EQ(app.folder.Read("a.ogg"), "OggS, but no stream");
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(EncodeTest, NameOfAWavFileWithoutItsExtension_IsPassedOver) {
+    app.folder.Write("xwav", "mine");
+    PlayTool("encoded");
+    for (const char* mode : {"128", "oq5", "standard"}) Run({mode, "*wav", "/trim"});
+    EXPECT_TRUE(app.processes.runs.empty());
+    EXPECT_EQ(app.folder.Read("xwav"), "mine");
+    EXPECT_FALSE(EncodeAndTag(app, app.folder.Path(), "xwav"));
+}
+
+TEST_F(EncodeTest, EncodeAndTag_TellsWhetherThereIsAnOutput) {
+    app.folder.Write("a.wav", "x");
+    app.state.TrimSilence = false;
+    EXPECT_FALSE(EncodeAndTag(app, app.folder.Path(), "a.wav"));
+    PlayTool("");
+    EXPECT_FALSE(EncodeAndTag(app, app.folder.Path(), "a.wav"));
+    PlayTool(Audio(500));
+    EXPECT_TRUE(EncodeAndTag(app, app.folder.Path(), "a.wav"));
+    EXPECT_EQ(ReadTags(app.folder / "a.MP3").Title, "a");
+}
+
+TEST_F(EncodeTest, ExtensionTwice_IsReplacedTwice) {
+    app.folder.Write("a.wav.WAV", "x");
+    PlayTool(Audio(500));
+    Run({"128", "/notrim"});
+    EXPECT_EQ(ReadTags(app.folder / "a.MP3.MP3").Title, "a");
 }
 
 TEST_F(EncodeTest, FolderPart_BecomesCurrent_SoThatOggGoesThere) {
@@ -251,8 +298,15 @@ TEST_F(RealEncodeTest, Lame_OutputThereInAnotherCase_IsReplacedNotDoubled) {
 TEST_F(RealEncodeTest, OggencAndMpcenc_AreReadByOthers) {
     WriteTone("100% live.wav");
     RunReal({"oq5"});
-    EXPECT_NEAR(std::stod(Probe(app.folder / "100% live.ogg", "format=duration")), 2.0, 0.01);
+    const std::string ogg = app.folder / "100% live.ogg";
+    EXPECT_NEAR(std::stod(Probe(ogg, "format=duration")), 2.0, 0.01);
+    const ProgramResult comments = RunToEnd({"vorbiscomment", {"-R", "-l", ogg}, "", "", {}});
+    EXPECT_EQ(comments.error, "");
+    EXPECT_EQ(AsciiLower(comments.output), AsciiLower("title=100% live\nencoded by=" + encoder + "\n"));
     RunReal({"standard"});
+    const std::string mpc = app.folder / "100% live.mpc";
+    EXPECT_EQ(Probe(mpc, "format_tags=Title"), "100% live\n");
+    EXPECT_EQ(Probe(mpc, "format_tags=Encoded by"), encoder + "\n");
     const std::string decodedPath = app.folder / "decoded.wav";
     EXPECT_EQ(RunToEnd({"mpcdec", {app.folder / "100% live.mpc", decodedPath}, "", "", {}}).status, 0);
     EXPECT_EQ(WaveFile(realApp).GetWaveInfo(decodedPath).Length, 176400 * 2);
