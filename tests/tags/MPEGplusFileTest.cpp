@@ -11,6 +11,7 @@
 namespace zefta::test {
 namespace {
 
+using namespace std::string_literals;
 using MPEGplusFileTest = MPEGplusStage;
 
 // The file.
@@ -182,8 +183,9 @@ TEST_F(MPEGplusFileTest, Read_ID3v1_IsInTheCodePage) {
 }
 
 TEST_F(MPEGplusFileTest, Read_ID3v2TrackThatIsNoNumberOfAByte_Fails) {
-    const std::pair<const char*, int> tracks[] = {{"3/12", 13}, {"x", 13}, {" ", 13},  {"7\0", 0},
-                                                  {"256", 6},   {"-1", 6}, {"255", 0}, {" 7 ", 0}};
+    const std::pair<std::string, int> tracks[] = {{"3/12", 13}, {"x", 13},  {" ", 13},     {"\0"s, 13},
+                                                  {"256", 6},   {"-1", 6},  {"255", 0},    {" 7 ", 0},
+                                                  {"7\0"s, 0},  {"7.5", 0}, {"7\0/12"s, 0}};
     for (const auto& [track, number] : tracks) {
         const ID3Tag tag = Read(Id3v2(TextFrame("TPE1", "A2") + TextFrame("TRCK", track) +
                                           TextFrame("TALB", "L2") + TextFrame("TYER", "1992"),
