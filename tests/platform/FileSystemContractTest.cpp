@@ -152,6 +152,38 @@ TYPED_TEST(FileSystemContract, MoveFile_OnlyCaseDiffers_Renames) {
     EXPECT_EQ(this->Names(), std::vector<std::string>{"A.MP3"});
 }
 
+TYPED_TEST(FileSystemContract, MoveFile_NameIsAlsoThatOfAnotherEntryInAnyCase_Fails58) {
+    this->folder.Write("X.MP3", "1");
+    this->folder.Write("x.mp3", "2");
+    for (const std::string source : {"X.MP3", "x.mp3"}) {
+        for (const std::string target : {"X.MP3", "X.mp3", "x.mp3"})
+            EXPECT_EQ(
+                RuntimeErrorOf([&] { this->files.MoveFile(this->folder / source, this->folder / target); }),
+                58)
+                << source << " " << target;
+    }
+    EXPECT_EQ(this->folder.Read("X.MP3") + this->folder.Read("x.mp3"), "12");
+}
+
+TYPED_TEST(FileSystemContract, MoveFile_NameOfTheSourceInAnotherFolder_Fails58) {
+    this->files.CreateFolder(this->folder / "sub");
+    this->folder.Write("a.mp3", "1");
+    this->folder.Write("sub/a.mp3", "2");
+    for (const std::string target : {"sub/a.mp3", "sub/A.mp3", "SUB/A.mp3"})
+        EXPECT_EQ(
+            RuntimeErrorOf([&] { this->files.MoveFile(this->folder / "a.mp3", this->folder / target); }), 58);
+    EXPECT_EQ(this->folder.Read("a.mp3") + this->folder.Read("sub/a.mp3"), "12");
+}
+
+TYPED_TEST(FileSystemContract, MoveFile_OnlyCaseDiffersByAnotherPathOfTheFolder_Renames) {
+    this->files.CreateFolder(this->folder / "sub");
+    this->folder.Write("sub/a.mp3", "x");
+    std::filesystem::create_directory_symlink("sub", this->folder / "link");
+    this->files.MoveFile(this->folder / "sub/a.mp3", this->folder / "link/A.mp3");
+    EXPECT_EQ(this->folder.Read("sub/A.mp3"), "x");
+    EXPECT_FALSE(this->folder.Exists("sub/a.mp3"));
+}
+
 TYPED_TEST(FileSystemContract, MoveFile_OntoExactlyItself_Fails58) {
     this->folder.Write("a.mp3", "x");
     EXPECT_EQ(RuntimeErrorOf([&] { this->files.MoveFile(this->folder / "a.mp3", this->folder / "a.mp3"); }),

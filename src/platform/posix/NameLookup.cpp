@@ -3,32 +3,12 @@
 #include <algorithm>
 #include <dirent.h>
 #include <memory>
-#include <optional>
 #include <sys/stat.h>
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
 namespace zefta {
-
-namespace {
-
-/// The name in the folder that equals `name` but for case. Of several the first in byte order, so that the
-/// choice does not hang on how the folder lies on disk.
-std::optional<std::string> NameInAnotherCase(const std::string& folder, const std::string& name) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.empty() ? "." : folder.c_str()),
-                                                      closedir);
-    if (!entries) return std::nullopt;
-    const std::string wanted = ToLower(name);
-    std::optional<std::string> found;
-    while (const dirent* entry = readdir(entries.get())) {
-        const std::string candidate = entry->d_name;
-        if (ToLower(candidate) == wanted && (!found || candidate < *found)) found = candidate;
-    }
-    return found;
-}
-
-}  // namespace
 
 bool EntryExists(const std::string& path) {
     struct stat status;
@@ -42,15 +22,29 @@ std::string SpellingOnDisk(const std::string& path) {
         const std::size_t end = std::min(path.find(PathSeparator, start), path.size());
         std::string name = path.substr(start, end - start);
         if (!name.empty() && !EntryExists(spelled + name)) {
-            const auto other = NameInAnotherCase(spelled, name);
-            if (!other) return spelled + path.substr(start);
-            name = *other;
+            // Of several the first in byte order: the choice must not hang on how the folder lies on disk.
+            const std::vector<std::string> others = NamesInAnyCase(spelled, name);
+            if (others.empty()) return spelled + path.substr(start);
+            name = others.front();
         }
         spelled += name;
         if (end < path.size()) spelled += PathSeparator;
         start = end + 1;
     }
     return spelled;
+}
+
+std::vector<std::string> NamesInAnyCase(const std::string& folder, const std::string& name) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.empty() ? "." : folder.c_str()),
+                                                      closedir);
+    std::vector<std::string> names;
+    if (!entries) return names;
+    const std::string wanted = ToLower(name);
+    while (const dirent* entry = readdir(entries.get())) {
+        if (ToLower(entry->d_name) == wanted) names.emplace_back(entry->d_name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 }  // namespace zefta

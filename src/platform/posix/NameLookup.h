@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace zefta {
 
@@ -11,5 +12,9 @@ bool EntryExists(const std::string& path);
 /// name that is not there taken in another case when there is one. Names from the first miss on stay as they
 /// are. Only a path that is not there costs a look into folders.
 std::string SpellingOnDisk(const std::string& path);
+
+/// The names in the folder that equal `name` in all but case, `name` itself among them when it is there, in
+/// byte order. None when the folder can't be read.
+std::vector<std::string> NamesInAnyCase(const std::string& folder, const std::string& name);
 
 }  // namespace zefta
