@@ -60,24 +60,6 @@ FolderEntry EntryOf(const std::string& folder, const dirent& entry) {
     return {entry.d_name, status && S_ISDIR(status->st_mode)};
 }
 
-bool IsSameFolder(const std::string& a, const std::string& b) {
-    FileStatus first;
-    FileStatus second;
-    return stat(a.empty() ? "." : a.c_str(), &first) == 0 &&
-           stat(b.empty() ? "." : b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
-}
-
-/// Whether the name that `source` is to get belongs to an entry in any case. The source itself is none, as
-/// long as its name changes.
-bool IsNameTaken(const std::string& source, const std::string& target) {
-    const std::string name = NamePart(target);
-    std::vector<std::string> names = NamesInAnyCase(FolderPart(target), name);
-    if (NamePart(source) != name && IsSameFolder(FolderPart(source), FolderPart(target)))
-        std::erase(names, NamePart(source));
-    return !names.empty();
-}
-
 bool IsDotEntry(const char* name) {
     return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
 }

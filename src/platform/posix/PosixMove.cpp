@@ -18,12 +18,48 @@ namespace zefta {
 
 namespace {
 
+using FileStatus = struct stat;
+
+bool IsOneFile(const FileStatus& first, const FileStatus& second) {
+    return first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+bool IsSameFolder(const std::string& a, const std::string& b) {
+    FileStatus first;
+    FileStatus second;
+    return stat(a.empty() ? "." : a.c_str(), &first) == 0 &&
+           stat(b.empty() ? "." : b.c_str(), &second) == 0 && IsOneFile(first, second);
+}
+
+/// Whether both paths, exactly as spelled, are one entry of one folder or two names of one file that differ
+/// in nothing but case.
+bool IsSameEntry(const std::string& a, const std::string& b) {
+    FileStatus first;
+    FileStatus second;
+    return ToLower(NamePart(a)) == ToLower(NamePart(b)) && lstat(a.c_str(), &first) == 0 &&
+           lstat(b.c_str(), &second) == 0 && IsOneFile(first, second);
+}
+
+/// Whether the names, all that its folder has for `target` in any case, are the source alone under a spelling
+/// that differs from the target's. On a file system that folds case the source may be given in any.
+bool IsOtherSpelling(const std::string& source, const std::string& target,
+                     const std::vector<std::string>& names) {
+    return names.size() == 1 && names.front() != NamePart(target) &&
+           IsSameFolder(FolderPart(source), FolderPart(target)) &&
+           IsSameEntry(source, JoinPath(FolderPart(target), names.front()));
+}
+
+std::vector<std::string> NamesFor(const std::string& target) {
+    return NamesInAnyCase(FolderPart(target), NamePart(target));
+}
+
 /// One step where the file system can do it, else with a look in between; 0, or -1 with errno set.
 int RenameWithoutReplacing(const std::string& source, const std::string& target) {
     if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return 0;
-    if (errno != EINVAL && errno != ENOSYS) return -1;
+    const bool isUnknownCall = errno == EINVAL || errno == ENOSYS;
+    if (errno != EEXIST && !isUnknownCall) return -1;
     // Two spellings of one entry on a file system that folds case are no collision.
-    if (EntryExists(target) && !IsSameEntry(source, target)) {
+    if ((!isUnknownCall || EntryExists(target)) && !IsOtherSpelling(source, target, NamesFor(target))) {
         errno = EEXIST;
         return -1;
     }
@@ -72,12 +108,9 @@ void MoveAcrossFileSystems(const std::string& source, const std::string& target)
 
 }  // namespace
 
-bool IsSameEntry(const std::string& a, const std::string& b) {
-    if (ToLower(NamePart(a)) != ToLower(NamePart(b))) return false;
-    struct stat first;
-    struct stat second;
-    return lstat(a.c_str(), &first) == 0 && lstat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
+bool IsNameTaken(const std::string& source, const std::string& target) {
+    const std::vector<std::string> names = NamesFor(target);
+    return !names.empty() && !IsOtherSpelling(source, target, names);
 }
 
 void MoveWithoutReplacing(const std::string& source, const std::string& target) {

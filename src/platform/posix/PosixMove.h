@@ -4,8 +4,9 @@
 
 namespace zefta {
 
-/// Whether both paths, exactly as spelled, are one entry of one folder or two names of one file.
-bool IsSameEntry(const std::string& a, const std::string& b);
+/// Whether an entry has, in any case, the name that `target` is to give to `source`. The source itself is
+/// none as long as its spelling changes.
+bool IsNameTaken(const std::string& source, const std::string& target);
 
 /// Gives `source` the path `target`, exactly as spelled, and never takes the place of anything: RuntimeError
 /// 58 when something has that path. Onto another file system a file is copied, brought to the disk, and only
