@@ -22,4 +22,7 @@ void AppendUtf8(std::string& text, char32_t character);
 std::string ToLower(std::string_view text);
 std::string ToUpper(std::string_view text);
 
+/// Whether ToLower gives the same for both. Most texts are told apart by their first letters, at no cost.
+bool EqualsIgnoringCase(std::string_view a, std::string_view b);
+
 }  // namespace zefta

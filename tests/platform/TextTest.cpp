@@ -78,6 +78,17 @@ TEST(Text, Case_AllScripts_AndBytesThatAreNoUtf8Stay) {
     EXPECT_EQ(ToUpper("äбγ é\xFE"), "ÄБΓ É\xFE");
 }
 
+TEST(Text, EqualsIgnoringCase_IsEqualityOfTheLowerCaseTexts) {
+    const std::string texts[] = {"",        "a",     "A",      "ab",         "Ab.MP3", "aB.mp3", "ДОМ.mp3",
+                                 "дом.MP3", "домой", "до\xD0", "до\xD0\xFF", "\xFF",   "\xFE",   "\u212A",
+                                 "k",       "K",     "[",      "{",          "ẞ",      "ß"};
+    for (const std::string& a : texts) {
+        for (const std::string& b : texts)
+            EXPECT_EQ(EqualsIgnoringCase(a, b), ToLower(a) == ToLower(b)) << a << " " << b;
+    }
+    EXPECT_TRUE(EqualsIgnoringCase("\u212A", "k"));
+}
+
 TEST(Paths, Parts_SplitAtTheLastSeparator) {
     EXPECT_EQ(FolderPart("/a/b.wav"), "/a");
     EXPECT_EQ(FolderPart("b.wav"), "");

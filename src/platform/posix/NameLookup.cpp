@@ -39,9 +39,8 @@ std::vector<std::string> NamesInAnyCase(const std::string& folder, const std::st
                                                       closedir);
     std::vector<std::string> names;
     if (!entries) return names;
-    const std::string wanted = ToLower(name);
     while (const dirent* entry = readdir(entries.get())) {
-        if (ToLower(entry->d_name) == wanted) names.emplace_back(entry->d_name);
+        if (EqualsIgnoringCase(entry->d_name, name)) names.emplace_back(entry->d_name);
     }
     std::sort(names.begin(), names.end());
     return names;

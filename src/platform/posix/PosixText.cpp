@@ -21,6 +21,21 @@ char AsciiToUpper(char character) {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A')) : character;
 }
 
+char32_t CharacterToLower(char32_t character) {
+    if (character < 0x80) return static_cast<unsigned char>(AsciiToLower(static_cast<char>(character)));
+    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
+}
+
+/// The character at the position, which moves behind it, in lower case. A byte that is no UTF-8 is a number
+/// beyond all characters.
+char32_t NextLower(std::string_view text, std::size_t& position) {
+    constexpr char32_t BeyondAll = 0x110000;
+    const auto byte = static_cast<unsigned char>(text[position]);
+    if (byte < 0x80) return static_cast<unsigned char>(AsciiToLower(text[position++]));
+    const auto character = NextCharacter(text, position);
+    return character ? CharacterToLower(*character) : BeyondAll + byte;
+}
+
 std::string MapAscii(std::string_view text, char (*fold)(char)) {
     std::string mapped(text);
     for (char& character : mapped) character = fold(character);
@@ -46,10 +61,7 @@ std::string Map(std::string_view text, Fold fold) {
 
 std::string ToLower(std::string_view text) {
     if (IsAscii(text)) return MapAscii(text, AsciiToLower);
-    return Map(text, [](char32_t character) -> char32_t {
-        if (character < 0x80) return static_cast<unsigned char>(AsciiToLower(static_cast<char>(character)));
-        return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
-    });
+    return Map(text, CharacterToLower);
 }
 
 std::string ToUpper(std::string_view text) {
@@ -58,6 +70,15 @@ std::string ToUpper(std::string_view text) {
         if (character < 0x80) return static_cast<unsigned char>(AsciiToUpper(static_cast<char>(character)));
         return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), UnicodeLocale()));
     });
+}
+
+bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+    std::size_t inA = 0;
+    std::size_t inB = 0;
+    while (inA < a.size() && inB < b.size()) {
+        if (NextLower(a, inA) != NextLower(b, inB)) return false;
+    }
+    return inA == a.size() && inB == b.size();
 }
 
 }  // namespace zefta
