@@ -1,7 +1,8 @@
 // The outside tools of today: an encoder and a decoder of MPEGplus, and two readers of tags.
 
+#include <algorithm>
 #include <cmath>
-#include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -55,18 +56,23 @@ class RealMPEGplusTest : public ::testing::Test {
 
     Facts FactsOf(const std::string& name) {
         const std::string text = Run("mpcdec", {"-i", name});
-        const auto after = [&](const std::string& pattern) {
-            std::smatch match;
-            EXPECT_TRUE(std::regex_search(text, match, std::regex(pattern))) << pattern << " in " << text;
-            return match.empty() ? std::string("0") : match[1].str();
+        // The first word behind a label.
+        const auto after = [&](const std::string& label) {
+            const std::size_t at = text.find(label);
+            EXPECT_NE(at, std::string::npos) << label << " in " << text;
+            std::istringstream rest(at == std::string::npos ? "0" : text.substr(at + label.size()));
+            std::string word;
+            rest >> word;
+            return word;
         };
-        return {.profile = after("profile: '?([A-Za-z.]+)"),
-                .version = std::stoi(after("stream version ([0-9]+)")),
-                .channels = std::stoi(after("channels: ([0-9]+)")),
-                .rate = std::stoi(after("samplerate: ([0-9]+) Hz")),
-                .samples = std::stod(after("\\(([0-9]+) samples\\)")),
-                .kbps = std::stod(after("average bitrate: +([0-9.]+) kbps")),
-                .midSide = after("mid/side stereo: (on|off)") == "on"};
+        const std::string length = text.substr(std::min(text.find("length: "), text.size()));
+        return {.profile = after("profile: "),
+                .version = std::stoi(after("stream version ")),
+                .channels = std::stoi(after("channels: ")),
+                .rate = std::stoi(after("samplerate: ")),
+                .samples = std::stod(length.substr(std::min(length.find('(') + 1, length.size()))),
+                .kbps = std::stod(after("average bitrate: ")),
+                .midSide = after("mid/side stereo: ") == "on"};
     }
 
     /// The whole WAV file that the decoder makes of it.
@@ -93,6 +99,10 @@ class RealMPEGplusTest : public ::testing::Test {
     CodePage ansi = LoadCodePage(1252);
     int encoded = 0;
 };
+
+std::string Quoted(const std::string& text) {
+    return "'" + text + "'";
+}
 
 void ExpectMeasures(const ID3Tag& tag, const Facts& facts) {
     const double seconds = facts.samples / facts.rate;
@@ -136,7 +146,7 @@ TEST_F(RealMPEGplusTest, Read_Profiles_AreTheOnesThatTheDecoderNames) {
     for (const Profile& profile : profiles) {
         const std::string name = Encode(100000, profile.options);
         const Facts facts = FactsOf(name);
-        EXPECT_EQ(facts.profile, profile.name);
+        EXPECT_EQ(facts.profile, Quoted(profile.name));
         EXPECT_EQ(Read(name).MPEGplusExtension.StreamProfile, profile.number) << profile.name;
         ExpectMeasures(Read(name), facts);
     }
@@ -180,7 +190,7 @@ TEST_F(RealMPEGplusTest, Read_Version7Header_SaysWhatTheDecoderSays) {
         const ID3Tag tag = Read("7.mpc");
         const char* names[] = {"", "Thumb", "Radio", "Standard", "Extreme", "Insane"};
         EXPECT_EQ(tag.MPEGplusExtension.StreamVersion, facts.version);
-        EXPECT_EQ(names[tag.MPEGplusExtension.StreamProfile], facts.profile);
+        EXPECT_EQ(Quoted(names[tag.MPEGplusExtension.StreamProfile]), facts.profile);
         EXPECT_EQ(tag.ChannelMode == 1, facts.midSide);
         // The decoder leaves out a part of the last frame.
         EXPECT_NEAR(tag.Seconds, facts.samples / facts.rate, 0.5 + 1152.0 / 44100);
@@ -246,7 +256,7 @@ class RealTagTest : public RealMPEGplusTest {
 };
 
 TEST_F(RealTagTest, Set_NewTag_IsReadByOthersAndTheAudioStays) {
-    for (const std::size_t samples : {200U, 44100U, 321930U}) {
+    for (const std::size_t samples : {200U, 100000U}) {
         const std::string name = Encode(samples);
         const Facts facts = FactsOf(name);
         const std::string decoded = Decoded(name);
