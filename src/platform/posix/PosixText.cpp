@@ -26,14 +26,14 @@ char32_t CharacterToLower(char32_t character) {
     return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
 }
 
-/// The character at the position, which moves behind it, in lower case. A byte that is no UTF-8 is a number
-/// beyond all characters.
-char32_t NextLower(std::string_view text, std::size_t& position) {
+/// The character at the position, which moves behind it. A byte that is no UTF-8 is a number beyond all
+/// characters.
+char32_t NextCharacterOrByte(std::string_view text, std::size_t& position) {
     constexpr char32_t BeyondAll = 0x110000;
     const auto byte = static_cast<unsigned char>(text[position]);
-    if (byte < 0x80) return static_cast<unsigned char>(AsciiToLower(text[position++]));
-    const auto character = NextCharacter(text, position);
-    return character ? CharacterToLower(*character) : BeyondAll + byte;
+    if (byte >= 0x80) return NextCharacter(text, position).value_or(BeyondAll + byte);
+    ++position;
+    return byte;
 }
 
 std::string MapAscii(std::string_view text, char (*fold)(char)) {
@@ -76,7 +76,9 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
     std::size_t inA = 0;
     std::size_t inB = 0;
     while (inA < a.size() && inB < b.size()) {
-        if (NextLower(a, inA) != NextLower(b, inB)) return false;
+        const char32_t inFirst = NextCharacterOrByte(a, inA);
+        const char32_t inSecond = NextCharacterOrByte(b, inB);
+        if (inFirst != inSecond && CharacterToLower(inFirst) != CharacterToLower(inSecond)) return false;
     }
     return inA == a.size() && inB == b.size();
 }
