@@ -93,12 +93,17 @@ TEST_F(EncodeTest, ModeWithoutACommand_RunsNothing) {
 
 TEST_F(EncodeTest, DoubledSeparators_AreCleanedInEveryCommand) {
     app.state.TrimSilence = true;
-    EncodeFile(app, {"a.wav", "/m//sub//a.wav", ""});
+    for (const bool mpegPlus : {false, true}) {
+        app.state.UseMPEGplus = mpegPlus;
+        EncodeFile(app, {"a.wav", "/m//sub//a.wav", ""});
+    }
+    ASSERT_EQ(app.processes.runs.size(), 4U);
     for (const auto& run : app.processes.runs) {
         EXPECT_NE(run.commandLine.find("\"/m/sub/a.wav\""), std::string::npos);
         EXPECT_EQ(run.commandLine.find("//"), std::string::npos);
     }
     EXPECT_TRUE(app.processes.runs[1].commandLine.ends_with(" \"a.MP3\""));
+    EXPECT_TRUE(app.processes.runs[3].commandLine.ends_with(" \"a.mpc\""));
 }
 
 TEST_F(EncodeTest, Mp3Output_GetsBothTags) {
