@@ -17,6 +17,15 @@ std::string MoveToBackup(FileSystem& files, const std::string& path) {
     return backup;
 }
 
+void TakeBackupBack(FileSystem& files, const std::string& path) {
+    try {
+        files.DeleteFile(path, Force::Yes);
+        files.MoveFile(BackupPath(files, path), path);
+    } catch (const RuntimeError&) {
+        // The failure that brought us here is the one to tell.
+    }
+}
+
 void DropBackup(FileSystem& files, const std::string& path) {
     const auto file = files.OpenRead(path);
     if (!file) return;

@@ -14,6 +14,10 @@ std::string BackupPath(const FileSystem& files, const std::string& path);
 /// changed, when it is read-only.
 std::string MoveToBackup(FileSystem& files, const std::string& path);
 
+/// Puts the backup in the place of a file that could not be written to its end: a second try would take that
+/// one for the original and delete the only whole copy. Where that is refused too, both stay.
+void TakeBackupBack(FileSystem& files, const std::string& path);
+
 /// Deletes the backup once the rewritten file is on the disk: its only other copy goes last. A backup that
 /// can't be deleted stays.
 void DropBackup(FileSystem& files, const std::string& path);

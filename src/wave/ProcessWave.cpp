@@ -120,7 +120,14 @@ std::int32_t WaveFile::ProcessWave(bool normalize) {
     if (!file) return CannotCreate;
 
     if (!rewrite.WouldChangeNothing()) {
-        rewrite.Write(*backup, *file);
+        try {
+            rewrite.Write(*backup, *file);
+        } catch (...) {
+            backup.reset();
+            file.reset();
+            TakeBackupBack(app_.files, path);
+            throw;
+        }
         app_.files.CopyAttributes(backupPath, path);
         return Done;
     }

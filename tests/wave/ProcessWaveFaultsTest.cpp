@@ -95,7 +95,15 @@ TEST(ProcessWaveFaults, NewFile_CannotBeCreated_Is2AndTheBackupStaysUnderItsName
     EXPECT_TRUE(faulty.Holds("a.wav.BAK", source));
 }
 
-TEST(ProcessWaveFaults, FullDisk_LeavesBothFiles) {
+TEST(ProcessWaveFaults, FullDisk_PutsTheFormerFileBackSoThatASecondTryLosesNothing) {
+    const std::string source = Wav().Silence(600).Tone(2 * Block).Bytes();
+    FaultyWave faulty;
+    EXPECT_EQ(faulty.Run(source, {FaultPlan::Mode::OnlyTheNth, 6, ErrorNumber::DiskFull}), -1);
+    EXPECT_TRUE(faulty.Holds("a.wav", source));
+    EXPECT_FALSE(faulty.stage.app.folder.Exists("a.wav.BAK"));
+}
+
+TEST(ProcessWaveFaults, DiskThatTakesNothingMore_LeavesBothFiles) {
     const std::string source = Wav().Silence(600).Tone(2 * Block).Bytes();
     FaultyWave faulty;
     EXPECT_EQ(faulty.Run(source, {FaultPlan::Mode::FromTheNthOn, 6, ErrorNumber::DiskFull}), -1);
