@@ -1,7 +1,9 @@
 #include "tags/OggFile.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
+#include <span>
 
 #include "core/ByteCodec.h"
 #include "core/Numbers.h"
@@ -14,9 +16,10 @@ namespace {
 
 constexpr std::string_view PageMarker = "OggS";
 constexpr std::string_view CodecName = "vorbis";
-/// Behind the marker of the first page; the comments are looked for here.
-constexpr std::int32_t HeadLength = 4096;
-constexpr std::int32_t TailLength = 8192;
+/// The marker of the first page and 4096 bytes, in which the comments are looked for.
+constexpr std::size_t HeadLength = PageMarker.size() + 4096;
+/// In which the last page is looked for.
+constexpr std::size_t TailLength = 8192;
 /// Offsets in a page (RFC 3533 section 6).
 constexpr std::size_t GranulePosition = 6;
 constexpr std::size_t PageNumber = 18;
@@ -88,27 +91,33 @@ void ReadMeasures(std::string_view tail, ID3Tag& tag) {
     tag.OggVorbisExtension.PagesCount = ByteCodec::ToLong(page.Take(4));
 }
 
+/// What the file has at its position, as much of it as fits.
+std::string_view ReadInto(std::span<char> block, BinaryFile& file) {
+    return {block.data(), file.Read(std::as_writable_bytes(block))};
+}
+
 }  // namespace
 
 void ReadOGGFile(const FileReading& reading, const std::string& path, ID3Tag& tag) {
-    auto opened = reading.files.OpenReadOnly(path);
-    if (!opened) {
+    const auto file = reading.files.OpenReadOnly(path);
+    if (!file) {
         tag.Path.clear();
         return;
     }
-    constexpr auto MarkerLength = static_cast<std::int32_t>(PageMarker.size());
-    BufferedFile file(std::move(opened), {MarkerLength + HeadLength, TailLength});
     tag.Path = PathOfRecord(path);
-    tag.Length = file.Size();
+    tag.Length = file->Size();
     tag.Bitrate = 0;
     tag.VBR = false;
     tag.Seconds = 0;
-    if (file.ReadBytes(MarkerLength) == PageMarker) {
+    std::array<char, std::max(HeadLength, TailLength)> block;
+    const std::string_view head = ReadInto(std::span(block).first<HeadLength>(), *file);
+    if (head.starts_with(PageMarker)) {
         tag.IsOggVorbisFile = true;
-        ReadComments(file.ReadBytes(HeadLength), tag, reading.ansi);
-        if (file.Seek(-TailLength, SeekFrom::End)) ReadMeasures(file.ReadBytes(TailLength), tag);
+        ReadComments(head.substr(PageMarker.size()), tag, reading.ansi);
+        if (file->Seek(-static_cast<std::int32_t>(TailLength), SeekFrom::End))
+            ReadMeasures(ReadInto(std::span(block).first<TailLength>(), *file), tag);
     }
-    tag.ReadOnly = file.IsReadOnly();
+    tag.ReadOnly = file->IsReadOnly();
     tag.AllowEdits = true;
 }
 
