@@ -18,10 +18,17 @@ constexpr std::size_t SizeDigits = 6;
 constexpr std::size_t IdentifierLength = 3;
 constexpr std::size_t FieldHeaderLength = 8;
 
-/// The whole number in front of the marker; the size is held in 16 bits.
+/// Sizes and lengths are digits alone: no sign, blank, fraction or other form of a number.
+std::int32_t NumberOfDigits(std::string_view digits) {
+    const bool areDigits = digits.find_first_not_of("0123456789") == std::string_view::npos;
+    if (!areDigits) throw RuntimeError(ErrorNumber::TypeMismatch);
+    return WholeNumber(digits);
+}
+
+/// The number in front of the marker; the size is held in 16 bits.
 std::int16_t BlockSize(std::string_view window, std::size_t marker) {
     if (marker < SizeDigits) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
-    return ToI16(std::int64_t{WholeNumber(window.substr(marker - SizeDigits, SizeDigits))});
+    return ToI16(std::int64_t{NumberOfDigits(window.substr(marker - SizeDigits, SizeDigits))});
 }
 
 /// Walks the fields (Lyrics3 v2.00: identifier of 3 letters, length of 5 digits, value).
@@ -31,8 +38,7 @@ void ReadFields(std::string_view fields, LyricsExtension& lyrics, const CodePage
         const std::string_view identifier = rest.substr(0, IdentifierLength);
         const std::string_view digits =
             rest.size() > IdentifierLength ? rest.substr(IdentifierLength, 5) : std::string_view();
-        const std::int32_t length = WholeNumber(digits);
-        if (length < 0) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+        const std::int32_t length = NumberOfDigits(digits);
         const std::string_view value = rest.substr(std::min(FieldHeaderLength, rest.size()));
         const std::string text = Trim(ansi.Decode(value.substr(0, static_cast<std::size_t>(length))));
         if (identifier == "ETT") lyrics.TrackTitle = text;

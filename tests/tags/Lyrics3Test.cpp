@@ -84,13 +84,23 @@ TEST_F(Lyrics3Test, FieldLengthNotNumeric_Fails13) {
     EXPECT_EQ(ErrorOf(Audio(500) + Block("ETTxxxxxHello")), 13);
 }
 
+TEST_F(Lyrics3Test, SizeOrLengthOfAnythingButDigits_Fails13) {
+    for (const std::string digits : {"0024.0", "+00024", "-00024", " 00024", "00024 ", "0x0018", "2.4e01"})
+        EXPECT_EQ(ErrorOf(Audio(500) + "LYRICSBEGINETT00005Hello" + digits + "LYRICS200"), 13) << digits;
+    for (const std::string digits : {"005.0", "+0005", "-0005", " 0005", "0005 ", "5e000"})
+        EXPECT_EQ(ErrorOf(Audio(500) + Block("ETT" + digits + "Hello")), 13) << digits;
+}
+
+TEST_F(Lyrics3Test, FieldThatEndsBeforeItsLength_Fails13) {
+    EXPECT_EQ(ErrorOf(Audio(500) + Block("ETT00005HelloEAR")), 13);
+    EXPECT_EQ(ErrorOf(Audio(500) + Block("ETT00005HelloEA")), 13);
+}
+
 TEST_F(Lyrics3Test, HostileLengths_EndInACodeOrFailure) {
-    EXPECT_EQ(ErrorOf(Audio(500) + Block("ETT-0005Hello")), 5);
     EXPECT_TRUE(Read(Audio(500) + Block("ETT99999Hello")));
     EXPECT_EQ(tag.LyricsExtension.TrackTitle, "Hello");
     EXPECT_TRUE(Read("000010LYRICS200"));
     EXPECT_TRUE(Read("030000LYRICS200"));
-    EXPECT_TRUE(Read("-00005LYRICS200"));
 }
 
 }  // namespace
