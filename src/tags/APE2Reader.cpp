@@ -103,7 +103,7 @@ bool ReadAPE2(BinaryFile& file, ID3Tag& tag, UnknownContent unknown) {
     extension.TagSize = header->size;
     const std::int32_t end = file.Size();
     Stretch items{end - footer->size, end - APEBlockSize};
-    for (std::int32_t n = 0; n < header->count && items.start < items.end; ++n) {
+    for (std::int32_t n = 0; n < header->count; ++n) {
         const std::optional<ItemPlace> item = ItemAt(file, items);
         if (!item) break;
         TakeItem(file, *item, tag, unknown);

@@ -228,6 +228,14 @@ TEST_F(APE2ReaderTest, Read_TagWithoutHeader_GivesItsSizeAndNoItems) {
     EXPECT_EQ(tag.ID3v2Extension.MajorVersion, 3);
 }
 
+TEST_F(APE2ReaderTest, Read_FooterThatKnowsOfNoHeader_GivesNoItems) {
+    for (const int flags : {0x00, 0x20, 0x7F}) {
+        const ID3Tag tag = Read(Ape().Item("Artist", "A").FooterFlags(static_cast<std::uint8_t>(flags)));
+        EXPECT_TRUE(found);
+        EXPECT_EQ(tag.Artist, "");
+    }
+}
+
 TEST_F(APE2ReaderTest, Read_UnusableHeader_GivesNoItems) {
     const Ape whole = Ape().Item("Artist", "A");
     std::string noMarker = whole.Bytes();

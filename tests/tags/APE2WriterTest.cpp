@@ -244,6 +244,19 @@ TEST_F(APE2WriterTest, Set_OldTagOfImpossibleSize_CountsAsAnID3v1Tag) {
     }
 }
 
+TEST_F(APE2WriterTest, Set_FooterOfImpossibleSizeThatHoldsAnotherMarker_CountsAsAnID3v1Tag) {
+    std::string footer = ApeBlock{.size = 100000}.Bytes();
+    footer.replace(16, 8, "APETAGEX");
+    EXPECT_EQ(Set(audio + footer, ArtistRecord()),
+              (audio + footer).substr(0, audio.size() + 32 - 128) + artistTag);
+}
+
+TEST_F(APE2WriterTest, Set_BytesBehindTheSameTag_AreCutOff) {
+    const auto size = static_cast<std::int32_t>(artistTag.size()) + 4;
+    EXPECT_EQ(Set(audio + artistTag + "junk" + ApeBlock{.size = size}.Bytes(), ArtistRecord()),
+              audio + artistTag);
+}
+
 TEST_F(APE2WriterTest, Set_FooterThatSaysSizeZero_IsTakenForTheTag) {
     EXPECT_EQ(Set(audio + ApeBlock{.size = 0}.Bytes(), ArtistRecord()), audio + artistTag);
 }
