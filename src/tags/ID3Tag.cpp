@@ -31,9 +31,12 @@ void OggVorbisExtension::addExCom(const std::string& text) {
     if (!text.empty()) ExComs.push_back(text);
 }
 
+bool OggVorbisExtension::HasLine(std::int16_t index) const {
+    return index >= 1 && static_cast<std::size_t>(index) <= ExComs.size();
+}
+
 std::string OggVorbisExtension::getExComValue(std::int16_t index) const {
-    return index >= 1 && index <= getExComCount() ? ExComs[static_cast<std::size_t>(index) - 1]
-                                                  : std::string();
+    return HasLine(index) ? ExComs[static_cast<std::size_t>(index) - 1] : std::string();
 }
 
 std::string OggVorbisExtension::getExComInOneString() const {
@@ -50,7 +53,7 @@ std::int16_t OggVorbisExtension::getExComCount() const {
 }
 
 void OggVorbisExtension::removeExCom(std::int16_t index) {
-    if (index >= 1 && index <= getExComCount()) ExComs.erase(ExComs.begin() + (index - 1));
+    if (HasLine(index)) ExComs.erase(ExComs.begin() + (index - 1));
 }
 
 void OggVorbisExtension::removeAllExCom() {

@@ -70,12 +70,15 @@ class OggVorbisExtension {
     std::string getExComValue(std::int16_t index) const;
     /// All lines with one NUL between two of them.
     std::string getExComInOneString() const;
+    /// RuntimeError 6 when there are more than 32767.
     std::int16_t getExComCount() const;
     /// An index out of range does nothing.
     void removeExCom(std::int16_t index);
     void removeAllExCom();
 
   private:
+    bool HasLine(std::int16_t index) const;
+
     std::vector<std::string> ExComs;
 };
 

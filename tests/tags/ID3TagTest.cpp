@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/ExpectRuntimeError.h"
 #include "tags/ID3Tag.h"
 
 namespace zefta::test {
@@ -53,6 +54,18 @@ TEST(OggVorbisExtension, ExComs_CountFrom1AndForgiveAnyIndex) {
     EXPECT_EQ(comments.getExComInOneString(), "B=2");
     comments.removeAllExCom();
     EXPECT_EQ(comments.getExComCount(), 0);
+}
+
+TEST(OggVorbisExtension, ExComs_BeyondTheCountsRange_AreStillReachedUpToIt) {
+    OggVorbisExtension comments;
+    for (int i = 1; i <= 32770; ++i) comments.addExCom("K=" + std::to_string(i));
+    EXPECT_EQ(RuntimeErrorOf([&] { static_cast<void>(comments.getExComCount()); }), 6);
+    EXPECT_EQ(comments.getExComValue(1), "K=1");
+    EXPECT_EQ(comments.getExComValue(32767), "K=32767");
+    EXPECT_EQ(comments.getExComValue(0), "");
+    for (int i = 0; i < 3; ++i) comments.removeExCom(1);
+    EXPECT_EQ(comments.getExComCount(), 32767);
+    EXPECT_EQ(comments.getExComValue(1), "K=4");
 }
 
 TEST(ID3v2Extension, GetTagSize_Fresh_Is115_AndGenreAndMixDoNotCount) {
