@@ -11,7 +11,7 @@
 namespace zefta {
 
 /// Reads the tag at the start of the file; tag.ID3v2Present tells whether there is one. Leaves the position
-/// behind the tag, or at 0.
+/// behind the tag, or at 0. UnknownFrames of the record is what this tag holds, whatever stood there.
 void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi,
                UnknownContent unknown = UnknownContent::Keep);
 

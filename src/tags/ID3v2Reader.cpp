@@ -87,6 +87,7 @@ void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi, UnknownConte
     ReadHeader(file.ReadBytes(7), extension);
     const std::int32_t surplus = extension.bFooterPresent != 0 ? 20 : 10;
     FrameArea area(file, extension.TagSize + surplus);
+    extension.UnknownFrames.clear();
     ReadFrames(area, extension, ansi, unknown);
     file.Seek(extension.TagSize + ID3v2HeaderSize, SeekFrom::Start);
 }

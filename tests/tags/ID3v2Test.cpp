@@ -163,6 +163,18 @@ TEST_F(ID3v2Test, Read_UnknownFrames_AreKeptInOrder_EmptyOnesPassedOver) {
     EXPECT_EQ(tag.Artist, "A");
 }
 
+TEST_F(ID3v2Test, Read_UnknownFrames_TakeThePlaceOfWhatTheRecordHeld) {
+    const std::string priv = RawFrame("PRIV", "x");
+    const auto file = files.OpenReadOnly(folder.Write("r.mp3", Id3v2(priv, 100)));
+    ID3Tag tag;
+    for (int i = 0; i < 2; ++i) {
+        ReadID3v2(*file, tag, ansi);
+        EXPECT_EQ(tag.ID3v2Extension.UnknownFrames, priv);
+    }
+    ReadID3v2(*file, tag, ansi, UnknownContent::PassOver);
+    EXPECT_EQ(tag.ID3v2Extension.UnknownFrames, "");
+}
+
 TEST_F(ID3v2Test, Read_ExtendedHeader_IsPassedOver) {
     const std::string extended = "\0\0\0\x0A"s + std::string(6, 'e');
     EXPECT_EQ(Read(Id3v2(extended + TextFrame("TPE1", "A"), 500, 64)).ID3v2Extension.Artist, "A");
