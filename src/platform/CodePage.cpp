@@ -10,18 +10,27 @@ namespace zefta {
 namespace {
 
 struct LanguageCodePage {
+    /// With its script where a language is written in two.
     std::string_view language;
     int codePage;
 };
 
 /// As Windows assigns them; every language that is not here has 1252.
 constexpr LanguageCodePage LanguageCodePages[] = {
-    {"ru", 1251}, {"uk", 1251}, {"be", 1251}, {"bg", 1251}, {"mk", 1251}, {"sr", 1251}, {"kk", 1251},
-    {"ky", 1251}, {"mn", 1251}, {"tt", 1251}, {"pl", 1250}, {"cs", 1250}, {"sk", 1250}, {"hu", 1250},
-    {"sl", 1250}, {"hr", 1250}, {"ro", 1250}, {"sq", 1250}, {"bs", 1250}, {"el", 1253}, {"tr", 1254},
-    {"az", 1254}, {"uz", 1254}, {"he", 1255}, {"yi", 1255}, {"ar", 1256}, {"fa", 1256}, {"ur", 1256},
-    {"lt", 1257}, {"lv", 1257}, {"et", 1257}, {"vi", 1258}, {"th", 874},
+    {"ru", 1251}, {"uk", 1251}, {"be", 1251},       {"bg", 1251},          {"mk", 1251}, {"sr", 1251},
+    {"kk", 1251}, {"ky", 1251}, {"mn", 1251},       {"tt", 1251},          {"pl", 1250}, {"cs", 1250},
+    {"sk", 1250}, {"hu", 1250}, {"sl", 1250},       {"hr", 1250},          {"ro", 1250}, {"sq", 1250},
+    {"bs", 1250}, {"el", 1253}, {"tr", 1254},       {"az", 1254},          {"uz", 1254}, {"he", 1255},
+    {"yi", 1255}, {"ar", 1256}, {"fa", 1256},       {"ur", 1256},          {"lt", 1257}, {"lv", 1257},
+    {"et", 1257}, {"vi", 1258}, {"th", 874},        {"tg", 1251},          {"ba", 1251}, {"sah", 1251},
+    {"tk", 1250}, {"ug", 1256}, {"sr@latin", 1250}, {"uz@cyrillic", 1251},
 };
+
+const LanguageCodePage* RowOf(std::string_view language) {
+    const auto found = std::find_if(std::begin(LanguageCodePages), std::end(LanguageCodePages),
+                                    [&](const LanguageCodePage& row) { return row.language == language; });
+    return found == std::end(LanguageCodePages) ? nullptr : found;
+}
 
 }  // namespace
 
@@ -60,10 +69,11 @@ const std::vector<int>& KnownCodePages() {
 }
 
 int CodePageOfLanguage(std::string_view languageTag) {
-    const std::string_view language = languageTag.substr(0, languageTag.find_first_of("_-.@"));
-    const auto found = std::find_if(std::begin(LanguageCodePages), std::end(LanguageCodePages),
-                                    [&](const LanguageCodePage& row) { return row.language == language; });
-    return found == std::end(LanguageCodePages) ? 1252 : found->codePage;
+    const std::string language(languageTag.substr(0, languageTag.find_first_of("_-.@")));
+    const std::string_view script = languageTag.substr(std::min(languageTag.find('@'), languageTag.size()));
+    const LanguageCodePage* row = RowOf(language + std::string(script));
+    if (row == nullptr) row = RowOf(language);
+    return row == nullptr ? 1252 : row->codePage;
 }
 
 }  // namespace zefta

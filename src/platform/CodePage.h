@@ -39,7 +39,8 @@ const std::vector<int>& KnownCodePages();
 /// The code page of that number; 1252 for a number that has no 8-bit table.
 CodePage LoadCodePage(int number);
 
-/// The number of the code page that belongs to a language tag such as "ru_RU.UTF-8"; 1252 when unknown.
+/// The number of the code page that belongs to a language tag such as "ru_RU.UTF-8" or "sr_RS@latin"; 1252
+/// when unknown.
 int CodePageOfLanguage(std::string_view languageTag);
 
 }  // namespace zefta

@@ -57,12 +57,22 @@ TEST(CodePage, ToText_ValidUtf8Stays_OtherBytesAreDecoded) {
 }
 
 TEST(CodePage, OfLanguage_IsTheOneWindowsAssigns) {
+    const std::pair<const char*, int> rows[] = {{"ru_RU.UTF-8", 1251}, {"uk", 1251},    {"bg_BG", 1251},
+                                                {"pl_PL", 1250},       {"cs", 1250},    {"el_GR", 1253},
+                                                {"tr_TR", 1254},       {"he_IL", 1255}, {"ar", 1256},
+                                                {"lt_LT", 1257},       {"vi", 1258},    {"th_TH", 874},
+                                                {"tg_TJ", 1251},       {"ba_RU", 1251}, {"sah_RU", 1251},
+                                                {"tk_TM", 1250},       {"ug_CN", 1256}, {"en_US.UTF-8", 1252},
+                                                {"de_DE", 1252},       {"C", 1252},     {"", 1252},
+                                                {"ja_JP", 1252}};
+    for (const auto& [language, page] : rows) EXPECT_EQ(CodePageOfLanguage(language), page) << language;
+}
+
+TEST(CodePage, OfLanguageInTwoScripts_IsTheOneOfTheScript) {
     const std::pair<const char*, int> rows[] = {
-        {"ru_RU.UTF-8", 1251}, {"uk", 1251},    {"bg_BG", 1251}, {"pl_PL", 1250},
-        {"cs", 1250},          {"el_GR", 1253}, {"tr_TR", 1254}, {"he_IL", 1255},
-        {"ar", 1256},          {"lt_LT", 1257}, {"vi", 1258},    {"th_TH", 874},
-        {"en_US.UTF-8", 1252}, {"de_DE", 1252}, {"C", 1252},     {"", 1252},
-        {"ja_JP", 1252}};
+        {"sr_RS", 1251},      {"sr_RS.UTF-8@latin", 1250},    {"sr_ME@latin", 1250},
+        {"uz_UZ", 1254},      {"uz_UZ.UTF-8@cyrillic", 1251}, {"uz@cyrillic", 1251},
+        {"de_DE@euro", 1252}, {"ru_RU@latin", 1251}};
     for (const auto& [language, page] : rows) EXPECT_EQ(CodePageOfLanguage(language), page) << language;
 }
 
