@@ -19,10 +19,12 @@ void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi,
 /// estimate says that it fits, else into a new file that takes the old one's place. Does nothing for a file
 /// that is no MP3 by name. tag.Path is "" when the file can't be opened or rebuilt.
 /// Run-time failures: 5 when the frames overrun the tag's old place, 6 when more than 32767 bytes are to be
-/// filled up; the frames stand in the file then.
+/// filled up; the frames stand in the file then. 5, with the file untouched, when the old tag reaches beyond
+/// the end of the file.
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
 
-/// Takes the tag off the file at tag.Path; true when there was one.
+/// Takes the tag off the file at tag.Path; true when there was one. RuntimeError 5, with the file untouched,
+/// when the tag reaches beyond the end of the file.
 bool RemoveID3v2(FileSystem& files, const ID3Tag& tag);
 
 /// One text frame with its header and encoding byte. The text is trimmed of blanks.

@@ -49,12 +49,15 @@ RenderedTag RenderTag(const ID3v2Extension& tag, std::int32_t size, const CodePa
     return rendered;
 }
 
-/// Size field of the tag at the start of the file; nothing when there is no tag.
+/// Size field of the tag at the start of the file; nothing when there is no tag. RuntimeError 5 for a tag
+/// that reaches beyond the end of the file: nobody knows where the audio begins.
 std::optional<std::int32_t> OldTagSize(BinaryFile& file) {
     file.Seek(0, SeekFrom::Start);
     if (file.ReadBytes(3) != Marker) return std::nullopt;
     file.Seek(SizePosition, SeekFrom::Start);
-    return ByteCodec::SyncSafeToLong(file.ReadBytes(4));
+    const std::int32_t size = ByteCodec::SyncSafeToLong(file.ReadBytes(4));
+    if (Add(size, ID3v2HeaderSize) > file.Size()) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    return size;
 }
 
 void WriteWhereItDiffers(BinaryFile& file, const std::string& bytes) {

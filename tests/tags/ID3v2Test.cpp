@@ -347,6 +347,44 @@ TEST_F(ID3v2Test, Set_MoreThan32767BytesToFill_Fails6WithTheFramesWritten) {
     EXPECT_EQ(folder.Read("w.mp3"), Id3v2(TwelveFrames({}, ""), 33100) + audio);
 }
 
+TEST_F(ID3v2Test, Set_OldTagThatReachesBeyondTheFile_Fails5AndTouchesNothing) {
+    const std::string whole = Id3v2(TextFrame("TPE1", "A"), 300) + audio.substr(0, 50);
+    for (const std::string& old : {Id3v2("", 361).substr(0, 10) + whole.substr(10), whole.substr(0, 309),
+                                   "ID3\3"s, "ID3\3\0\0\x7F\x7F\x7F\x7F"s + audio}) {
+        for (const std::size_t length : {0U, 5000U}) {
+            ID3Tag tag;
+            tag.ID3v2Extension.Comments = std::string(length, 'c');
+            EXPECT_EQ(RuntimeErrorOf([&] { Set(old, tag); }), 5);
+            EXPECT_EQ(folder.Read("w.mp3"), old);
+            EXPECT_FALSE(folder.Exists("w.mp3.tmp"));
+        }
+    }
+}
+
+TEST_F(ID3v2Test, Set_OldTagThatFillsTheFile_IsRewritten) {
+    ID3Tag tag;
+    EXPECT_EQ(Set(Id3v2("", 300), tag), Id3v2(TwelveFrames({}, ""), 300));
+    EXPECT_EQ(Set(Id3v2("", 20), tag), Id3v2(TwelveFrames({}, ""), 502));
+}
+
+TEST_F(ID3v2Test, Remove_TagThatReachesBeyondTheFile_Fails5AndTouchesNothing) {
+    ID3Tag tag;
+    for (const std::string& old :
+         {"ID3\3\0\0\x7F\x7F\x7F\x7F"s + audio, Id3v2("", 300).substr(0, 309), "ID3"s}) {
+        tag.Path = folder.Write("a.mp3", old);
+        EXPECT_EQ(RuntimeErrorOf([&] { RemoveID3v2(files, tag); }), 5);
+        EXPECT_EQ(folder.Read("a.mp3"), old);
+        EXPECT_FALSE(folder.Exists("a.mp3.tmp"));
+    }
+}
+
+TEST_F(ID3v2Test, Remove_TagThatFillsTheFile_LeavesAnEmptyOne) {
+    ID3Tag tag;
+    tag.Path = folder.Write("a.mp3", Id3v2("", 300));
+    EXPECT_TRUE(RemoveID3v2(files, tag));
+    EXPECT_EQ(folder.Read("a.mp3"), "");
+}
+
 TEST_F(ID3v2Test, Remove_TakesTheTagOff) {
     ID3Tag tag;
     tag.Path = folder.Write("a.mp3", Id3v2(TextFrame("TPE1", "A"), 300) + audio);
