@@ -51,8 +51,8 @@ std::vector<std::string> CommentLines(const ID3Tag& tag) {
         const std::string value = row.write ? Utf8(row.write(tag)) : std::string();
         if (!value.empty()) lines.push_back(ToUpper(row.key) + value);
     }
-    const std::int16_t count = tag.OggVorbisExtension.getExComCount();
-    for (std::int16_t i = 1; i <= count; ++i) lines.push_back(tag.OggVorbisExtension.getExComValue(i));
+    for (std::int32_t i = 1, count = tag.OggVorbisExtension.getExComCount(); i <= count; ++i)
+        lines.push_back(tag.OggVorbisExtension.getExComValue(ToI16(std::int64_t{i})));
     return lines;
 }
 

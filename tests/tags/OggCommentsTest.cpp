@@ -151,6 +151,13 @@ TEST_F(OggCommentsTest, Header_ExtendedComments_StandAsTheyAre) {
     EXPECT_EQ(HeaderOf(record), CommentPacket("Test vendor 1.0", lines));
 }
 
+TEST_F(OggCommentsTest, Header_AsManyExtendedCommentsAsCanBeCounted_AreAllWritten) {
+    ID3Tag record;
+    const std::vector<std::string> lines(32767, "X=y");
+    for (const std::string& line : lines) record.OggVorbisExtension.addExCom(line);
+    EXPECT_TRUE(HeaderOf(record) == CommentPacket("Test vendor 1.0", lines));
+}
+
 TEST_F(OggCommentsTest, Header_Vendor_IsKeptByteForByte) {
     for (const std::string& vendor : {""s, " \xFF Дом\0 "s, std::string(70000, 'v')}) {
         const std::string written = Written(Ogg().Vendor(vendor).Comment("X=y"), ID3Tag());
