@@ -61,6 +61,10 @@ class FileSystem {
     /// Creates the file, or empties the one that exists; null when that can't be done.
     virtual std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) = 0;
 
+    /// Creates the file; null when that can't be done, and when anything has that name in any case, be it a
+    /// link that leads nowhere.
+    virtual std::unique_ptr<BinaryFile> OpenNew(const std::string& path) = 0;
+
     /// Bytes of the file; 53 when there is none.
     virtual std::int64_t FileSize(const std::string& path) const = 0;
 

@@ -6,21 +6,36 @@
 
 namespace zefta {
 
+namespace {
+
+void DeleteIfPossible(FileSystem& files, const std::string& path) {
+    try {
+        files.DeleteFile(path, Force::Yes);
+    } catch (const RuntimeError&) {
+    }
+}
+
+}  // namespace
+
 TemporaryFile::TemporaryFile(FileSystem& files, std::string target)
-    : files_(files),
-      target_(std::move(target)),
-      path_(target_ + ".tmp"),
-      file_(files.OpenCreate(path_)),
-      pending_(file_ != nullptr) {}
+    : files_(files), target_(std::move(target)), path_(target_ + ".tmp") {
+    CreateInPlaceOfOld();
+    pending_ = file_ != nullptr;
+}
 
 TemporaryFile::~TemporaryFile() {
     if (!pending_) return;
     file_.reset();
-    try {
-        files_.DeleteFile(path_, Force::Yes);
-    } catch (const RuntimeError&) {
-        // The failure that brought us here is the one to tell.
-    }
+    // When this fails too, the failure that brought us here is the one to tell.
+    DeleteIfPossible(files_, path_);
+}
+
+/// What stands there is not opened: it may be another name of a file that matters.
+void TemporaryFile::CreateInPlaceOfOld() {
+    file_ = files_.OpenNew(path_);
+    if (file_) return;
+    DeleteIfPossible(files_, path_);
+    file_ = files_.OpenNew(path_);
 }
 
 void TemporaryFile::TakePlace() {

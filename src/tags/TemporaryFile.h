@@ -11,7 +11,8 @@ namespace zefta {
 /// it. Gone again when it is dropped before it took the place, whatever went wrong.
 class TemporaryFile {
   public:
-    /// An old file of that name is replaced. File() is null when it can't be created.
+    /// An old file of that name is deleted, and of a link the link alone. File() is null when the new one
+    /// can't be created.
     TemporaryFile(FileSystem& files, std::string target);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
@@ -23,11 +24,13 @@ class TemporaryFile {
     void TakePlace();
 
   private:
+    void CreateInPlaceOfOld();
+
     FileSystem& files_;
     std::string target_;
     std::string path_;
     std::unique_ptr<BinaryFile> file_;
-    bool pending_;
+    bool pending_ = false;
 };
 
 }  // namespace zefta

@@ -94,6 +94,22 @@ TYPED_TEST(FileSystemContract, OpenCreate_NameThereInOtherCase_EmptiesThatEntry)
     EXPECT_EQ(this->folder.Read("x.MP3"), "new");
 }
 
+TYPED_TEST(FileSystemContract, OpenNew_FreeName_Creates) {
+    { this->files.OpenNew(this->folder / "x.mp3")->Write("new"); }
+    EXPECT_EQ(this->folder.Read("x.mp3"), "new");
+}
+
+TYPED_TEST(FileSystemContract, OpenNew_AnythingOfThatNameInAnyCase_IsNullAndStays) {
+    this->folder.Write("x.MP3", "old");
+    this->files.CreateFolder(this->folder / "sub");
+    std::filesystem::create_symlink("x.MP3", this->folder / "link");
+    std::filesystem::create_symlink("nowhere", this->folder / "broken");
+    for (const char* name : {"x.MP3", "x.mp3", "sub", "link", "LINK", "broken", "none/x"})
+        EXPECT_EQ(this->files.OpenNew(this->folder / name), nullptr) << name;
+    EXPECT_EQ(this->folder.Read("x.MP3"), "old");
+    EXPECT_EQ(this->Names(), (std::vector<std::string>{"broken", "link", "sub", "x.MP3"}));
+}
+
 TYPED_TEST(FileSystemContract, Open_MissingFileFolderOrPipe_IsNull) {
     ASSERT_EQ(mkfifo((this->folder / "pipe").c_str(), 0600), 0);
     for (const std::string& path : {this->folder / "none", this->folder.Path(), this->folder / "pipe"}) {

@@ -81,6 +81,10 @@ std::unique_ptr<BinaryFile> FaultInjectingFileSystem::OpenCreate(const std::stri
     return faults.NextFails() ? nullptr : Wrap(real_.OpenCreate(path));
 }
 
+std::unique_ptr<BinaryFile> FaultInjectingFileSystem::OpenNew(const std::string& path) {
+    return faults.NextFails() ? nullptr : Wrap(real_.OpenNew(path));
+}
+
 void FaultInjectingFileSystem::SetReadOnly(const std::string& path, bool readOnly) {
     faults.MayThrow();
     real_.SetReadOnly(path, readOnly);

@@ -50,6 +50,7 @@ class FaultInjectingFileSystem : public FileSystem {
     std::unique_ptr<BinaryFile> OpenRead(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenReadOnly(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) override;
+    std::unique_ptr<BinaryFile> OpenNew(const std::string& path) override;
     std::int64_t FileSize(const std::string& path) const override { return real_.FileSize(path); }
     bool IsReadOnly(const std::string& path) const override { return real_.IsReadOnly(path); }
     void SetReadOnly(const std::string& path, bool readOnly) override;

@@ -124,6 +124,10 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path)
     return Open(spelled, O_RDWR | O_CREAT | O_TRUNC);
 }
 
+std::unique_ptr<BinaryFile> PosixFileSystem::OpenNew(const std::string& path) {
+    return Open(SpellingOnDisk(path), O_RDWR | O_CREAT | O_EXCL);
+}
+
 std::int64_t PosixFileSystem::FileSize(const std::string& path) const {
     const auto status = StatusOf(path);
     if (!status) throw RuntimeError(ErrorNumber::FileNotFound, path);

@@ -1,0 +1,95 @@
+#include <algorithm>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+#include "platform/posix/PosixFileSystem.h"
+#include "support/FaultInjectingFileSystem.h"
+#include "support/TempFolder.h"
+#include "tags/TemporaryFile.h"
+
+namespace zefta::test {
+namespace {
+
+class TemporaryFileTest : public ::testing::Test {
+  protected:
+    /// Builds "new" beside the file of that name and lets it take the place.
+    bool Rebuild(const std::string& name) {
+        TemporaryFile fresh(files, folder / name);
+        if (!fresh.File()) return false;
+        fresh.File()->Write("new");
+        fresh.TakePlace();
+        return true;
+    }
+
+    std::vector<std::string> Names() {
+        std::vector<std::string> names;
+        for (const FolderEntry& entry : files.List(folder.Path())) names.push_back(entry.name);
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TempFolder folder;
+    PosixFileSystem files;
+};
+
+TEST_F(TemporaryFileTest, OldOneThatIsALink_GoesAndWhatItLedToStays) {
+    folder.Write("c.mp3", "old");
+    folder.Write("precious.mp3", "precious");
+    std::filesystem::create_symlink("precious.mp3", folder / "c.mp3.tmp");
+    EXPECT_TRUE(Rebuild("c.mp3"));
+    EXPECT_EQ(folder.Read("c.mp3"), "new");
+    EXPECT_EQ(folder.Read("precious.mp3"), "precious");
+    EXPECT_EQ(Names(), (std::vector<std::string>{"c.mp3", "precious.mp3"}));
+}
+
+TEST_F(TemporaryFileTest, OldOneThatIsALinkToNothing_Goes) {
+    folder.Write("c.mp3", "old");
+    std::filesystem::create_symlink("nothing", folder / "c.mp3.tmp");
+    EXPECT_TRUE(Rebuild("c.mp3"));
+    EXPECT_EQ(Names(), std::vector<std::string>{"c.mp3"});
+}
+
+TEST_F(TemporaryFileTest, OldOneThatIsAHardLink_GoesAndItsOtherNameStays) {
+    folder.Write("c.mp3", "old");
+    folder.Write("precious.mp3", "precious");
+    std::filesystem::create_hard_link(folder / "precious.mp3", folder / "c.mp3.tmp");
+    EXPECT_TRUE(Rebuild("c.mp3"));
+    EXPECT_EQ(folder.Read("c.mp3"), "new");
+    EXPECT_EQ(folder.Read("precious.mp3"), "precious");
+}
+
+TEST_F(TemporaryFileTest, OldOneThatIsAHardLinkOfTheFileItself_Goes) {
+    folder.Write("c.mp3", "old");
+    std::filesystem::create_hard_link(folder / "c.mp3", folder / "c.mp3.tmp");
+    { const TemporaryFile dropped(files, folder / "c.mp3"); }
+    EXPECT_EQ(folder.Read("c.mp3"), "old");
+    EXPECT_EQ(Names(), std::vector<std::string>{"c.mp3"});
+}
+
+TEST_F(TemporaryFileTest, OldOneThatIsReadOnlyOrInAnotherCase_IsReplaced) {
+    folder.Write("c.mp3", "old");
+    files.SetReadOnly(folder.Write("C.MP3.TMP", "older"), true);
+    EXPECT_TRUE(Rebuild("c.mp3"));
+    EXPECT_EQ(folder.Read("c.mp3"), "new");
+    EXPECT_EQ(Names(), std::vector<std::string>{"c.mp3"});
+}
+
+TEST_F(TemporaryFileTest, FolderOfThatName_StaysAndNothingIsBuilt) {
+    folder.Write("c.mp3", "old");
+    files.CreateFolder(folder / "c.mp3.tmp");
+    EXPECT_FALSE(Rebuild("c.mp3"));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"c.mp3", "c.mp3.tmp"}));
+}
+
+TEST_F(TemporaryFileTest, OldOneThatCannotBeDeleted_IsNoFile) {
+    folder.Write("c.mp3.tmp", "older");
+    FaultInjectingFileSystem failing(files);
+    failing.faults.plan = {FaultPlan::Mode::FromTheNthOn, 2, ErrorNumber::PermissionDenied};
+    const TemporaryFile fresh(failing, folder / "c.mp3");
+    EXPECT_EQ(fresh.File(), nullptr);
+    EXPECT_EQ(folder.Read("c.mp3.tmp"), "older");
+}
+
+}  // namespace
+}  // namespace zefta::test
