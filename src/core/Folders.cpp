@@ -1,5 +1,8 @@
 #include "core/Folders.h"
 
+#include <algorithm>
+
+#include "core/Strings.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
@@ -21,6 +24,19 @@ FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec
     if (folder.empty()) return {files.CurrentFolder(), native};
     if (IsAbsolutePath(native)) return {folder, NamePart(native)};
     return {JoinPath(files.CurrentFolder(), folder), NamePart(native)};
+}
+
+std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work) {
+    const std::vector<FolderEntry> entries = files.List(work.folder);
+    const bool namesOne = std::any_of(entries.begin(), entries.end(), [&](const FolderEntry& entry) {
+        return !entry.isFolder && entry.name == work.mask;
+    });
+    if (namesOne) return {work.mask};
+    std::vector<std::string> names;
+    for (const FolderEntry& entry : entries) {
+        if (!entry.isFolder && MatchesMask(entry.name, work.mask)) names.push_back(entry.name);
+    }
+    return names;
 }
 
 }  // namespace zefta

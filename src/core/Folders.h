@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/FileSystem.h"
 
@@ -20,5 +21,9 @@ struct FolderAndMask {
 /// Splits what the command line gave as FileSpec, in native form. Without a folder part the current folder
 /// stands; a relative one counts from there.
 FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec);
+
+/// The names of the files that the mask means, in folder order. A mask that is the very name of a file means
+/// that file alone, also when the name holds what would else stand for other characters.
+std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work);
 
 }  // namespace zefta

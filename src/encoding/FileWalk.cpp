@@ -2,7 +2,6 @@
 
 #include "core/Boxes.h"
 #include "core/Folders.h"
-#include "core/Strings.h"
 
 namespace zefta {
 
@@ -11,10 +10,8 @@ void WalkFiles(App& app,
     const FolderAndMask work = SplitFileSpec(app.files, app.state.FileSpec);
     // Tools that are told no folder write to the current one.
     app.files.SetCurrentFolder(work.folder);
-    for (const FolderEntry& entry : app.files.List(work.folder)) {
-        if (entry.isFolder || !MatchesMask(entry.name, work.mask)) continue;
-        CheckRuntimeError(app, [&] { step(work.folder, entry.name); });
-    }
+    for (const std::string& name : FilesOf(app.files, work))
+        CheckRuntimeError(app, [&] { step(work.folder, name); });
 }
 
 }  // namespace zefta

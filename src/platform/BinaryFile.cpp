@@ -11,11 +11,9 @@ std::string BinaryFile::ReadBytes(std::int32_t count) {
     return bytes;
 }
 
-std::string BinaryFile::ReadText(std::int32_t count) {
-    std::string text = ReadBytes(count);
-    text.resize(std::min(text.find('\0'), text.size()));
-    text.resize(text.find_last_not_of(' ') + 1);
-    return text;
+std::string_view BinaryFile::TextOfField(std::string_view field) {
+    field = field.substr(0, field.find('\0'));
+    return field.substr(0, field.find_last_not_of(' ') + 1);
 }
 
 }  // namespace zefta

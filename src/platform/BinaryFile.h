@@ -54,8 +54,11 @@ class BinaryFile {
     /// still holds; a count of 0 or below reads nothing.
     std::string ReadBytes(std::int32_t count);
 
-    /// A text field of count bytes: ends before its first NUL, and trailing blanks are taken away.
-    std::string ReadText(std::int32_t count);
+    /// A text field of count bytes.
+    std::string ReadText(std::int32_t count) { return std::string(TextOfField(ReadBytes(count))); }
+
+    /// The text of a field of fixed width: ends before its first NUL, and trailing blanks are taken away.
+    static std::string_view TextOfField(std::string_view field);
 };
 
 }  // namespace zefta

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <span>
 
 #include "core/Strings.h"
 
@@ -12,8 +13,8 @@ namespace {
 constexpr std::int32_t TagLength = 128;
 constexpr std::string_view Marker = "TAG";
 /// Comment field of a tag with a track number behind it.
-constexpr std::int32_t ShortComment = 29;
-constexpr std::int32_t LongComment = 30;
+constexpr std::size_t ShortComment = 29;
+constexpr std::size_t LongComment = 30;
 
 struct TextField {
     std::string ID3Tag::*value;
@@ -29,10 +30,9 @@ constexpr std::array<TextField, 5> TextFields = {{
     {&ID3Tag::Comment, 30},
 }};
 
-std::uint8_t ReadByte(BinaryFile& file) {
-    const std::string byte = file.ReadBytes(1);
-    return byte.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(byte[0]);
-}
+/// Offsets in the tag.
+constexpr std::size_t CommentPlace = 97;
+constexpr std::size_t GenrePlace = 127;
 
 bool SeekToTag(BinaryFile& file) {
     return file.Seek(-TagLength, SeekFrom::End) && file.ReadBytes(3) == Marker;
@@ -40,13 +40,12 @@ bool SeekToTag(BinaryFile& file) {
 
 /// Comment and track. Bytes 125 and 126 both not 0 mean 30 bytes of comment; the standard looks at byte 125
 /// alone. Kept: tags read so far were read so.
-void ReadCommentAndTrack(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
-    file.Seek(-3, SeekFrom::End);
-    const bool isLong = ReadByte(file) != 0 && ReadByte(file) != 0;
-    file.Seek(-31, SeekFrom::End);
-    tag.Comment = ansi.Decode(file.ReadText(isLong ? LongComment : ShortComment));
-    if (!isLong) tag.TrackNumber = ReadByte(file);
-    tag.Genre = ReadByte(file);
+void ReadCommentAndTrack(std::string_view bytes, ID3Tag& tag, const CodePage& ansi) {
+    const bool isLong = bytes[125] != 0 && bytes[126] != 0;
+    const std::string_view comment = bytes.substr(CommentPlace, isLong ? LongComment : ShortComment);
+    tag.Comment = ansi.Decode(BinaryFile::TextOfField(comment));
+    if (!isLong) tag.TrackNumber = static_cast<std::uint8_t>(bytes[126]);
+    tag.Genre = static_cast<std::uint8_t>(bytes[GenrePlace]);
 }
 
 std::string NewTag() {
@@ -77,11 +76,17 @@ std::string MergedTag(std::string bytes, ID3Tag& tag, const ID3Tag& old, const C
 
 bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     if (!SeekToTag(file)) return false;
+    std::array<char, TagLength> bytes = {};
+    const auto behindMarker = std::as_writable_bytes(std::span(bytes)).subspan(Marker.size());
+    file.Read(behindMarker);
+    const std::string_view text(bytes.data(), bytes.size());
+    std::size_t place = Marker.size();
     for (const TextField& field : TextFields) {
         if (field.value != &ID3Tag::Comment)
-            tag.*field.value = ansi.Decode(file.ReadText(static_cast<std::int32_t>(field.width)));
+            tag.*field.value = ansi.Decode(BinaryFile::TextOfField(text.substr(place, field.width)));
+        place += field.width;
     }
-    ReadCommentAndTrack(file, tag, ansi);
+    ReadCommentAndTrack(text, tag, ansi);
     return true;
 }
 

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "core/ByteCodec.h"
 #include "tags/ID3v2.h"
@@ -18,26 +20,42 @@ std::uint8_t ByteAt(std::string_view bytes, std::size_t index) {
     return index < bytes.size() ? static_cast<std::uint8_t>(bytes[index]) : std::uint8_t{0};
 }
 
-/// The stretch of a file that holds the frames: what is not asked for is not read.
+/// The stretch of a file that holds the frames. Its beginning is taken at once, since the texts stand there;
+/// of the rest nothing is read that is not asked for.
 class FrameArea {
   public:
     /// From the position of the file on.
     FrameArea(BinaryFile& file, std::int32_t length)
-        : file_(file), start_(file.Position()), length_(std::clamp(file.Size() - start_, 0, length)) {}
+        : file_(file), start_(file.Position()), length_(std::clamp(file.Size() - start_, 0, length)) {
+        const auto wanted = static_cast<std::size_t>(std::min(length_, LengthOfBeginning));
+        const auto place = std::as_writable_bytes(std::span(buffer_)).first(wanted);
+        beginning_ = {buffer_.data(), file_.Read(place)};
+    }
+    FrameArea(const FrameArea&) = delete;
+    FrameArea& operator=(const FrameArea&) = delete;
 
     std::int32_t Length() const { return length_; }
 
-    /// Bytes from a place that may lie behind the end.
-    std::string Slice(std::int32_t from, std::int32_t count) {
+    /// Bytes from a place that may lie behind the end; valid until the next call.
+    std::string_view Slice(std::int32_t from, std::int32_t count) {
         const std::int32_t at = std::min(from, length_);
+        const std::int32_t wanted = std::min(count, length_ - at);
+        const auto end = static_cast<std::size_t>(at + wanted);
+        if (end <= beginning_.size())
+            return beginning_.substr(static_cast<std::size_t>(at), static_cast<std::size_t>(wanted));
         file_.Seek(start_ + at, SeekFrom::Start);
-        return file_.ReadBytes(std::min(count, length_ - at));
+        return slice_ = file_.ReadBytes(wanted);
     }
 
   private:
+    static constexpr std::int32_t LengthOfBeginning = 2048;
+
     BinaryFile& file_;
     std::int32_t start_;
     std::int32_t length_;
+    std::array<char, LengthOfBeginning> buffer_;
+    std::string_view beginning_;
+    std::string slice_;
 };
 
 void ReadHeader(std::string_view header, ID3v2Extension& tag) {
@@ -59,11 +77,10 @@ void ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, Unkn
     // 0-based here; the bounds come from a count that starts at 1.
     std::int32_t at = tag.bExtendedHeader != 0 ? ByteCodec::SyncSafeToLong(area.Slice(0, 4)) : 0;
     while (at + 1 + 11 < size && at < area.Length()) {
-        const std::string header = area.Slice(at, 8);
-        const std::string_view identifier = std::string_view(header).substr(0, 4);
+        const std::string_view header = area.Slice(at, 8);
+        const std::string_view identifier = header.substr(0, 4);
         if (identifier == "\0\0\0\0"sv) return;
-        const std::int32_t bodySize =
-            ByteCodec::SyncSafeToLong(std::string_view(header).substr(identifier.size()));
+        const std::int32_t bodySize = ByteCodec::SyncSafeToLong(header.substr(identifier.size()));
         if (bodySize >= size) return;
         if (const ID3v2Frame* frame = FindID3v2Frame(identifier); bodySize >= 1 && frame != nullptr) {
             frame->read(tag, area.Slice(at + ID3v2HeaderSize + 1, bodySize - 1), ansi);

@@ -5,7 +5,6 @@
 
 #include "core/Boxes.h"
 #include "core/Folders.h"
-#include "core/Strings.h"
 #include "platform/Paths.h"
 #include "wave/Backup.h"
 #include "wave/TrimProgress.h"
@@ -43,9 +42,8 @@ class WaveTrim {
     void Run() {
         const FolderAndMask work = SplitFileSpec(app_.files, app_.state.FileSpec);
         std::set<std::string> done;
-        for (const FolderEntry& entry : app_.files.List(work.folder)) {
-            if (entry.isFolder || !MatchesMask(entry.name, work.mask)) continue;
-            const std::string path = JoinPath(work.folder, entry.name);
+        for (const std::string& name : FilesOf(app_.files, work)) {
+            const std::string path = JoinPath(work.folder, name);
             // A rewritten file may show up again as a new entry: the walk has come round then.
             if (!done.insert(path).second) return;
             CheckRuntimeError(app_, [&] { TrimFile(path); });

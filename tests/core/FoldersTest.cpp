@@ -1,0 +1,43 @@
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+#include "core/Folders.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "support/TempFolder.h"
+
+namespace zefta::test {
+namespace {
+
+class FilesOfTest : public ::testing::Test {
+  protected:
+    std::vector<std::string> Names(const std::string& mask) {
+        std::vector<std::string> names = FilesOf(files, {folder.Path(), mask});
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    using Texts = std::vector<std::string>;
+
+    TempFolder folder;
+    PosixFileSystem files;
+};
+
+TEST_F(FilesOfTest, Mask_MeansTheFilesThatMatchInAnyCase) {
+    for (const char* name : {"a.wav", "B.WAV", "c.mp3"}) folder.Write(name, "");
+    files.CreateFolder(folder / "d.wav");
+    EXPECT_EQ(Names("*.wav"), (Texts{"B.WAV", "a.wav"}));
+    EXPECT_EQ(Names("b.wav"), Texts{"B.WAV"});
+    EXPECT_EQ(Names("x*"), Texts{});
+}
+
+TEST_F(FilesOfTest, MaskThatIsTheNameOfAFile_MeansThatOneAlone) {
+    for (const char* name : {"Who?.wav", "Whom.wav", "*.wav", "a.wav", "A.wav"}) folder.Write(name, "");
+    EXPECT_EQ(Names("Who?.wav"), Texts{"Who?.wav"});
+    EXPECT_EQ(Names("*.wav"), Texts{"*.wav"});
+    EXPECT_EQ(Names("a.wav"), Texts{"a.wav"});
+    EXPECT_EQ(Names("W*.wav"), (Texts{"Who?.wav", "Whom.wav"}));
+}
+
+}  // namespace
+}  // namespace zefta::test
