@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -11,6 +12,9 @@ namespace zefta {
 
 /// Whether an operation clears the read-only attribute that is in its way.
 enum class Force : bool { No, Yes };
+
+/// Bytes of the longest name that a file or folder can have.
+inline constexpr std::size_t LongestName = 255;
 
 struct FolderEntry {
     std::string name;

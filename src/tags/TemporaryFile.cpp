@@ -2,11 +2,23 @@
 
 #include <utility>
 
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 namespace zefta {
 
 namespace {
+
+constexpr std::string_view Ending = ".tmp";
+/// How many names are tried where the usual one is too long.
+constexpr int ShorterNames = 9;
+
+/// The beginning of the name, cut between two characters.
+std::string_view Beginning(std::string_view name, std::size_t length) {
+    const auto isInsideCharacter = [&] { return (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80; };
+    while (length > 0 && isInsideCharacter()) --length;
+    return name.substr(0, length);
+}
 
 void DeleteIfPossible(FileSystem& files, const std::string& path) {
     try {
@@ -18,8 +30,8 @@ void DeleteIfPossible(FileSystem& files, const std::string& path) {
 }  // namespace
 
 TemporaryFile::TemporaryFile(FileSystem& files, std::string target)
-    : files_(files), target_(std::move(target)), path_(target_ + ".tmp") {
-    CreateInPlaceOfOld();
+    : files_(files), target_(std::move(target)), path_(target_ + std::string(Ending)) {
+    NamePart(path_).size() <= LongestName ? CreateInPlaceOfOld() : CreateUnderShorterName();
     pending_ = file_ != nullptr;
 }
 
@@ -36,6 +48,17 @@ void TemporaryFile::CreateInPlaceOfOld() {
     if (file_) return;
     DeleteIfPossible(files_, path_);
     file_ = files_.OpenNew(path_);
+}
+
+/// Two long names may begin alike: what has the shorter one is not ours to delete.
+void TemporaryFile::CreateUnderShorterName() {
+    const std::string name = NamePart(target_);
+    for (int number = 1; number <= ShorterNames && !file_; ++number) {
+        const std::string ending = "~" + std::to_string(number) + std::string(Ending);
+        const std::string_view beginning = Beginning(name, LongestName - ending.size());
+        path_ = JoinPath(FolderPart(target_), std::string(beginning) + ending);
+        file_ = files_.OpenNew(path_);
+    }
 }
 
 void TemporaryFile::TakePlace() {

@@ -8,10 +8,12 @@
 namespace zefta {
 
 /// A file that is built beside the one whose place it is to take, under that one's name with ".tmp" behind
-/// it. Gone again when it is dropped before it took the place, whatever went wrong.
+/// it, or a shorter one with "~1.tmp" where a name can't be that long. Gone again when it is dropped before
+/// it took the place, whatever went wrong.
 class TemporaryFile {
   public:
-    /// An old file of that name is deleted, and of a link the link alone. File() is null when the new one
+    /// An old file of that name is deleted, and of a link the link alone; one of a shortened name stays, and
+    /// the next number is taken. File() is null when the new one
     /// can't be created.
     TemporaryFile(FileSystem& files, std::string target);
     ~TemporaryFile();
@@ -25,6 +27,7 @@ class TemporaryFile {
 
   private:
     void CreateInPlaceOfOld();
+    void CreateUnderShorterName();
 
     FileSystem& files_;
     std::string target_;

@@ -5,7 +5,9 @@
 
 #include "platform/posix/PosixFileSystem.h"
 #include "support/FaultInjectingFileSystem.h"
+#include "support/TagBuilders.h"
 #include "support/TempFolder.h"
+#include "tags/ID3v2.h"
 #include "tags/TemporaryFile.h"
 
 namespace zefta::test {
@@ -89,6 +91,44 @@ TEST_F(TemporaryFileTest, OldOneThatCannotBeDeleted_IsNoFile) {
     const TemporaryFile fresh(failing, folder / "c.mp3");
     EXPECT_EQ(fresh.File(), nullptr);
     EXPECT_EQ(folder.Read("c.mp3.tmp"), "older");
+}
+
+TEST_F(TemporaryFileTest, NameWithoutRoomForTheEnding_GetsAShorterFreeOne) {
+    const std::string name = std::string(251, 'x') + ".mp3";
+    const std::string shorter = std::string(249, 'x');
+    folder.Write(name, "old");
+    folder.Write(shorter + "~1.tmp", "of somebody");
+    {
+        const TemporaryFile fresh(files, folder / name);
+        ASSERT_NE(fresh.File(), nullptr);
+        EXPECT_EQ(Names(), (std::vector<std::string>{name, shorter + "~1.tmp", shorter + "~2.tmp"}));
+    }
+    EXPECT_TRUE(Rebuild(name));
+    EXPECT_EQ(folder.Read(name), "new");
+    EXPECT_EQ(folder.Read(shorter + "~1.tmp"), "of somebody");
+    EXPECT_EQ(Names().size(), 2U);
+}
+
+TEST_F(TemporaryFileTest, NameWithoutRoomForTheEnding_IsCutBetweenCharacters) {
+    std::string name;
+    for (int i = 0; i < 125; ++i) name += "Д";
+    name += "a.mp3";
+    folder.Write(name, "old");
+    const TemporaryFile fresh(files, folder / name);
+    ASSERT_NE(fresh.File(), nullptr);
+    // There is room for 249 bytes; the letter that would lose its second one goes whole.
+    EXPECT_EQ(Names(), (std::vector<std::string>{name.substr(0, 248) + "~1.tmp", name}));
+}
+
+TEST_F(TemporaryFileTest, LongestName_IsTaggedAndUntagged) {
+    const std::string audio = Audio(1000);
+    ID3Tag tag;
+    tag.Path = folder.Write(std::string(251, 'x') + ".mp3", audio);
+    SetID3v2(files, LoadCodePage(1252), tag);
+    EXPECT_NE(tag.Path, "");
+    EXPECT_TRUE(RemoveID3v2(files, tag));
+    EXPECT_EQ(ReadWholeFile(tag.Path), audio);
+    EXPECT_EQ(Names().size(), 1U);
 }
 
 }  // namespace
