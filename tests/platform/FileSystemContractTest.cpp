@@ -1,6 +1,7 @@
 // What every implementation of FileSystem and its BinaryFile keeps to.
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -232,6 +233,21 @@ TYPED_TEST(FileSystemContract, ReplaceFile_TakesNameAndAttributesOfTheOld) {
     struct stat status;
     ASSERT_EQ(stat(target.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0640U);
+}
+
+TYPED_TEST(FileSystemContract, CopyAttributes_FileSystemWithoutPermissions_LeavesOutWhatItRefuses) {
+    const std::string source = this->folder.Write("a.mp3", "x");
+    // The system's own files of a process are such ones: a change of their mode is refused to everybody.
+    const std::string target = "/proc/self/comm";
+    ASSERT_EQ(chmod(target.c_str(), 0600), -1);
+    ASSERT_EQ(errno, EPERM);
+    EXPECT_EQ(RuntimeErrorOf([&] { this->files.CopyAttributes(source, target); }), 0);
+}
+
+TYPED_TEST(FileSystemContract, CopyAttributes_SourceOrTargetMissing_Fails53) {
+    const std::string there = this->folder.Write("a.mp3", "x");
+    EXPECT_EQ(RuntimeErrorOf([&] { this->files.CopyAttributes(this->folder / "none", there); }), 53);
+    EXPECT_EQ(RuntimeErrorOf([&] { this->files.CopyAttributes(there, this->folder / "none"); }), 53);
 }
 
 TYPED_TEST(FileSystemContract, ReplaceFile_TargetIsLink_TheFileBehindItIsReplaced) {

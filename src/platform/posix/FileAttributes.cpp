@@ -1,5 +1,6 @@
 #include "platform/posix/FileAttributes.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -11,6 +12,11 @@
 namespace zefta {
 
 namespace {
+
+/// What a person may not set, or what the file system has not, as those of other systems have no modes.
+bool IsRefused(int error) {
+    return error == EPERM || error == ENOTSUP;
+}
 
 void CopyExtendedAttributes(const std::string& source, const std::string& target) {
     const ssize_t listLength = listxattr(source.c_str(), nullptr, 0);
@@ -37,7 +43,7 @@ void CopyAttributes(const std::string& source, const std::string& target) {
     if (chown(target.c_str(), status.st_uid, status.st_gid) == -1) [[maybe_unused]]
         const int groupOnly = chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid);
     CopyExtendedAttributes(source, target);
-    if (chmod(target.c_str(), status.st_mode & 07777) == -1) ThrowSystemError(target);
+    if (chmod(target.c_str(), status.st_mode & 07777) == -1 && !IsRefused(errno)) ThrowSystemError(target);
 }
 
 void FlushFolder(const std::string& folder) {

@@ -5,8 +5,8 @@
 namespace zefta {
 
 /// Gives the file at `target` the permissions, the owner and the extended attributes of the one at `source`.
-/// What the system refuses to the person (another owner) is left out; RuntimeError when `source` can't be
-/// read.
+/// What the person may not set (another owner) or the file system has not (permissions on a disk of another
+/// system) is left out; RuntimeError when one of the files is not there.
 void CopyAttributes(const std::string& source, const std::string& target);
 
 /// Brings the folder's entries to the disk, so that a rename in it outlives a stop of the machine.
