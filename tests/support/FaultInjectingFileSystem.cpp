@@ -20,6 +20,7 @@ class FaultInjectingFile : public BinaryFile {
 
     /// A write that fails has written half of its bytes, as one onto a full disk has.
     void Write(std::span<const std::byte> bytes) override {
+        ++faults_.writes;
         if (faults_.NextFails()) {
             real_->Write(bytes.first(bytes.size() / 2));
             throw RuntimeError(faults_.plan.error);
@@ -33,6 +34,7 @@ class FaultInjectingFile : public BinaryFile {
     bool IsReadOnly() const override { return real_->IsReadOnly(); }
 
     void SetEnd() override {
+        ++faults_.writes;
         faults_.MayThrow();
         real_->SetEnd();
     }

@@ -21,6 +21,8 @@ class FaultCounter {
   public:
     FaultPlan plan;
     int operations = 0;
+    /// Those among them that write into a file.
+    int writes = 0;
 
     /// Counts one; true when it is to fail.
     bool NextFails() {

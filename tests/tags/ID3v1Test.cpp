@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/posix/PosixFileSystem.h"
+#include "support/FaultInjectingFileSystem.h"
 #include "support/TagBuilders.h"
 #include "support/TempFolder.h"
 #include "tags/ID3v1.h"
@@ -141,11 +142,45 @@ TEST_F(ID3v1Test, Set_LongValues_AreCutInCodePageBytes) {
 }
 
 TEST_F(ID3v1Test, Set_Twice_IsAsOnce_AndTheSecondWritesNothing) {
+    FaultInjectingFileSystem counting(files);
     ID3Tag tag;
+    tag.Path = folder.Write("w.mp3", audio);
     tag.Title = "Song";
-    const std::string once = Merge(audio, tag);
-    files.SetReadOnly(folder / "w.mp3", false);
-    EXPECT_EQ(Merge(once, tag), once);
+    SetID3v1(counting, ansi, tag);
+    EXPECT_EQ(counting.faults.writes, 1);
+    const std::string once = folder.Read("w.mp3");
+    SetID3v1(counting, ansi, tag);
+    EXPECT_EQ(counting.faults.writes, 1);
+    EXPECT_EQ(folder.Read("w.mp3"), once);
+}
+
+TEST_F(ID3v1Test, Set_FileShorterThanATag_AppendsOne) {
+    for (std::size_t length = 0; length <= 127; ++length) {
+        for (const std::string& old : {Audio(length), ("TAG" + Audio(127)).substr(0, length)}) {
+            ID3Tag tag;
+            tag.Title = "Song";
+            EXPECT_EQ(Merge(old, tag), old + "TAG" + "Song" + std::string(26, '\0') +
+                                           std::string(30 + 30 + 4 + 28, ' ') + "\0\0\xFF"s)
+                << length;
+            EXPECT_EQ(tag.Artist + tag.Comment, "");
+        }
+    }
+}
+
+TEST_F(ID3v1Test, Set_FileThatIsOneTag_IsMergedInto) {
+    ID3Tag tag;
+    tag.Title = "New";
+    EXPECT_EQ(Merge(Id3v1{"Old", "A", "", "", "", 3, 9}.Bytes(), tag),
+              (Id3v1{"New", "A", "", "", "", 0, 255}.Bytes()));
+}
+
+TEST_F(ID3v1Test, Set_CommentHashWithoutATag_LeavesNoBlanksInTheComment) {
+    ID3Tag tag;
+    tag.Comment = "#";
+    tag.TrackNumber = 5;
+    EXPECT_EQ(Merge(audio, tag),
+              audio + "TAG" + std::string(30 + 30 + 30 + 4, ' ') + std::string(29, '\0') + "\5\xFF"s);
+    EXPECT_EQ(tag.Comment, "");
 }
 
 TEST_F(ID3v1Test, Set_ReadOnlyOrMissing_EmptiesThePathAndChangesNothing) {

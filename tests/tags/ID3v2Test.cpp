@@ -84,6 +84,19 @@ TEST_F(ID3v2Test, Read_Header_IsStored) {
     EXPECT_EQ(position, 110);
 }
 
+TEST_F(ID3v2Test, Read_Footer_ReadsTenBytesFurtherAndLeavesThePositionWhereItWas) {
+    // The last frame is longer than its tag: it ends where the reading does, 10 bytes behind the tag, or 20.
+    const std::string cut = "TALB\0\0\0\x3B\0\0\0"s + std::string(37, 'a');
+    const std::string behind = "0123456789abcdefghijklmnopqrstuvwxyz";
+    for (const int flags : {0, 16}) {
+        const ID3Tag tag = Read(Id3v2(TextFrame("TPE1", "A") + cut, 60, flags) + behind);
+        EXPECT_EQ(tag.ID3v2Extension.bFooterPresent, flags);
+        EXPECT_EQ(tag.ID3v2Extension.AlbumTitle,
+                  std::string(37, 'a') + behind.substr(0, flags == 0 ? 10 : 20));
+        EXPECT_EQ(position, 70);
+    }
+}
+
 TEST_F(ID3v2Test, Read_NoTag_LeavesPosition0) {
     EXPECT_FALSE(Read(audio).ID3v2Present);
     EXPECT_EQ(position, 0);
@@ -226,6 +239,35 @@ TEST_F(ID3v2Test, Set_Estimate500_GivesATagOf550) {
     tag.ID3v2Extension.Comments = std::string(500 - 115, 'c');
     EXPECT_EQ(tag.ID3v2Extension.GetTagSize(ansi), 500);
     EXPECT_EQ(Set(audio, tag), Id3v2(TwelveFrames(tag.ID3v2Extension, ""), 540) + audio);
+}
+
+TEST_F(ID3v2Test, Set_TagLength_IsRoundedHalfToEven) {
+    const struct {
+        std::int32_t estimate, length;
+    } rows[] = {{505, 556}, {515, 566}, {525, 578}, {514, 565}, {516, 568}, {465, 512}, {466, 513}};
+    for (const auto& row : rows) {
+        ID3Tag tag;
+        tag.ID3v2Extension.Comments = std::string(static_cast<std::size_t>(row.estimate) - 115, 'c');
+        ASSERT_EQ(tag.ID3v2Extension.GetTagSize(ansi), row.estimate);
+        EXPECT_EQ(Set(audio, tag), Id3v2(TwelveFrames(tag.ID3v2Extension, ""), row.length - 10) + audio)
+            << row.estimate;
+    }
+}
+
+TEST_F(ID3v2Test, Set_OldTagOfSize0_ItsHeaderCountsAsAudio) {
+    ID3Tag tag;
+    const std::string old = Id3v2("", 0) + audio;
+    EXPECT_EQ(Set(old, tag), Id3v2(TwelveFrames({}, ""), 502) + old);
+}
+
+TEST_F(ID3v2Test, Set_OldTagWithAFooter_TheFooterCountsAsAudio) {
+    ID3Tag tag;
+    const std::string footer = "3DI\4\0\x10\0\0\0\x14"s;
+    const std::string old = Id3v2("", 20, 16) + footer + audio;
+    EXPECT_EQ(Set(old, tag), Id3v2(TwelveFrames({}, ""), 502) + footer + audio);
+    tag.Path = folder.Write("w.mp3", old);
+    EXPECT_TRUE(RemoveID3v2(files, tag));
+    EXPECT_EQ(folder.Read("w.mp3"), footer + audio);
 }
 
 TEST_F(ID3v2Test, Set_EstimateThatJustFits_StaysInPlace_OneMoreRebuilds) {
