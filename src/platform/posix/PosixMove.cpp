@@ -1,6 +1,7 @@
 #include "platform/posix/PosixMove.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
@@ -66,15 +67,24 @@ int RenameWithoutReplacing(const std::string& source, const std::string& target)
     return rename(source.c_str(), target.c_str());
 }
 
+/// A new empty file in the folder of `path`, under a name that nothing has.
+std::string CreateBeside(const std::string& path) {
+    std::string created = JoinPath(FolderPart(path), ".moving-XXXXXX");
+    const int descriptor = mkostemp(created.data(), O_CLOEXEC);
+    if (descriptor == -1) ThrowSystemError(path);
+    close(descriptor);
+    return created;
+}
+
 int OpenOrThrow(const std::string& path, int flags) {
-    const int descriptor = open(path.c_str(), flags | O_CLOEXEC, 0600);
+    const int descriptor = open(path.c_str(), flags | O_CLOEXEC);
     if (descriptor == -1) ThrowSystemError(path);
     return descriptor;
 }
 
 void CopyContent(const std::string& source, const std::string& target) {
     PosixBinaryFile from(OpenOrThrow(source, O_RDONLY), source);
-    PosixBinaryFile to(OpenOrThrow(target, O_WRONLY | O_CREAT | O_EXCL), target);
+    PosixBinaryFile to(OpenOrThrow(target, O_WRONLY), target);
     std::vector<std::byte> block(1 << 20);
     while (const std::size_t count = from.Read(block))
         to.Write(std::span<const std::byte>(block).first(count));
@@ -92,7 +102,7 @@ void MoveAcrossFileSystems(const std::string& source, const std::string& target)
     struct stat status;
     if (lstat(source.c_str(), &status) == -1) ThrowSystemError(source);
     if (!S_ISREG(status.st_mode)) throw RuntimeError(ErrorNumber::PathFileAccess, source);
-    const std::string copy = target + ".moving";
+    const std::string copy = CreateBeside(target);
     try {
         CopyContent(source, copy);
         CopyAttributes(source, copy);
