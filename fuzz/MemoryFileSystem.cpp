@@ -108,6 +108,10 @@ std::unique_ptr<BinaryFile> MemoryFileSystem::OpenCreate(const std::string& path
     return Open(Find(path));
 }
 
+std::unique_ptr<BinaryFile> MemoryFileSystem::OpenNew(const std::string& path) {
+    return files.contains(path) ? nullptr : OpenCreate(path);
+}
+
 std::int64_t MemoryFileSystem::FileSize(const std::string& path) const {
     const Content content = Find(path);
     if (!content) throw RuntimeError(ErrorNumber::FileNotFound, path);

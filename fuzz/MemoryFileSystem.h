@@ -30,6 +30,7 @@ class MemoryFileSystem : public FileSystem {
     std::unique_ptr<BinaryFile> OpenRead(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenReadOnly(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) override;
+    std::unique_ptr<BinaryFile> OpenNew(const std::string& path) override;
     std::int64_t FileSize(const std::string& path) const override;
     bool IsReadOnly(const std::string&) const override { return false; }
     void SetReadOnly(const std::string&, bool) override {}

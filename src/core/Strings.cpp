@@ -58,6 +58,13 @@ std::string ReplaceAllIgnoringCase(std::string_view text, std::string_view what,
     return ReplaceWhere(text, AsciiLower(text), AsciiLower(what), with);
 }
 
+std::size_t FindLast(std::string_view text, std::string_view what) {
+    std::size_t last = std::string_view::npos;
+    for (std::size_t at = text.find(what); at != std::string_view::npos; at = text.find(what, at + 1))
+        last = at;
+    return last;
+}
+
 std::string FitString(std::string_view bytes, std::size_t length) {
     std::string fitted(bytes.substr(0, length));
     fitted.resize(length, '\0');

@@ -19,6 +19,9 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
 /// The same, finding `what` in any ASCII case.
 std::string ReplaceAllIgnoringCase(std::string_view text, std::string_view what, std::string_view with);
 
+/// Where the last `what` begins; npos when there is none. Faster than rfind on bytes of every kind.
+std::size_t FindLast(std::string_view text, std::string_view what);
+
 /// Text of exactly `length` bytes: longer text is cut at the right, shorter text is filled with NUL bytes.
 /// Takes text in its form on disk, since widths of fields count bytes there.
 std::string FitString(std::string_view bytes, std::size_t length);

@@ -29,12 +29,25 @@ std::size_t BufferedFile::Read(std::span<std::byte> into) {
     return done;
 }
 
+std::string_view BufferedFile::View(std::int32_t position, std::int32_t count) {
+    Seek(position, SeekFrom::Start);
+    const auto wanted = static_cast<std::size_t>(std::clamp(count, 0, std::max(size_ - position, 0)));
+    if (wanted == 0) return {};
+    const auto bytes = BytesHere(wanted);
+    if (!bytes || bytes->size() < wanted) return gathered_ = ReadBytes(count);
+    position_ += static_cast<std::int32_t>(wanted);
+    return {reinterpret_cast<const char*>(bytes->data()), wanted};
+}
+
 std::optional<std::span<const std::byte>> BufferedFile::BytesHere(std::size_t wanted) {
     const std::int32_t headEnd = std::min(lengths_.head, size_);
     if (position_ < headEnd) return BytesOf(head_, 0, headEnd);
     const std::int32_t tailStart = std::max(headEnd, size_ - lengths_.tail);
     if (position_ >= tailStart) return BytesOf(tail_, tailStart, size_ - tailStart);
-    if (middle_.Holds(position_)) return BytesOf(middle_, middle_.start, middle_.length);
+    // What goes on behind the window is fetched whole with a new one.
+    const bool holdsAll = middle_.start + middle_.length >=
+                          std::min<std::int64_t>(tailStart, position_ + static_cast<std::int64_t>(wanted));
+    if (middle_.Holds(position_) && holdsAll) return BytesOf(middle_, middle_.start, middle_.length);
     if (wanted >= static_cast<std::size_t>(MiddleLength)) return std::nullopt;
     middle_.length = 0;
     return BytesOf(middle_, position_, std::min(MiddleLength, tailStart - position_));

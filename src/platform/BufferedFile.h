@@ -27,6 +27,10 @@ class BufferedFile : public BinaryFile {
 
     BufferedFile(std::unique_ptr<BinaryFile> file, Windows windows);
 
+    /// Up to count bytes from a position on, in the place where they are kept; valid until the next read. The
+    /// position of the file moves as with Read.
+    std::string_view View(std::int32_t position, std::int32_t count);
+
     using BinaryFile::Write;
     std::size_t Read(std::span<std::byte> into) override;
     void Write(std::span<const std::byte> bytes) override;
@@ -61,6 +65,8 @@ class BufferedFile : public BinaryFile {
     std::size_t ReadDirect(std::span<std::byte> into);
 
     std::unique_ptr<BinaryFile> file_;
+    /// What View gives when it is not in one window.
+    std::string gathered_;
     std::int32_t size_;
     std::int32_t position_ = 0;
     Windows lengths_;

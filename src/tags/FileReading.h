@@ -28,7 +28,9 @@ struct FileReading {
 
 /// The path as records hold it: each doubled separator made a single one.
 inline std::string PathOfRecord(const std::string& path) {
-    return ReplaceAll(path, std::string(2, PathSeparator), std::string(1, PathSeparator));
+    constexpr char Doubled[] = {PathSeparator, PathSeparator, '\0'};
+    if (path.find(Doubled) == std::string::npos) return path;
+    return ReplaceAll(path, Doubled, std::string(1, PathSeparator));
 }
 
 }  // namespace zefta

@@ -1,6 +1,9 @@
 #include "tags/ID3v2Frames.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
 
 #include "core/Strings.h"
 #include "tags/ID3v2.h"
@@ -89,6 +92,19 @@ constexpr ID3v2Frame Frames[] = {
     {"WXXX", ReadUrl, WriteUrl},
 };
 
+/// The four letters as a number: a tag has many frames, and each is looked up.
+constexpr std::uint32_t CodeOf(std::string_view identifier) {
+    std::uint32_t code = 0;
+    for (const char letter : identifier) code = code << 8 | static_cast<unsigned char>(letter);
+    return code;
+}
+
+constexpr auto Codes = [] {
+    std::array<std::uint32_t, std::size(Frames)> codes = {};
+    for (std::size_t i = 0; i < codes.size(); ++i) codes[i] = CodeOf(Frames[i].identifier);
+    return codes;
+}();
+
 }  // namespace
 
 std::span<const ID3v2Frame> ID3v2Frames() {
@@ -96,9 +112,9 @@ std::span<const ID3v2Frame> ID3v2Frames() {
 }
 
 const ID3v2Frame* FindID3v2Frame(std::string_view identifier) {
-    const auto found = std::find_if(std::begin(Frames), std::end(Frames),
-                                    [&](const ID3v2Frame& frame) { return frame.identifier == identifier; });
-    return found == std::end(Frames) ? nullptr : found;
+    if (identifier.size() != 4) return nullptr;
+    const auto found = std::find(Codes.begin(), Codes.end(), CodeOf(identifier));
+    return found == Codes.end() ? nullptr : &Frames[found - Codes.begin()];
 }
 
 std::string ID3v2FrameArea(const ID3v2Extension& tag, const CodePage& ansi) {

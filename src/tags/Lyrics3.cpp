@@ -54,7 +54,7 @@ bool ReadLyrics3(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     const std::int32_t windowLength = std::min(Window, file.Size());
     file.Seek(-windowLength, SeekFrom::End);
     const std::string window = file.ReadBytes(windowLength);
-    const std::size_t marker = window.rfind(Marker);
+    const std::size_t marker = FindLast(window, Marker);
     if (marker == std::string::npos) return false;
     tag.LyricsPresent = true;
     const std::int16_t size = BlockSize(window, marker);

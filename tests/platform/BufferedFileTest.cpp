@@ -53,6 +53,20 @@ TEST_F(BufferedFileTest, AnyWalk_ReadsWhatTheFileItselfReads) {
     }
 }
 
+TEST_F(BufferedFileTest, View_ShowsWhatReadGives) {
+    std::mt19937 random(8);
+    const std::string bytes = Numbered(30000);
+    const auto file = Open(bytes, {4096, 300});
+    for (int step = 0; step < 2000; ++step) {
+        const std::size_t place = random() % 30100;
+        const std::size_t count = random() % 6000;
+        const std::string expected = place < bytes.size() ? bytes.substr(place, count) : std::string();
+        ASSERT_EQ(file->View(static_cast<std::int32_t>(place), static_cast<std::int32_t>(count)), expected);
+        ASSERT_EQ(file->Position(), static_cast<std::int32_t>(place + expected.size()));
+    }
+    EXPECT_EQ(file->View(0, -1), "");
+}
+
 TEST_F(BufferedFileTest, HeadAndTail_AreReadOnceEach) {
     const auto file = Open(Numbered(50000), {1000, 500});
     Reads();
