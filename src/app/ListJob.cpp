@@ -1,6 +1,14 @@
 #include "app/ListJob.h"
 
+#include <algorithm>
+#include <functional>
+#include <future>
+#include <optional>
 #include <ostream>
+#include <span>
+#include <system_error>
+#include <thread>
+#include <utility>
 
 #include "app/ListText.h"
 #include "core/Boxes.h"
@@ -11,8 +19,10 @@ namespace zefta {
 
 namespace {
 
-/// Lines are handed on in pieces of this size, so that memory stays flat with the number of files.
-constexpr std::size_t OutputPiece = 32 * 1024;
+/// Lines are handed on in runs of so many files, so that memory stays flat with their number.
+constexpr std::size_t RowsAtATime = 4096;
+/// Fewer files are read before a thread has started.
+constexpr std::size_t WorthAThread = 64;
 
 struct Listing {
     std::string folder;
@@ -34,21 +44,46 @@ Listing Find(App& app, const std::string& spec) {
     return {work.folder, ListFolder(app.files, work.folder, work.mask, app.ansi)};
 }
 
-void Print(App& app, const Listing& listing, ListForm form, std::ostream& output) {
+/// The lines of some entries. Asks the services of the App only for what several threads may ask at once.
+std::string TextOf(const FileReading& reading, const std::string& folder, std::span<const ListEntry> entries,
+                   ListForm form) {
     std::string text;
-    for (const ListEntry& entry : listing.entries) {
-        const ListedFile file = ReadListedFile(app, listing.folder, entry);
-        const ListRow row = RowOf(entry, file.bytes, file.tag, app.ansi);
+    for (const ListEntry& entry : entries) {
+        const ListedFile file = ReadListedFile(reading, folder, entry);
+        const ListRow row = RowOf(entry, file.bytes, file.tag, reading.ansi);
         if (form == ListForm::Json) {
             AppendJsonLine(text, row, entry.kind, file);
         } else {
             AppendTableLine(text, row);
         }
-        if (text.size() < OutputPiece) continue;
-        output << text;
-        text.clear();
     }
-    output << text;
+    return text;
+}
+
+/// Starts the step beside this thread; none when the machine has no second processor or no thread to give.
+std::optional<std::future<std::string>> Beside(const std::function<std::string()>& step) {
+    if (std::thread::hardware_concurrency() < 2) return std::nullopt;
+    try {
+        return std::async(std::launch::async, step);
+    } catch (const std::system_error&) {
+        return std::nullopt;
+    }
+}
+
+void Print(App& app, const Listing& listing, ListForm form, std::ostream& output) {
+    const FileReading reading = {app.files, app.ansi, UnknownContent::PassOver};
+    std::span<const ListEntry> rest = listing.entries;
+    while (!rest.empty()) {
+        const auto run = rest.first(std::min(RowsAtATime, rest.size()));
+        const auto [first, second] = std::pair(run.first(run.size() / 2), run.subspan(run.size() / 2));
+        const auto text = [&](std::span<const ListEntry> part) {
+            return TextOf(reading, listing.folder, part, form);
+        };
+        auto beside = run.size() >= WorthAThread ? Beside([&] { return text(second); }) : std::nullopt;
+        output << text(first);
+        output << (beside ? beside->get() : text(second));
+        rest = rest.subspan(run.size());
+    }
 }
 
 }  // namespace

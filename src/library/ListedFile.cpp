@@ -7,17 +7,16 @@
 #include "tags/MP3File.h"
 #include "tags/MPEGplusFile.h"
 #include "tags/OggFile.h"
-#include "wave/WaveFile.h"
+#include "wave/WaveInfo.h"
 
 namespace zefta {
 
 namespace {
 
-void ReadTag(App& app, const std::string& path, ListKind kind, ID3Tag& tag) {
-    const FileReading reading = {app.files, app.ansi, UnknownContent::PassOver};
+void ReadTag(const FileReading& reading, const std::string& path, ListKind kind, ID3Tag& tag) {
     switch (kind) {
         case ListKind::Wave:
-            tag = app.defaultWaveFile->GetWaveInfo(path);
+            ReadWaveInfo(reading.files, path, tag);
             break;
         case ListKind::MP3:
             ReadMP3File(reading, path, tag);
@@ -50,13 +49,13 @@ void Trapped(Step step) {
 
 }  // namespace
 
-ListedFile ReadListedFile(App& app, const std::string& folder, const ListEntry& entry) {
+ListedFile ReadListedFile(const FileReading& reading, const std::string& folder, const ListEntry& entry) {
     ListedFile file;
     if (entry.kind == ListKind::Folder) return file;
     const std::string path = JoinPath(folder, entry.name);
-    Trapped([&] { ReadTag(app, path, entry.kind, file.tag); });
+    Trapped([&] { ReadTag(reading, path, entry.kind, file.tag); });
     file.bytes = file.tag.Length;
-    if (!KnowsTheLength(entry.kind, file.tag)) Trapped([&] { file.bytes = app.files.FileSize(path); });
+    if (!KnowsTheLength(entry.kind, file.tag)) Trapped([&] { file.bytes = reading.files.FileSize(path); });
     return file;
 }
 

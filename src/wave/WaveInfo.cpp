@@ -1,3 +1,5 @@
+#include "wave/WaveInfo.h"
+
 #include <utility>
 
 #include "core/Numbers.h"
@@ -36,7 +38,7 @@ std::int32_t PlayingTime(const ID3Tag& tag) {
 }
 
 /// Walks the chunks; false for a file that is no usable WAV file.
-bool WalkChunks(BinaryFile& file, ID3Tag& tag, Desktop& desktop) {
+bool WalkChunks(BinaryFile& file, ID3Tag& tag, const std::function<void()>& afterChunk) {
     if (file.ReadBytes(4) != "RIFF") return false;
     const std::int32_t riffLength = ReadLong(file);
     if (file.ReadBytes(4) != "WAVE") return false;
@@ -50,7 +52,7 @@ bool WalkChunks(BinaryFile& file, ID3Tag& tag, Desktop& desktop) {
         } else {
             SkipBody(file, *chunk);
         }
-        desktop.ServeEvents();
+        if (afterChunk) afterChunk();
     }
     tag.Seconds = PlayingTime(tag);
     return true;
@@ -58,18 +60,23 @@ bool WalkChunks(BinaryFile& file, ID3Tag& tag, Desktop& desktop) {
 
 }  // namespace
 
-ID3Tag WaveFile::GetWaveInfo(const std::string& path) {
-    ID3Tag tag;
-    auto opened = app_.files.OpenRead(path);
-    if (!opened) return tag;
+void ReadWaveInfo(FileSystem& files, const std::string& path, ID3Tag& tag,
+                  const std::function<void()>& afterChunk) {
+    auto opened = files.OpenRead(path);
+    if (!opened) return;
     tag.Path = PathOfRecord(path);
     try {
         BufferedFile file(std::move(opened), {.head = HeadOfFile, .tail = 0});
         tag.Length = file.Size();
-        if (!WalkChunks(file, tag, app_.desktop)) tag.Bitrate = NoWaveFile;
+        if (!WalkChunks(file, tag, afterChunk)) tag.Bitrate = NoWaveFile;
     } catch (const RuntimeError&) {
         tag.Bitrate = NoWaveFile;
     }
+}
+
+ID3Tag WaveFile::GetWaveInfo(const std::string& path) {
+    ID3Tag tag;
+    ReadWaveInfo(app_.files, path, tag, [this] { app_.desktop.ServeEvents(); });
     return tag;
 }
 

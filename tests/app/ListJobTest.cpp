@@ -125,6 +125,18 @@ TEST_F(ListJobTest, FileAbove2GiB_ShowsItsSize) {
     EXPECT_NE(text.find("big.wav\t3072 M\tRAW\t\t"), std::string::npos) << text;
 }
 
+TEST_F(ListJobTest, LargeFolder_IsListedInOrderWithEveryRowItsOwn) {
+    std::string expected = Header;
+    for (int i = 1000; i < 1300; ++i) {
+        const std::string number = std::to_string(i);
+        WriteTagged(number + ".mp3", "Artist " + number);
+        expected += number + ".mp3\t828\t0\t0:00\tArtist " + number + "\tSong (Mix)\t1999\tAlbum\n";
+    }
+    for (int round = 0; round < 5; ++round) EXPECT_EQ(Run({"/list"}), expected);
+    const std::string json = Run({"/list", "/json"});
+    EXPECT_EQ(std::count(json.begin(), json.end(), '\n'), 300);
+}
+
 TEST_F(ListJobTest, NoArgumentOrFolderWithoutADisplay_IsTheList) {
     app.files.CreateFolder("sub");
     WriteTagged("sub/a.mp3", "A");
