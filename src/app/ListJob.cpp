@@ -8,7 +8,6 @@
 #include <span>
 #include <system_error>
 #include <thread>
-#include <utility>
 
 #include "app/ListText.h"
 #include "core/Boxes.h"
@@ -75,7 +74,8 @@ void Print(App& app, const Listing& listing, ListForm form, std::ostream& output
     std::span<const ListEntry> rest = listing.entries;
     while (!rest.empty()) {
         const auto run = rest.first(std::min(RowsAtATime, rest.size()));
-        const auto [first, second] = std::pair(run.first(run.size() / 2), run.subspan(run.size() / 2));
+        const auto first = run.first(run.size() / 2);
+        const auto second = run.subspan(first.size());
         const auto text = [&](std::span<const ListEntry> part) {
             return TextOf(reading, listing.folder, part, form);
         };
