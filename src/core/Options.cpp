@@ -62,6 +62,8 @@ Modes of /encode (320 kbps MP3 when none is given):
 
   /f0 .. /f9                        name format of /rename; layout of the silence of /wavetrim
 
+  /list [folder or mask] [/json]    the rows of the file list, cells separated by tabs, or one JSON object
+                                    a line; only as the first word
   --help, -h                        this text
   --version                         the version
 
