@@ -28,13 +28,14 @@ FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec
 
 std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work) {
     const std::vector<FolderEntry> entries = files.List(work.folder);
+    const auto isFile = [](const FolderEntry& entry) { return !entry.isFolder && !entry.isSpecial; };
     const bool namesOne = std::any_of(entries.begin(), entries.end(), [&](const FolderEntry& entry) {
-        return !entry.isFolder && entry.name == work.mask;
+        return isFile(entry) && entry.name == work.mask;
     });
     if (namesOne) return {work.mask};
     std::vector<std::string> names;
     for (const FolderEntry& entry : entries) {
-        if (!entry.isFolder && MatchesMask(entry.name, work.mask)) names.push_back(entry.name);
+        if (isFile(entry) && MatchesMask(entry.name, work.mask)) names.push_back(entry.name);
     }
     return names;
 }

@@ -78,7 +78,7 @@ std::vector<ListEntry> ListFolder(const FileSystem& files, const std::string& fo
     const bool takesAll = mask == "*";
     std::vector<ListEntry> entries;
     for (FolderEntry& entry : files.List(folder)) {
-        if (!takesAll && !MatchesMask(entry.name, mask)) continue;
+        if (entry.isSpecial || (!takesAll && !MatchesMask(entry.name, mask))) continue;
         const auto kind = entry.isFolder ? ListKind::Folder : ListKindOf(entry.name);
         if (kind) entries.push_back({std::move(entry.name), *kind});
     }

@@ -19,6 +19,8 @@ inline constexpr std::size_t LongestName = 255;
 struct FolderEntry {
     std::string name;
     bool isFolder = false;
+    /// A pipe, socket or device: no tool is to be given it, since it may wait for ever.
+    bool isSpecial = false;
 };
 
 /// The files and folders of the machine.

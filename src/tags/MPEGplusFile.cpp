@@ -16,9 +16,9 @@ namespace {
 /// The stream header and an ID3v2 tag of usual size; an APE tag without pictures.
 constexpr BufferedFile::Windows UsualFile{.head = 4096, .tail = 4096};
 
-/// The track as a number. Many programs end their frames with a NUL, which is no part of it.
-std::uint8_t TrackOf(std::string_view text) {
-    return ToByte(std::int64_t{WholeNumber(text.substr(0, text.find('\0')))});
+/// Many programs end their frames with a NUL, which is no part of the text.
+std::string_view WithoutEnd(std::string_view text) {
+    return text.substr(0, text.find('\0'));
 }
 
 /// Non-empty ID3v2 values take the place of those of ID3v1.
@@ -29,7 +29,8 @@ void TakeUpID3v2(ID3Tag& tag) {
         tag.Title = extension.TrackTitle;
         tag.Comment = extension.Mix;
     }
-    if (!extension.TrackNumber.empty()) tag.TrackNumber = TrackOf(extension.TrackNumber);
+    if (const auto track = WithoutEnd(extension.TrackNumber); !track.empty())
+        tag.TrackNumber = ToByte(std::int64_t{WholeNumber(track)});
     if (!extension.AlbumTitle.empty()) tag.Album = extension.AlbumTitle;
     if (!extension.Year.empty()) tag.Year = extension.Year;
 }

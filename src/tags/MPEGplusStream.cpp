@@ -186,13 +186,19 @@ void ReadMPEGplusStream(BinaryFile& file, ID3Tag& tag) {
 }
 
 bool IsVersion8Stream(BinaryFile& file) {
+    constexpr std::size_t flagsOffset = 5;
     constexpr std::size_t sizeOffset = 6;
     constexpr std::int32_t headerSize = 10;
+    constexpr std::uint8_t footerPresent = 16;
     file.Seek(0, SeekFrom::Start);
     const std::string head = file.ReadBytes(headerSize);
-    const bool isTagged = head.starts_with("ID3") && head.size() > sizeOffset;
-    file.Seek(isTagged ? ByteCodec::SyncSafeToLong(head.substr(sizeOffset)) + headerSize : 0,
-              SeekFrom::Start);
+    std::int32_t start = 0;
+    if (head.starts_with("ID3") && head.size() > sizeOffset) {
+        start = ByteCodec::SyncSafeToLong(head.substr(sizeOffset)) + headerSize;
+        // The readers take the footer for a part of the stream; a writer must not cut a stream for that.
+        if ((ByteAt(head, flagsOffset) & footerPresent) != 0) start += headerSize;
+    }
+    file.Seek(start, SeekFrom::Start);
     return file.ReadBytes(4) == Version8Marker;
 }
 

@@ -10,12 +10,19 @@ namespace zefta {
 
 namespace {
 
+void SayDenied(App& app, const std::string& path) {
+    ShowWarning(app, app.messages.GetMessage(1014, app.ansi.ToText(path)));
+}
+
 void TakePlace(App& app, TemporaryFile& fresh, const std::string& shownPath) {
     try {
         fresh.TakePlace();
     } catch (const RuntimeError& error) {
-        const bool denied = error.Kind() == ErrorNumber::PermissionDenied;
-        ShowWarning(app, denied ? app.messages.GetMessage(1014, shownPath) : app.messages.GetMessage(1003));
+        if (error.Kind() == ErrorNumber::PermissionDenied) {
+            SayDenied(app, shownPath);
+        } else {
+            ShowWarning(app, app.messages.GetMessage(1003));
+        }
     }
 }
 
@@ -32,8 +39,12 @@ void SetOggComments(App& app, const ID3Tag& tag) {
     if (!vendor) return;
     const std::string comment = RenderOggCommentHeader(*vendor, tag);
     if (comment == headers->comment) return;
-    TemporaryFile fresh(app.files, path);
-    if (!fresh.File() || !WriteOggStream(*headers, comment, pages, *fresh.File())) return;
+    TemporaryFile fresh(app.files, path, TemporaryFile::OldFile::Keep);
+    if (!fresh.File()) {
+        SayDenied(app, tag.Path);
+        return;
+    }
+    if (!WriteOggStream(*headers, comment, pages, *fresh.File())) return;
     source.reset();
     TakePlace(app, fresh, tag.Path);
 }

@@ -71,8 +71,11 @@ class OggPageReader {
     /// The bytes of the page that Next gave.
     std::string_view PageBytes() const;
 
-    /// Whether every byte of the file has been part of a page.
-    bool ReachedEnd() const { return sourceEnded_ && at_ == buffer_.size(); }
+    /// What stands behind the last page up to the end of the file; nothing while that end is not in sight.
+    std::optional<std::string_view> Rest() const {
+        if (!sourceEnded_) return std::nullopt;
+        return std::string_view(buffer_).substr(at_);
+    }
 
   private:
     void Refill();

@@ -154,6 +154,11 @@ class PageWriter {
     std::string pending_;
 };
 
+/// Programs that tag every file alike put it behind a stream too. It stays where it is.
+bool IsID3v1(std::string_view bytes) {
+    return bytes.size() == 128 && bytes.starts_with("TAG");
+}
+
 /// The pages behind the headers, each number moved by `shift`. False for a page that may not be there.
 bool CopyPages(const OggHeaders& headers, std::uint32_t shift, OggPageReader& pages, PageWriter& writer) {
     bool ended = headers.endsStream;
@@ -167,7 +172,10 @@ bool CopyPages(const OggHeaders& headers, std::uint32_t shift, OggPageReader& pa
         }
         writer.WriteWhenMuch();
     }
-    return pages.ReachedEnd();
+    const auto rest = pages.Rest();
+    if (!rest || !(rest->empty() || IsID3v1(*rest))) return false;
+    writer.Add(*rest);
+    return true;
 }
 
 }  // namespace

@@ -45,9 +45,9 @@ std::optional<OggHeaders> ReadOggHeaders(OggPageReader& pages);
 /// checksums where the headers take more or fewer pages than before. Numbers that are missing between two
 /// pages stay missing.
 ///
-/// False when what is left holds anything but sound pages of this stream: another stream beside or behind it,
-/// a damaged or cut page, foreign bytes. The destination is of no use then, nor after a run-time failure of
-/// reading or writing.
+/// An ID3v1 tag behind the last page is copied. False when what is left holds anything but sound pages of
+/// this stream: another stream beside or behind it, a damaged or cut page, foreign bytes. The destination is
+/// of no use then, nor after a run-time failure of reading or writing.
 bool WriteOggStream(const OggHeaders& headers, std::string_view comment, OggPageReader& pages,
                     BinaryFile& destination);
 

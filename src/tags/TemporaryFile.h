@@ -8,14 +8,20 @@
 namespace zefta {
 
 /// A file that is built beside the one whose place it is to take, under that one's name with ".tmp" behind
-/// it, or a shorter one with "~1.tmp" where a name can't be that long. Gone again when it is dropped before
+/// it, or "~1.tmp" and so on where that can't be. Gone again when it is dropped before
 /// it took the place, whatever went wrong.
 class TemporaryFile {
   public:
-    /// An old file of that name is deleted, and of a link the link alone; one of a shortened name stays, and
-    /// the next number is taken. File() is null when the new one
-    /// can't be created.
-    TemporaryFile(FileSystem& files, std::string target);
+    /// What becomes of a file that has the name already.
+    enum class OldFile {
+        /// It is deleted, and of a link the link alone. One of a numbered name stays.
+        Delete,
+        /// It stays, and a numbered name is taken.
+        Keep,
+    };
+
+    /// File() is null when the file can't be created.
+    TemporaryFile(FileSystem& files, std::string target, OldFile old = OldFile::Delete);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -27,7 +33,7 @@ class TemporaryFile {
 
   private:
     void CreateInPlaceOfOld();
-    void CreateUnderShorterName();
+    void CreateUnderNumberedName();
 
     FileSystem& files_;
     std::string target_;

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <filesystem>
+#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
@@ -37,6 +39,15 @@ TEST_F(FilesOfTest, MaskThatIsTheNameOfAFile_MeansThatOneAlone) {
     EXPECT_EQ(Names("*.wav"), Texts{"*.wav"});
     EXPECT_EQ(Names("a.wav"), Texts{"a.wav"});
     EXPECT_EQ(Names("W*.wav"), (Texts{"Who?.wav", "Whom.wav"}));
+}
+
+TEST_F(FilesOfTest, PipesAndDevices_AreNoFiles) {
+    folder.Write("a.wav", "");
+    std::filesystem::create_symlink("/dev/zero", folder / "zero.wav");
+    std::filesystem::create_symlink("gone", folder / "lost.wav");
+    ASSERT_EQ(mkfifo((folder / "pipe.wav").c_str(), 0600), 0);
+    EXPECT_EQ(Names("*.wav"), (Texts{"a.wav", "lost.wav"}));
+    EXPECT_EQ(Names("pipe.wav"), Texts{});
 }
 
 }  // namespace

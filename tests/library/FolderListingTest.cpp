@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
@@ -77,6 +78,11 @@ TEST_F(FolderListingTest, Mask_ChoosesByNameInAnyCase) {
     EXPECT_EQ(Names("*.mp3"), (Texts{"one.MP3", "three.mp3"}));
     EXPECT_EQ(Names("t*"), (Texts{"three.mp3", "two.ogg"}));
     EXPECT_EQ(Names("*.flac"), Texts{});
+}
+
+TEST_F(FolderListingTest, Pipe_IsNotListed) {
+    ASSERT_EQ(mkfifo((folder / "pipe.mp3").c_str(), 0600), 0);
+    EXPECT_EQ(Names(), Texts{});
 }
 
 TEST_F(FolderListingTest, LinkThatLeadsNowhere_IsListedByItsName) {

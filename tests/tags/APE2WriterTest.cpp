@@ -283,6 +283,12 @@ TEST_F(APE2WriterTest, Set_Version8BehindAnID3v2Tag_IsOneToo) {
     EXPECT_EQ(Set(stream + Id3v1{"T"}.Bytes(), ArtistRecord()), stream + artistTag);
 }
 
+TEST_F(APE2WriterTest, Set_Version8BehindAnID3v2TagWithFooter_LosesNothing) {
+    const std::string header = "ID3\4\0\20\0\0\0\0"s;
+    const std::string footer = "3DI\4\0\20\0\0\0\0"s;
+    EXPECT_EQ(Set(header + footer + Mpc8(), ArtistRecord()), header + footer + Mpc8() + artistTag);
+}
+
 TEST_F(APE2WriterTest, Set_Version8WithOldTag_ReplacesThat) {
     EXPECT_EQ(Set(Mpc8() + artistTag, FullRecord()), Mpc8() + FullTag().Bytes());
 }

@@ -134,6 +134,7 @@ TEST_F(MPEGplusFileTest, Read_ID3v2Values_GoUpOneByOne) {
     EXPECT_EQ(with(TextFrame("TYER", "1992")), "A1,T1,C1,L1,1992,11");
     EXPECT_EQ(with(TextFrame("TRCK", "22")), "A1,T1,C1,L1,1991,22");
     EXPECT_EQ(with(TextFrame("TRCK", "0")), "A1,T1,C1,L1,1991,11");
+    EXPECT_EQ(with(TextFrame("TRCK", std::string(1, '\0'))), "A1,T1,C1,L1,1991,11");
     // A title brings its mix along, also when it has none; a mix alone does not go up.
     EXPECT_EQ(with(TextFrame("TIT2", "T2 (M2)")), "A1,T2,M2,L1,1991,11");
     EXPECT_EQ(with(TextFrame("TIT2", "T2")), "A1,T2,,L1,1991,11");
@@ -183,7 +184,7 @@ TEST_F(MPEGplusFileTest, Read_ID3v1_IsInTheCodePage) {
 }
 
 TEST_F(MPEGplusFileTest, Read_ID3v2TrackThatIsNoNumberOfAByte_Fails) {
-    const std::pair<std::string, int> tracks[] = {{"3/12", 13}, {"x", 13},  {" ", 13},     {"\0"s, 13},
+    const std::pair<std::string, int> tracks[] = {{"3/12", 13}, {"x", 13},  {" ", 13},     {"\0"s, 0},
                                                   {"256", 6},   {"-1", 6},  {"255", 0},    {" 7 ", 0},
                                                   {"7\0"s, 0},  {"7.5", 0}, {"7\0/12"s, 0}};
     for (const auto& [track, number] : tracks) {

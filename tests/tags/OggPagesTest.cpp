@@ -100,7 +100,7 @@ class OggPageReaderTest : public ::testing::Test {
         while (reader.Next()) read += reader.PageBytes();
         EXPECT_EQ(reader.PageBytes(), "");
         EXPECT_FALSE(reader.Next());
-        return read + (reader.ReachedEnd() ? " END" : "");
+        return read + (reader.Rest() == "" ? " END" : "");
     }
 
     TempFolder folder;

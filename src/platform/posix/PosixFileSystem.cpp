@@ -57,7 +57,8 @@ std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) {
 FolderEntry EntryOf(const std::string& folder, const dirent& entry) {
     if (entry.d_type == DT_REG || entry.d_type == DT_DIR) return {entry.d_name, entry.d_type == DT_DIR};
     const auto status = StatusOf(JoinPath(folder, entry.d_name));
-    return {entry.d_name, status && S_ISDIR(status->st_mode)};
+    const bool isFolder = status && S_ISDIR(status->st_mode);
+    return {entry.d_name, isFolder, status && !isFolder && !S_ISREG(status->st_mode)};
 }
 
 bool IsDotEntry(const char* name) {
