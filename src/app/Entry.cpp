@@ -115,7 +115,7 @@ int EndByFailure(App& app, const RuntimeError& error) {
 }  // namespace
 
 int RunZefta(App& app, const std::vector<std::string>& arguments, std::ostream& output) {
-    if (Answer(arguments, output)) return ExitDone;
+    if (Answer(arguments, output)) return output.flush() ? ExitDone : ExitComplaint;
     WaveFile defaultWaveFile(app);
     app.defaultWaveFile = &defaultWaveFile;
     try {

@@ -13,6 +13,7 @@
 #include "core/Boxes.h"
 #include "core/Folders.h"
 #include "platform/Paths.h"
+#include "platform/RuntimeError.h"
 
 namespace zefta {
 
@@ -92,7 +93,8 @@ void PrintList(App& app, const std::vector<std::string>& specs, ListForm form, s
     if (form == ListForm::Table) output << TableHeader();
     for (const std::string& spec : specs.empty() ? std::vector<std::string>(1) : specs)
         CheckRuntimeError(app, [&] { Print(app, Find(app, spec), form, output); });
-    output.flush();
+    // A list that was cut short must not look complete to a script.
+    if (!output.flush()) throw RuntimeError(ErrorNumber::DeviceIoError);
 }
 
 }  // namespace zefta

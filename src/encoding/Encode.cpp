@@ -32,9 +32,11 @@ void EncodeFile(App& app, EncodeSource source) {
 }
 
 bool EncodeAndTag(App& app, const std::string& folder, const std::string& name) {
-    EncodeFile(app, {name, JoinPath(folder, name), folder});
     const std::string output = EncodedOutputPath(app.state, folder, name);
-    if (!HasEncodedOutput(app, output)) return false;
+    const std::string former = app.files.ContentStamp(output);
+    EncodeFile(app, {name, JoinPath(folder, name), folder});
+    // An old file of that name that the encoder did not touch is no output: its tags are somebody's work.
+    if (!HasEncodedOutput(app, output) || app.files.ContentStamp(output) == former) return false;
     TagEncodedOutput(app, output, name);
     return true;
 }

@@ -74,6 +74,10 @@ class FileSystem {
     /// Bytes of the file; 53 when there is none.
     virtual std::int64_t FileSize(const std::string& path) const = 0;
 
+    /// A text that is another one as soon as the file was written to, replaced or made anew; "" when there is
+    /// none.
+    virtual std::string ContentStamp(const std::string& path) const = 0;
+
     virtual bool IsReadOnly(const std::string& path) const = 0;
     virtual void SetReadOnly(const std::string& path, bool readOnly) = 0;
 

@@ -10,6 +10,11 @@ std::string BackupPath(const FileSystem& files, const std::string& path) {
     return files.FollowLinks(path) + ".BAK";
 }
 
+void KeepBackupOf(const FileSystem& files, const std::string& path) {
+    const std::string backup = BackupPath(files, path);
+    if (files.FileExists(backup)) throw RuntimeError(ErrorNumber::FileAlreadyExists, backup);
+}
+
 std::string MoveToBackup(FileSystem& files, const std::string& path) {
     const std::string backup = BackupPath(files, path);
     if (files.FileExists(backup)) files.DeleteFile(backup, Force::No);

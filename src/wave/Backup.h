@@ -10,6 +10,9 @@ namespace zefta {
 /// behind its name.
 std::string BackupPath(const FileSystem& files, const std::string& path);
 
+/// RuntimeError 58 when there is a backup: beside a file that was cut short it may be the only whole copy.
+void KeepBackupOf(const FileSystem& files, const std::string& path);
+
 /// Gives the file its backup name; returns that. An older backup goes first: RuntimeError 70, and nothing has
 /// changed, when it is read-only.
 std::string MoveToBackup(FileSystem& files, const std::string& path);

@@ -29,6 +29,11 @@ std::string Header(const WaveFormatFields& format, std::int32_t dataLength) {
            FromShort(format.BlockAlign) + FromShort(format.BitsPerSample) + "data" + FromLong(dataLength);
 }
 
+/// So does the stump of a rewrite that was killed.
+bool EndsBeforeItsAudio(const WaveFile& wave, std::int64_t fileSize) {
+    return std::int64_t{wave.DataSizePos} + 4 + wave.DataLength > fileSize && wave.DataSizePos > 0;
+}
+
 /// In pieces: the silence that somebody asks for may be longer than memory.
 void WriteSilence(BinaryFile& file, std::int32_t count) {
     static constexpr std::array<std::byte, WaveBlockSize> Zeros{};
@@ -113,6 +118,7 @@ std::int32_t WaveFile::ProcessWave(bool normalize) {
     Raise(Status, 0);
     WaveRewrite rewrite(*this, app_, normalize);
     const std::string path = app_.files.FollowLinks(FileName);
+    if (EndsBeforeItsAudio(*this, app_.files.FileSize(path))) KeepBackupOf(app_.files, path);
     const std::string backupPath = MoveToBackup(app_.files, path);
     auto backup = app_.files.OpenRead(backupPath);
     if (!backup) return CannotOpen;

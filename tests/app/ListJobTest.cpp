@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -145,6 +146,25 @@ TEST_F(ListJobTest, NoArgumentOrFolderWithoutADisplay_IsTheList) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(Run({"sub"}), Header + row);
     EXPECT_EQ(Run({app.folder.Path() + "/sub"}), Header + row);
+}
+
+TEST_F(ListJobTest, OutputThatTakesNothing_IsAFailure) {
+    WriteTagged("a.mp3", "A");
+    std::ofstream full("/dev/full");
+    EXPECT_EQ(RunZefta(app, {"/list"}, full), 1);
+    ASSERT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_NE(app.desktop.boxes[0].text.find("57"), std::string::npos);
+    full.clear();
+    EXPECT_EQ(RunZefta(app, {"--help"}, full), 1);
+}
+
+TEST_F(ListJobTest, CurrentFolderThatIsGone_IsAFailure) {
+    app.files.CreateFolder("gone");
+    app.files.SetCurrentFolder("gone");
+    app.files.DeleteFolder(app.folder / "gone", Force::Yes);
+    EXPECT_EQ(Run({"/list"}), Header);
+    EXPECT_EQ(status, 1);
+    app.files.SetCurrentFolder(app.folder.Path());
 }
 
 TEST(ListJobFaults, EveryReadFailing_StillListsEveryFile) {

@@ -136,6 +136,18 @@ TEST_F(EncodeTest, MissingOrEmptyOutput_IsPassedOverInSilence) {
     EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
+TEST_F(EncodeTest, OldOutputOfAnEncoderThatFails_KeepsItsTags) {
+    app.folder.Write("a.wav", "x");
+    const std::string old = Audio(700) + Id3v1{"Somebody's work"}.Bytes();
+    app.folder.Write("a.MP3", old);
+    Run({"128", "a.wav", "/notrim"});
+    EXPECT_EQ(app.processes.runs.size(), 1U);
+    EXPECT_EQ(app.folder.Read("a.MP3"), old);
+    PlayTool(Audio(500));
+    Run({"128", "a.wav", "/notrim"});
+    EXPECT_EQ(ReadTags(app.folder / "a.MP3").Title, "a");
+}
+
 TEST_F(EncodeTest, OtherEncoders_LeaveTheirOutputBesideTheSource) {
     app.folder.Write("a.wav", "x");
     PlayTool(Audio(500));

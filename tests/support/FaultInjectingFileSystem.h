@@ -54,6 +54,7 @@ class FaultInjectingFileSystem : public FileSystem {
     std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenNew(const std::string& path) override;
     std::int64_t FileSize(const std::string& path) const override { return real_.FileSize(path); }
+    std::string ContentStamp(const std::string& path) const override { return real_.ContentStamp(path); }
     bool IsReadOnly(const std::string& path) const override { return real_.IsReadOnly(path); }
     void SetReadOnly(const std::string& path, bool readOnly) override;
     void CopyAttributes(const std::string& source, const std::string& target) override;

@@ -103,6 +103,17 @@ TEST(ProcessWaveFaults, FullDisk_PutsTheFormerFileBackSoThatASecondTryLosesNothi
     EXPECT_FALSE(faulty.stage.app.folder.Exists("a.wav.BAK"));
 }
 
+TEST(ProcessWaveFaults, FileCutShortBesideABackup_IsLeftWithIt) {
+    const std::string whole = Wav().Silence(600).Tone(2 * Block).Silence(600).Bytes();
+    const std::string stump = whole.substr(0, whole.size() - Block);
+    FaultyWave faulty;
+    faulty.stage.app.folder.Write("a.wav.BAK", whole);
+    EXPECT_EQ(faulty.stage.Scan(stump), 0);
+    EXPECT_EQ(RuntimeErrorOf([&] { faulty.stage.wave.ProcessWave(false); }), 58);
+    EXPECT_TRUE(faulty.Holds("a.wav", stump));
+    EXPECT_TRUE(faulty.Holds("a.wav.BAK", whole));
+}
+
 TEST(ProcessWaveFaults, DiskThatTakesNothingMore_LeavesBothFiles) {
     const std::string source = Wav().Silence(600).Tone(2 * Block).Bytes();
     FaultyWave faulty;

@@ -135,6 +135,15 @@ std::int64_t PosixFileSystem::FileSize(const std::string& path) const {
     return status->st_size;
 }
 
+std::string PosixFileSystem::ContentStamp(const std::string& path) const {
+    const auto status = StatusOf(path);
+    if (!status) return {};
+    std::string stamp = std::to_string(status->st_ino) + " " + std::to_string(status->st_size);
+    for (const timespec& time : {status->st_mtim, status->st_ctim})
+        stamp += " " + std::to_string(time.tv_sec) + "." + std::to_string(time.tv_nsec);
+    return stamp;
+}
+
 bool PosixFileSystem::IsReadOnly(const std::string& path) const {
     const auto status = StatusOf(path);
     if (!status) throw RuntimeError(ErrorNumber::FileNotFound, path);
@@ -191,7 +200,9 @@ std::vector<FolderEntry> PosixFileSystem::List(const std::string& folder) const 
 
 std::string PosixFileSystem::CurrentFolder() const {
     const std::unique_ptr<char, void (*)(void*)> folder(getcwd(nullptr, 0), std::free);
-    return folder ? std::string(folder.get()) : std::string(1, PathSeparator);
+    // It was deleted, say. Any other folder in its place would be worked on in error.
+    if (!folder) throw RuntimeError(ErrorNumber::PathNotFound);
+    return folder.get();
 }
 
 void PosixFileSystem::SetCurrentFolder(const std::string& folder) {

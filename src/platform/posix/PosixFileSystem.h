@@ -18,6 +18,7 @@ class PosixFileSystem : public FileSystem {
     std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenNew(const std::string& path) override;
     std::int64_t FileSize(const std::string& path) const override;
+    std::string ContentStamp(const std::string& path) const override;
     bool IsReadOnly(const std::string& path) const override;
     void SetReadOnly(const std::string& path, bool readOnly) override;
     void CopyAttributes(const std::string& source, const std::string& target) override;
