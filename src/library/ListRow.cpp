@@ -8,8 +8,13 @@ namespace {
 
 constexpr std::int32_t Mono = 3;
 
-const std::string& FirstNotEmpty(const std::string& first, const std::string& second) {
-    return first.empty() ? second : first;
+/// Many programs end their texts in a tag with a NUL; what follows it was never shown.
+std::string_view Shown(std::string_view text) {
+    return text.substr(0, text.find('\0'));
+}
+
+std::string FirstNotEmpty(std::string_view first, std::string_view second) {
+    return std::string(Shown(first).empty() ? Shown(second) : Shown(first));
 }
 
 std::string WithMonoMark(std::int32_t number, const ID3Tag& tag) {
@@ -26,8 +31,8 @@ void FillWave(ListRow& row, const ID3Tag& tag) {
 }
 
 std::string TitleWithMix(const ID3Tag& tag) {
-    const std::string& mix = FirstNotEmpty(tag.ID3v2Extension.Mix, tag.Comment);
-    const std::string& title = FirstNotEmpty(tag.ID3v2Extension.TrackTitle, tag.Title);
+    const std::string mix = FirstNotEmpty(tag.ID3v2Extension.Mix, tag.Comment);
+    const std::string title = FirstNotEmpty(tag.ID3v2Extension.TrackTitle, tag.Title);
     return mix.empty() ? title : title + " (" + mix + ")";
 }
 

@@ -30,7 +30,8 @@ struct ListRow {
 std::string SizeText(std::int64_t bytes);
 
 /// The row of an entry of that many bytes; `tag` is what the reader of its kind left. Tags of version 2 go
-/// before the ones of the record; for a file without them the Lyrics3 names go before all.
+/// before the ones of the record, and a value ends at its first NUL; for a file without them the Lyrics3
+/// names go before all.
 ListRow RowOf(const ListEntry& entry, std::int64_t bytes, const ID3Tag& tag, const CodePage& ansi);
 
 }  // namespace zefta

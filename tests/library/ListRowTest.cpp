@@ -110,6 +110,18 @@ TEST(RowOf, Compressed_FallsBackFieldByField) {
     EXPECT_EQ(Row("x.mp3", ListKind::MP3, tag).Title, "T2");
 }
 
+TEST(RowOf, ValueWithANul_EndsThere) {
+    using namespace std::string_literals;
+    ID3Tag tag = BothTags();
+    tag.ID3v2Extension.Artist = "A2\0"s;
+    tag.ID3v2Extension.TrackTitle = "T2\0more"s;
+    tag.ID3v2Extension.Year = "\0"s;
+    const ListRow row = Row("x.mp3", ListKind::MP3, tag);
+    EXPECT_EQ(row.Artist, "A2");
+    EXPECT_EQ(row.Title, "T2 (M2)");
+    EXPECT_EQ(row.Year, "1991");
+}
+
 TEST(RowOf, BitrateOfMono_CarriesAnM) {
     ID3Tag tag;
     tag.Bitrate = 128;
