@@ -22,8 +22,9 @@ struct FolderAndMask {
 /// stands; a relative one counts from there.
 FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec);
 
-/// The names of the files that the mask means, in folder order; pipes and devices are none. A mask that is the very name of a file means
-/// that file alone, also when the name holds what would else stand for other characters.
+/// The names of the files that the mask means, in folder order; pipes and devices are none. A mask that is
+/// the very name of a file means that file alone, also when the name holds what would else stand for other
+/// characters.
 std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work);
 
 }  // namespace zefta
