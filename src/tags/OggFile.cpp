@@ -69,17 +69,8 @@ void ReadComments(std::string_view head, ID3Tag& tag, const CodePage& ansi) {
         ReadOggComment(tag, cursor.Take(cursor.TakeLength()), ansi);
 }
 
-/// Where the last marker stands. Forward, since that search is the fast one.
-std::size_t FindLastPage(std::string_view tail) {
-    std::size_t last = std::string_view::npos;
-    for (std::size_t at = tail.find(PageMarker); at != std::string_view::npos;
-         at = tail.find(PageMarker, at + PageMarker.size()))
-        last = at;
-    return last;
-}
-
 void ReadMeasures(std::string_view tail, ID3Tag& tag) {
-    const std::size_t last = FindLastPage(tail);
+    const std::size_t last = FindLast(tail, PageMarker);
     if (last == std::string_view::npos) return;
     Cursor page(tail.substr(last));
     page.Take(GranulePosition);
