@@ -22,7 +22,10 @@ std::string Head(const std::string& bytes, std::size_t count) {
     return bytes.substr(0, std::min(count, bytes.size()));
 }
 
+/// The marker of an APE tag of 131 bytes looks like one and is none.
 bool HasID3v1(const std::string& bytes) {
+    if (bytes.size() >= ID3v1Length + 3 && bytes.compare(bytes.size() - ID3v1Length - 3, 8, "APETAGEX") == 0)
+        return false;
     return bytes.size() >= ID3v1Length && bytes.compare(bytes.size() - ID3v1Length, 3, "TAG") == 0;
 }
 

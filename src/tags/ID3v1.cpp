@@ -34,8 +34,17 @@ constexpr std::array<TextField, 5> TextFields = {{
 constexpr std::size_t CommentPlace = 97;
 constexpr std::size_t GenrePlace = 127;
 
+/// An APE tag of 131 bytes has the three letters in the same place.
+bool IsMarkerOfAPE(BinaryFile& file) {
+    constexpr std::string_view ApeMarker = "APETAGEX";
+    const auto ahead = static_cast<std::int32_t>(ApeMarker.find(Marker));
+    return file.Seek(-TagLength - ahead, SeekFrom::End) &&
+           file.ReadBytes(static_cast<std::int32_t>(ApeMarker.size())) == ApeMarker;
+}
+
 bool SeekToTag(BinaryFile& file) {
-    return file.Seek(-TagLength, SeekFrom::End) && file.ReadBytes(3) == Marker;
+    const bool isOther = IsMarkerOfAPE(file);
+    return file.Seek(-TagLength, SeekFrom::End) && file.ReadBytes(3) == Marker && !isOther;
 }
 
 /// Comment and track. Bytes 125 and 126 both not 0 mean 30 bytes of comment; the standard looks at byte 125

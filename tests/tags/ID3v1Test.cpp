@@ -239,5 +239,18 @@ TEST_F(SetID3Test, FileThatCannotBeOpened_Gives1) {
     EXPECT_EQ(folder.Read("a.mp3"), audio);
 }
 
+TEST_F(ID3v1Test, ApeTagOf131Bytes_IsNone) {
+    const std::string ape = "APETAGEX" + std::string(123, 'x');
+    folder.Write("a.mp3", Audio(300) + ape);
+    ID3Tag tag;
+    EXPECT_FALSE(ReadID3v1(*files.OpenReadOnly(folder / "a.mp3"), tag, ansi));
+    EXPECT_EQ(tag.Title, "");
+    tag.Path = folder / "a.mp3";
+    tag.Title = "T";
+    SetID3v1(files, ansi, tag);
+    EXPECT_EQ(folder.Read("a.mp3").substr(0, 431), Audio(300) + ape);
+    EXPECT_EQ(folder.Read("a.mp3").size(), 300 + 131 + 128U);
+}
+
 }  // namespace
 }  // namespace zefta::test
