@@ -48,11 +48,12 @@ std::string AudioBehindID3v2(FuzzWorld& world, const std::string& path) {
     return file->ReadBytes(file->Size());
 }
 
+/// Title and mix count as the one text that they are in the file: "A (B) ()" is split anew each time.
 std::string Fields(const ID3v2Extension& tag) {
-    std::string text;
+    std::string text = tag.TrackTitle + (tag.Mix.empty() ? "" : " (" + tag.Mix + ")") + '\n';
     for (const std::string* field :
-         {&tag.Artist, &tag.TrackTitle, &tag.Mix, &tag.AlbumTitle, &tag.Year, &tag.Genre, &tag.Comments,
-          &tag.Composer, &tag.Copyright, &tag.EncodedBy, &tag.TrackNumber, &tag.UnknownFrames})
+         {&tag.Artist, &tag.AlbumTitle, &tag.Year, &tag.Genre, &tag.Comments, &tag.Composer, &tag.Copyright,
+          &tag.EncodedBy, &tag.TrackNumber, &tag.UnknownFrames})
         text += *field + '\n';
     return text;
 }
