@@ -48,9 +48,14 @@ std::string AudioBehindID3v2(FuzzWorld& world, const std::string& path) {
     return file->ReadBytes(file->Size());
 }
 
-/// Title and mix count as the one text that they are in the file: "A (B) ()" is split anew each time.
+/// Title and mix count as the one text that they are in the file, without brackets and the blanks around
+/// them: "A (B) ()" and "A ((B)" are split anew each time.
 std::string Fields(const ID3v2Extension& tag) {
-    std::string text = tag.TrackTitle + (tag.Mix.empty() ? "" : " (" + tag.Mix + ")") + '\n';
+    std::string text = tag.TrackTitle + tag.Mix;
+    std::erase_if(text, [](char character) {
+        return std::string_view(" ()").find(character) != std::string_view::npos;
+    });
+    text += '\n';
     for (const std::string* field :
          {&tag.Artist, &tag.AlbumTitle, &tag.Year, &tag.Genre, &tag.Comments, &tag.Composer, &tag.Copyright,
           &tag.EncodedBy, &tag.TrackNumber, &tag.UnknownFrames})
