@@ -56,9 +56,10 @@ std::string Fields(const ID3v2Extension& tag) {
         return std::string_view(" ()").find(character) != std::string_view::npos;
     });
     text += '\n';
-    for (const std::string* field :
-         {&tag.Artist, &tag.AlbumTitle, &tag.Year, &tag.Genre, &tag.Comments, &tag.Composer, &tag.Copyright,
-          &tag.EncodedBy, &tag.TrackNumber, &tag.UnknownFrames})
+    // A reference by number in front of a genre is dropped each time.
+    text += tag.Genre.substr(tag.Genre.rfind(')') + 1) + '\n';
+    for (const std::string* field : {&tag.Artist, &tag.AlbumTitle, &tag.Year, &tag.Comments, &tag.Composer,
+                                     &tag.Copyright, &tag.EncodedBy, &tag.TrackNumber, &tag.UnknownFrames})
         text += *field + '\n';
     return text;
 }
