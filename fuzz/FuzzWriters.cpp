@@ -49,19 +49,21 @@ std::string AudioBehindID3v2(FuzzWorld& world, const std::string& path) {
     return file->ReadBytes(file->Size());
 }
 
-/// A writer takes blanks from the ends of its texts.
-std::string Fields(const ID3v2Extension& tag) {
-    std::string text;
-    for (const std::string* field :
-         {&tag.Artist, &tag.TrackTitle, &tag.Mix, &tag.AlbumTitle, &tag.Year, &tag.Genre, &tag.Comments,
-          &tag.Composer, &tag.Copyright, &tag.EncodedBy, &tag.TrackNumber})
-        text += Trim(*field) + '\n';
-    return text + tag.UnknownFrames;
-}
-
 /// Brackets in a title or genre are taken apart anew at each reading: "A (B) ()", "A ((B)", "(1)(2)Rock".
 bool HasBrackets(const ID3v2Extension& tag) {
     return (tag.TrackTitle + tag.Mix + tag.Genre).find_first_of("()") != std::string::npos;
+}
+
+/// Without the blanks at the ends of texts, which a writer takes away, and on demand without what brackets
+/// change.
+std::string Fields(const ID3v2Extension& tag, bool withBracketed = true) {
+    std::string text;
+    for (const std::string* field : {&tag.Artist, &tag.AlbumTitle, &tag.Year, &tag.Comments, &tag.Composer,
+                                     &tag.Copyright, &tag.EncodedBy, &tag.TrackNumber})
+        text += Trim(*field) + '\n';
+    for (const std::string* field : {&tag.TrackTitle, &tag.Mix, &tag.Genre})
+        text += withBracketed ? Trim(*field) + '\n' : "";
+    return text + tag.UnknownFrames;
 }
 
 /// The values of the input in the fields that all tags have.
@@ -147,13 +149,13 @@ void FuzzSetID3v2(std::string_view input) {
     Require(tag.Path == "a.mp3", "a file that is there is opened");
     Require(AudioBehindID3v2(world, "a.mp3") == audio, "the audio stays");
     ID3Tag again = ReadV2(world, "a.mp3");
-    const std::string fields = Fields(again.ID3v2Extension);
+    const bool withBracketed = !HasBrackets(again.ID3v2Extension);
+    const std::string fields = Fields(again.ID3v2Extension, withBracketed);
     if (!Ends([&] { SetID3v2(world.files, world.ansi, again); })) return;
     Require(AudioBehindID3v2(world, "a.mp3") == audio, "the audio stays the second time");
     // The last frame may claim more than the tag has; it takes in what follows it anew each time.
-    const std::string now = Fields(ReadV2(world, "a.mp3").ID3v2Extension);
-    Require(HasBrackets(again.ID3v2Extension) || now.starts_with(fields),
-            "what was read and written is read again");
+    const std::string now = Fields(ReadV2(world, "a.mp3").ID3v2Extension, withBracketed);
+    Require(now.starts_with(fields), "what was read and written is read again");
     Require(world.files.files.size() == 1, "no file is left beside");
 }
 

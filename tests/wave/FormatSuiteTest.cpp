@@ -237,7 +237,7 @@ TEST_P(WriterSuite, TruncatedAtEveryLength_WritesOrRefusesAndLosesNothing) {
         RuntimeErrorOf([&] { Write(tag); });
         const std::string now = ReadWholeFile(path);
         // A new APE tag takes the place of the last 128 bytes.
-        const std::size_t mayGo = 128;
+        const std::size_t mayGo = std::string_view(GetParam().name) == "APE" ? 128 : 0;
         const std::size_t start = std::min<std::size_t>(length - std::min(length, mayGo), 8);
         const bool keepsTheStart = now.starts_with(bytes.substr(0, start));
         EXPECT_TRUE(keepsTheStart || now.size() >= length) << length;
