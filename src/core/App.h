@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <map>
 #include <string>
 
@@ -37,6 +38,9 @@ struct App {
     /// The instance that serves tag reading and writing for everyone. Made by whoever makes the App in a
     /// layer that knows WaveFile; null before that and after ReleaseGlobals.
     WaveFile* defaultWaveFile = nullptr;
+
+    /// Where a previewed job tells its steps; null in a run that does what it is asked (Steps.h).
+    std::ostream* steps = nullptr;
 };
 
 /// Ends the life of what the run has gathered: the language strings and the shared WaveFile's use.

@@ -48,6 +48,14 @@ class Desktop {
     virtual std::string AskInput(const std::string& prompt, const std::string& title,
                                  const std::string& defaultAnswer) = 0;
 
+    /// A folder that the person picks, beginning at `startFolder`; "" when the person cancels.
+    virtual std::string ChooseFolder(const std::string& prompt, const std::string& title,
+                                     const std::string& startFolder) = 0;
+
+    /// A line about finished work that a person who watches may want to read; nobody has to answer it, and it
+    /// is no complaint.
+    virtual void Note(const std::string& text) = 0;
+
     /// A progress dialog on show. Never null.
     virtual std::unique_ptr<ProgressView> OpenProgress() = 0;
 

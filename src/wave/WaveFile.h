@@ -102,6 +102,15 @@ class WaveFile {
     void SetOggComments(const ID3Tag& tag);
     void SetAPE2(ID3Tag& tag);
 
+    // Library operations (library/).
+
+    /// Gives the file `fileName` of the folder a name made from its tags by the rule `mode`, RenameFormat.
+    /// 0: the operation ran to its end and `fileName` is the name that the file has now, relative to the
+    /// folder, "Artist/Title.MP3" for rule 4. 1: the tag holds nothing to name the file by. 3: no kind of
+    /// file that has tags. Asks the person when the system refuses a name. A file whose track can't be read
+    /// as a number keeps its name: RuntimeError 13.
+    std::int32_t RenameFileByTAGsData(const std::string& path, std::string& fileName, std::int32_t mode);
+
     // What the scan found.
 
     std::string FileName = "0";

@@ -40,6 +40,12 @@ std::string ScriptedDesktop::AskInput(const std::string& prompt, const std::stri
     return TakeFirst(inputs, std::string());
 }
 
+std::string ScriptedDesktop::ChooseFolder(const std::string& prompt, const std::string& title,
+                                          const std::string& startFolder) {
+    questions.push_back({prompt, title, false, startFolder});
+    return TakeFirst(folders, std::string());
+}
+
 std::unique_ptr<ProgressView> ScriptedDesktop::OpenProgress() {
     ++progressViewsOpened;
     return std::make_unique<RecordingProgress>(reports);

@@ -22,7 +22,7 @@ class ScriptedDesktop : public Desktop {
         std::string caption;
     };
 
-    /// A question with Yes and No, or one for a text.
+    /// A question with Yes and No, or one for a text or a folder.
     struct Question {
         std::string text;
         std::string caption;
@@ -32,20 +32,25 @@ class ScriptedDesktop : public Desktop {
 
     std::vector<Box> boxes;
     std::vector<Question> questions;
+    std::vector<std::string> notes;
     std::vector<std::string> openedDocuments;
     std::vector<ProgressReport> reports;
     int progressViewsOpened = 0;
     int servedEvents = 0;
     bool canOpenDocuments = true;
 
-    /// Taken one by one; when none is left a question is answered No and an input cancelled.
+    /// Taken one by one; when none is left a question is answered No, an input or chooser cancelled.
     std::deque<bool> answers;
     std::deque<std::string> inputs;
+    std::deque<std::string> folders;
 
     void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
     bool AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) override;
     std::string AskInput(const std::string& prompt, const std::string& title,
                          const std::string& defaultAnswer) override;
+    std::string ChooseFolder(const std::string& prompt, const std::string& title,
+                             const std::string& startFolder) override;
+    void Note(const std::string& text) override { notes.push_back(text); }
     std::unique_ptr<ProgressView> OpenProgress() override;
     void ServeEvents() override { ++servedEvents; }
     bool OpenDocument(const std::string& address) override;

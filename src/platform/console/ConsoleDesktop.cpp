@@ -55,6 +55,15 @@ std::string ConsoleDesktop::AskInput(const std::string& prompt, const std::strin
     return answer.empty() ? defaultAnswer : answer;
 }
 
+std::string ConsoleDesktop::ChooseFolder(const std::string& prompt, const std::string& title,
+                                         const std::string& startFolder) {
+    return AskInput(prompt, title, startFolder);
+}
+
+void ConsoleDesktop::Note(const std::string& text) {
+    if (errorIsTerminal_) error_ << "\r\x1b[K" << TerminalLines(text) << std::endl;
+}
+
 std::unique_ptr<ProgressView> ConsoleDesktop::OpenProgress() {
     if (errorIsTerminal_) return std::make_unique<ConsoleProgress>(error_);
     return std::make_unique<NoProgress>();

@@ -22,6 +22,11 @@ class ConsoleDesktop : public Desktop {
 
     std::string AskInput(const std::string& prompt, const std::string& title,
                          const std::string& defaultAnswer) override;
+    /// An input box with the folder as its default.
+    std::string ChooseFolder(const std::string& prompt, const std::string& title,
+                             const std::string& startFolder) override;
+    /// Said to a terminal only: whoever keeps standard error wants complaints.
+    void Note(const std::string& text) override;
     std::unique_ptr<ProgressView> OpenProgress() override;
     void ServeEvents() override {}
     bool OpenDocument(const std::string& address) override;
