@@ -7,6 +7,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "platform/posix/FolderIndex.h"
 
 namespace zefta {
 
@@ -15,7 +16,7 @@ bool EntryExists(const std::string& path) {
     return lstat(path.c_str(), &status) == 0;
 }
 
-std::string SpellingOnDisk(const std::string& path) {
+std::string SpellingOnDisk(const std::string& path, FolderIndex* index) {
     if (EntryExists(path)) return path;
     std::string spelled;
     for (std::size_t start = 0; start < path.size();) {
@@ -23,7 +24,8 @@ std::string SpellingOnDisk(const std::string& path) {
         std::string name = path.substr(start, end - start);
         if (!name.empty() && !EntryExists(spelled + name)) {
             // Of several the first in byte order: the choice must not hang on how the folder lies on disk.
-            const std::vector<std::string> others = NamesInAnyCase(spelled, name);
+            const std::vector<std::string> others =
+                index != nullptr ? index->NamesInAnyCase(spelled, name) : NamesInAnyCase(spelled, name);
             if (others.empty()) return spelled + path.substr(start);
             name = others.front();
         }
@@ -35,15 +37,19 @@ std::string SpellingOnDisk(const std::string& path) {
 }
 
 std::vector<std::string> NamesInAnyCase(const std::string& folder, const std::string& name) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.empty() ? "." : folder.c_str()),
-                                                      closedir);
     std::vector<std::string> names;
-    if (!entries) return names;
-    while (const dirent* entry = readdir(entries.get())) {
-        if (EqualsIgnoringCase(entry->d_name, name)) names.emplace_back(entry->d_name);
-    }
+    ForEachName(folder, [&](const char* entry) {
+        if (EqualsIgnoringCase(entry, name)) names.emplace_back(entry);
+    });
     std::sort(names.begin(), names.end());
     return names;
+}
+
+void ForEachName(const std::string& folder, const std::function<void(const char* name)>& step) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.empty() ? "." : folder.c_str()),
+                                                      closedir);
+    if (!entries) return;
+    while (const dirent* entry = readdir(entries.get())) step(entry->d_name);
 }
 
 }  // namespace zefta

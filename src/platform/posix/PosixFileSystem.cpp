@@ -21,15 +21,6 @@ namespace {
 
 using FileStatus = struct stat;
 
-/// Status of what the path names, links followed, in any case of its names.
-std::optional<FileStatus> StatusOf(const std::string& path) {
-    FileStatus status;
-    if (stat(path.c_str(), &status) == 0) return status;
-    const std::string spelled = SpellingOnDisk(path);
-    if (spelled != path && stat(spelled.c_str(), &status) == 0) return status;
-    return std::nullopt;
-}
-
 bool LacksWriteBit(const FileStatus& status) {
     return (status.st_mode & S_IWUSR) == 0;
 }
@@ -46,26 +37,40 @@ std::unique_ptr<BinaryFile> Open(const std::string& path, int flags) {
     return nullptr;
 }
 
-/// Only a name that is not there as it stands pays for the look at other spellings.
-std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) {
-    auto file = Open(path, flags);
-    if (file || EntryExists(path)) return file;
-    return Open(SpellingOnDisk(path), flags);
-}
-
-/// A link whose target may be gone is still an entry; everything else is looked at where it leads.
-FolderEntry EntryOf(const std::string& folder, const dirent& entry) {
-    if (entry.d_type == DT_REG || entry.d_type == DT_DIR) return {entry.d_name, entry.d_type == DT_DIR};
-    const auto status = StatusOf(JoinPath(folder, entry.d_name));
-    const bool isFolder = status && S_ISDIR(status->st_mode);
-    return {entry.d_name, isFolder, status && !isFolder && !S_ISREG(status->st_mode)};
-}
-
 bool IsDotEntry(const char* name) {
     return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
 }
 
 }  // namespace
+
+std::string PosixFileSystem::Spelled(const std::string& path) const {
+    return SpellingOnDisk(path, &index_);
+}
+
+/// Status of what the path names, links followed, in any case of its names.
+std::optional<struct stat> PosixFileSystem::StatusOf(const std::string& path) const {
+    FileStatus status;
+    if (stat(path.c_str(), &status) == 0) return status;
+    const std::string spelled = Spelled(path);
+    if (spelled != path && stat(spelled.c_str(), &status) == 0) return status;
+    return std::nullopt;
+}
+
+/// Only a name that is not there as it stands pays for the look at other spellings.
+std::unique_ptr<BinaryFile> PosixFileSystem::OpenExisting(const std::string& path, int flags) const {
+    auto file = Open(path, flags);
+    if (file || EntryExists(path)) return file;
+    return Open(Spelled(path), flags);
+}
+
+/// A link whose target may be gone is still an entry; everything else is looked at where it leads.
+FolderEntry PosixFileSystem::EntryOf(const std::string& folder, const std::string& name,
+                                     unsigned char type) const {
+    if (type == DT_REG || type == DT_DIR) return {name, type == DT_DIR};
+    const auto status = StatusOf(JoinPath(folder, name));
+    const bool isFolder = status && S_ISDIR(status->st_mode);
+    return {name, isFolder, status && !isFolder && !S_ISREG(status->st_mode)};
+}
 
 bool PosixFileSystem::FileExists(const std::string& path) const {
     const auto status = StatusOf(path);
@@ -78,33 +83,47 @@ bool PosixFileSystem::FolderExists(const std::string& path) const {
 }
 
 void PosixFileSystem::DeleteFile(const std::string& path, Force force) {
-    const std::string spelled = SpellingOnDisk(path);
+    const std::string spelled = Spelled(path);
     FileStatus status;
     if (lstat(spelled.c_str(), &status) == -1) ThrowSystemError(path);
     if (S_ISDIR(status.st_mode)) throw RuntimeError(ErrorNumber::PathFileAccess, path);
     if (S_ISREG(status.st_mode) && LacksWriteBit(status) && force == Force::No)
         throw RuntimeError(ErrorNumber::PermissionDenied, path);
+    FolderChange change(index_, spelled);
     if (unlink(spelled.c_str()) == -1) ThrowSystemError(path);
+    change.Removed();
 }
 
 void PosixFileSystem::MoveFile(const std::string& source, const std::string& target) {
-    const std::string from = SpellingOnDisk(source);
-    if (!EntryExists(from)) throw RuntimeError(ErrorNumber::FileNotFound, source);
+    const std::string from = Spelled(source);
     const std::string folder = FolderPart(target);
-    const std::string to = JoinPath(folder.empty() ? folder : SpellingOnDisk(folder), NamePart(target));
-    if (IsNameTaken(from, to)) throw RuntimeError(ErrorNumber::FileAlreadyExists, target);
-    if (!folder.empty() && !FolderExists(folder)) throw RuntimeError(ErrorNumber::PathNotFound, target);
-    MoveWithoutReplacing(from, to);
+    const std::string to = JoinPath(folder.empty() ? folder : Spelled(folder), NamePart(target));
+    if (IsNameTaken(from, to, index_)) {
+        if (!EntryExists(from)) throw RuntimeError(ErrorNumber::FileNotFound, source);
+        throw RuntimeError(ErrorNumber::FileAlreadyExists, target);
+    }
+    FolderChange left(index_, from);
+    if (FolderPart(from) == FolderPart(to)) {
+        MoveWithoutReplacing(from, to, index_);
+        left.Renamed(NamePart(to));
+    } else {
+        FolderChange entered(index_, to);
+        MoveWithoutReplacing(from, to, index_);
+        left.Removed();
+        entered.Added();
+    }
 }
 
 void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::string& target) {
-    const std::string from = SpellingOnDisk(replacement);
+    const std::string from = Spelled(replacement);
     const std::string to = FollowLinks(target);
     zefta::CopyAttributes(to, from);
     const auto written = Open(from, O_RDONLY);
     if (!written) ThrowSystemError(replacement);
     written->Flush();
+    FolderChange change(index_, from);
     if (rename(from.c_str(), to.c_str()) == -1) ThrowSystemError(target);
+    change.Removed();
     FlushFolder(FolderPart(to));
 }
 
@@ -117,16 +136,22 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenReadOnly(const std::string& pat
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path) {
-    const std::string spelled = SpellingOnDisk(path);
+    const std::string spelled = Spelled(path);
+    const auto status = StatusOf(spelled);
     // Emptied only when it may be written: a read-only file keeps its content, also from root.
-    if (const auto status = StatusOf(spelled);
-        status && (LacksWriteBit(*status) || !S_ISREG(status->st_mode)))
-        return nullptr;
-    return Open(spelled, O_RDWR | O_CREAT | O_TRUNC);
+    if (status && (LacksWriteBit(*status) || !S_ISREG(status->st_mode))) return nullptr;
+    FolderChange change(index_, spelled);
+    auto file = Open(spelled, O_RDWR | O_CREAT | O_TRUNC);
+    if (file && !status) change.Added();
+    return file;
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenNew(const std::string& path) {
-    return Open(SpellingOnDisk(path), O_RDWR | O_CREAT | O_EXCL);
+    const std::string spelled = Spelled(path);
+    FolderChange change(index_, spelled);
+    auto file = Open(spelled, O_RDWR | O_CREAT | O_EXCL);
+    if (file) change.Added();
+    return file;
 }
 
 std::int64_t PosixFileSystem::FileSize(const std::string& path) const {
@@ -155,23 +180,24 @@ void PosixFileSystem::SetReadOnly(const std::string& path, bool readOnly) {
     if (!status) throw RuntimeError(ErrorNumber::FileNotFound, path);
     constexpr mode_t AllWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
     const mode_t mode = readOnly ? status->st_mode & ~AllWriteBits : status->st_mode | S_IWUSR;
-    if (chmod(SpellingOnDisk(path).c_str(), mode & 07777) == -1) ThrowSystemError(path);
+    if (chmod(Spelled(path).c_str(), mode & 07777) == -1) ThrowSystemError(path);
 }
 
 void PosixFileSystem::CopyAttributes(const std::string& source, const std::string& target) {
-    zefta::CopyAttributes(SpellingOnDisk(source), SpellingOnDisk(target));
+    zefta::CopyAttributes(Spelled(source), Spelled(target));
 }
 
 void PosixFileSystem::CreateFolder(const std::string& path) {
-    const std::string spelled = SpellingOnDisk(path);
+    const std::string spelled = Spelled(path);
     if (EntryExists(spelled)) throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
-    if (mkdir(spelled.c_str(), 0777) == 0) return;
+    FolderChange change(index_, spelled);
+    if (mkdir(spelled.c_str(), 0777) == 0) return change.Added();
     if (errno == ENOENT) throw RuntimeError(ErrorNumber::PathNotFound, path);
     ThrowSystemError(path);
 }
 
 void PosixFileSystem::DeleteFolder(const std::string& path, Force force) {
-    const std::string spelled = SpellingOnDisk(path);
+    const std::string spelled = Spelled(path);
     FileStatus status;
     if (lstat(spelled.c_str(), &status) == -1 || !S_ISDIR(status.st_mode))
         throw RuntimeError(ErrorNumber::PathNotFound, path);
@@ -185,7 +211,7 @@ void PosixFileSystem::DeleteFolder(const std::string& path, Force force) {
 }
 
 std::vector<FolderEntry> PosixFileSystem::List(const std::string& folder) const {
-    const std::string spelled = SpellingOnDisk(folder);
+    const std::string spelled = Spelled(folder);
     const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(spelled.c_str()), closedir);
     if (!stream) {
         if (errno == ENOENT) throw RuntimeError(ErrorNumber::PathNotFound, folder);
@@ -193,7 +219,7 @@ std::vector<FolderEntry> PosixFileSystem::List(const std::string& folder) const 
     }
     std::vector<FolderEntry> entries;
     while (const dirent* entry = readdir(stream.get())) {
-        if (!IsDotEntry(entry->d_name)) entries.push_back(EntryOf(spelled, *entry));
+        if (!IsDotEntry(entry->d_name)) entries.push_back(EntryOf(spelled, entry->d_name, entry->d_type));
     }
     return entries;
 }
@@ -206,14 +232,13 @@ std::string PosixFileSystem::CurrentFolder() const {
 }
 
 void PosixFileSystem::SetCurrentFolder(const std::string& folder) {
-    if (chdir(SpellingOnDisk(folder).c_str()) == 0) return;
+    if (chdir(Spelled(folder).c_str()) == 0) return;
     if (errno == ENOENT) throw RuntimeError(ErrorNumber::PathNotFound, folder);
     ThrowSystemError(folder);
 }
 
 std::string PosixFileSystem::FollowLinks(const std::string& path) const {
-    const std::unique_ptr<char, void (*)(void*)> real(realpath(SpellingOnDisk(path).c_str(), nullptr),
-                                                      std::free);
+    const std::unique_ptr<char, void (*)(void*)> real(realpath(Spelled(path).c_str(), nullptr), std::free);
     return real ? std::string(real.get()) : path;
 }
 

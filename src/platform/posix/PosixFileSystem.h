@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <sys/stat.h>
 
 #include "platform/FileSystem.h"
+#include "platform/posix/FolderIndex.h"
 
 namespace zefta {
 
@@ -28,6 +31,16 @@ class PosixFileSystem : public FileSystem {
     std::string CurrentFolder() const override;
     void SetCurrentFolder(const std::string& folder) override;
     std::string FollowLinks(const std::string& path) const override;
+
+  private:
+    using FileStatus = struct stat;
+
+    std::string Spelled(const std::string& path) const;
+    std::optional<FileStatus> StatusOf(const std::string& path) const;
+    FolderEntry EntryOf(const std::string& folder, const std::string& name, unsigned char type) const;
+    std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) const;
+
+    mutable FolderIndex index_;
 };
 
 }  // namespace zefta

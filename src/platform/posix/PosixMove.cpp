@@ -50,17 +50,18 @@ bool IsOtherSpelling(const std::string& source, const std::string& target,
            IsSameEntry(source, JoinPath(FolderPart(target), names.front()));
 }
 
-std::vector<std::string> NamesFor(const std::string& target) {
-    return NamesInAnyCase(FolderPart(target), NamePart(target));
+std::vector<std::string> NamesFor(const std::string& target, FolderIndex& index) {
+    return index.NamesInAnyCase(FolderPart(target), NamePart(target));
 }
 
 /// One step where the file system can do it, else with a look in between; 0, or -1 with errno set.
-int RenameWithoutReplacing(const std::string& source, const std::string& target) {
+int RenameWithoutReplacing(const std::string& source, const std::string& target, FolderIndex& index) {
     if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return 0;
     const bool isUnknownCall = errno == EINVAL || errno == ENOSYS;
     if (errno != EEXIST && !isUnknownCall) return -1;
     // Two spellings of one entry on a file system that folds case are no collision.
-    if ((!isUnknownCall || EntryExists(target)) && !IsOtherSpelling(source, target, NamesFor(target))) {
+    if ((!isUnknownCall || EntryExists(target)) &&
+        !IsOtherSpelling(source, target, NamesFor(target, index))) {
         errno = EEXIST;
         return -1;
     }
@@ -98,7 +99,7 @@ void CopyTimes(const std::string& source, const std::string& target) {
     utimensat(AT_FDCWD, target.c_str(), times, 0);
 }
 
-void MoveAcrossFileSystems(const std::string& source, const std::string& target) {
+void MoveAcrossFileSystems(const std::string& source, const std::string& target, FolderIndex& index) {
     struct stat status;
     if (lstat(source.c_str(), &status) == -1) ThrowSystemError(source);
     if (!S_ISREG(status.st_mode)) throw RuntimeError(ErrorNumber::PathFileAccess, source);
@@ -107,7 +108,7 @@ void MoveAcrossFileSystems(const std::string& source, const std::string& target)
         CopyContent(source, copy);
         CopyAttributes(source, copy);
         CopyTimes(source, copy);
-        if (RenameWithoutReplacing(copy, target) == -1) ThrowSystemError(target);
+        if (RenameWithoutReplacing(copy, target, index) == -1) ThrowSystemError(target);
     } catch (const RuntimeError&) {
         unlink(copy.c_str());
         throw;
@@ -118,15 +119,18 @@ void MoveAcrossFileSystems(const std::string& source, const std::string& target)
 
 }  // namespace
 
-bool IsNameTaken(const std::string& source, const std::string& target) {
-    const std::vector<std::string> names = NamesFor(target);
+bool IsNameTaken(const std::string& source, const std::string& target, FolderIndex& index) {
+    const std::vector<std::string> names = NamesFor(target, index);
     return !names.empty() && !IsOtherSpelling(source, target, names);
 }
 
-void MoveWithoutReplacing(const std::string& source, const std::string& target) {
-    if (RenameWithoutReplacing(source, target) == 0) return;
-    if (errno != EXDEV) ThrowSystemError(target);
-    MoveAcrossFileSystems(source, target);
+void MoveWithoutReplacing(const std::string& source, const std::string& target, FolderIndex& index) {
+    if (RenameWithoutReplacing(source, target, index) == 0) return;
+    if (errno == EXDEV) return MoveAcrossFileSystems(source, target, index);
+    const int failure = errno;
+    // The system has one number for a file and for a folder that is not there.
+    if (failure == ENOENT && EntryExists(source)) throw RuntimeError(ErrorNumber::PathNotFound, target);
+    throw RuntimeError(ErrorNumberOf(failure), failure == ENOENT ? source : target);
 }
 
 }  // namespace zefta
