@@ -2,9 +2,9 @@
 
 #include "core/Boxes.h"
 #include "core/FileKind.h"
+#include "core/FileWalk.h"
 #include "core/Strings.h"
 #include "encoding/EncodedOutput.h"
-#include "encoding/FileWalk.h"
 #include "encoding/ToolRuns.h"
 #include "platform/Paths.h"
 

@@ -1,4 +1,4 @@
-#include "encoding/FileWalk.h"
+#include "core/FileWalk.h"
 
 #include "core/Boxes.h"
 #include "core/Folders.h"
