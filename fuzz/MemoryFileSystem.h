@@ -40,6 +40,7 @@ class MemoryFileSystem : public FileSystem {
     void CreateFolder(const std::string&) override {}
     void DeleteFolder(const std::string&, Force) override {}
     std::vector<FolderEntry> List(const std::string& folder) const override;
+    bool CanChangeFolder(const std::string&) const override { return true; }
     std::string CurrentFolder() const override { return "/"; }
     void SetCurrentFolder(const std::string&) override {}
     std::string FollowLinks(const std::string& path) const override { return path; }

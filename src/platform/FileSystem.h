@@ -93,6 +93,9 @@ class FileSystem {
     /// The entries of the folder in directory order, without "." and "..".
     virtual std::vector<FolderEntry> List(const std::string& folder) const = 0;
 
+    /// Whether the person may make, rename and delete entries of the folder.
+    virtual bool CanChangeFolder(const std::string& folder) const = 0;
+
     virtual std::string CurrentFolder() const = 0;
     virtual void SetCurrentFolder(const std::string& folder) = 0;
 

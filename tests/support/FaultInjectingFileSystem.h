@@ -61,6 +61,7 @@ class FaultInjectingFileSystem : public FileSystem {
     void CreateFolder(const std::string& path) override;
     void DeleteFolder(const std::string& path, Force force) override;
     std::vector<FolderEntry> List(const std::string& folder) const override { return real_.List(folder); }
+    bool CanChangeFolder(const std::string& folder) const override { return real_.CanChangeFolder(folder); }
     std::string CurrentFolder() const override { return real_.CurrentFolder(); }
     void SetCurrentFolder(const std::string& folder) override { real_.SetCurrentFolder(folder); }
     std::string FollowLinks(const std::string& path) const override { return real_.FollowLinks(path); }

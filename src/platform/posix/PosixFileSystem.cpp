@@ -224,6 +224,10 @@ std::vector<FolderEntry> PosixFileSystem::List(const std::string& folder) const 
     return entries;
 }
 
+bool PosixFileSystem::CanChangeFolder(const std::string& folder) const {
+    return faccessat(AT_FDCWD, Spelled(folder).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
 std::string PosixFileSystem::CurrentFolder() const {
     const std::unique_ptr<char, void (*)(void*)> folder(getcwd(nullptr, 0), std::free);
     // It was deleted, say. Any other folder in its place would be worked on in error.

@@ -28,6 +28,7 @@ class PosixFileSystem : public FileSystem {
     void CreateFolder(const std::string& path) override;
     void DeleteFolder(const std::string& path, Force force) override;
     std::vector<FolderEntry> List(const std::string& folder) const override;
+    bool CanChangeFolder(const std::string& folder) const override;
     std::string CurrentFolder() const override;
     void SetCurrentFolder(const std::string& folder) override;
     std::string FollowLinks(const std::string& path) const override;
