@@ -6,6 +6,7 @@
 
 #include "app/JobTable.h"
 #include "app/ListJob.h"
+#include "app/Preview.h"
 #include "core/Boxes.h"
 #include "core/FileKind.h"
 #include "core/Options.h"
@@ -83,6 +84,10 @@ int RunListJob(App& app, const std::vector<std::string>& arguments, std::ostream
 }
 
 int LoadAndRun(App& app, const std::vector<std::string>& arguments, std::ostream& output) {
+    if (const auto previewed = ArgumentsOfPreview(arguments)) {
+        if (const auto complained = Preview(app, *previewed, output))
+            return *complained ? ExitComplaint : ExitDone;
+    }
     LoadSettings(app);
     if (IsListJob(arguments)) return RunListJob(app, arguments, output);
     LoadPriorityClass(app);

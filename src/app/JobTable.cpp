@@ -13,15 +13,27 @@ namespace zefta {
 namespace {
 
 constexpr Job Jobs[] = {
-    {1, "/rename", false, nullptr},     {2, "/rename2", false, nullptr},
-    {3, "/autorename", false, nullptr}, {4, "/change", false, nullptr},
-    {5, "/copy", false, nullptr},       {6, "/encode", false, EncodeJob},
-    {7, "/decode", false, DecodeJob},   {8, "/makelist", false, nullptr},
-    {9, "/setup", true, nullptr},       {10, "/help", false, OpenManual},
-    {13, "/agent", false, nullptr},     {14, "/compress_audio_cd", true, nullptr},
-    {15, "/fixheader", false, nullptr}, {16, "/wavetrim", false, WaveTrimJob},
-    {17, "/split", false, nullptr},     {19, "/crop", false, nullptr},
-    {20, "/makezfc", false, nullptr},   {21, "/lng", false, WriteLanguageTemplate},
+    // clang-format off
+    // code, option, needs a display, can be previewed, worker
+    {1,  "/rename",            false, true,  nullptr},
+    {2,  "/rename2",           false, true,  nullptr},
+    {3,  "/autorename",        false, true,  nullptr},
+    {4,  "/change",            false, true,  nullptr},
+    {5,  "/copy",              false, true,  nullptr},
+    {6,  "/encode",            false, false, EncodeJob},
+    {7,  "/decode",            false, false, DecodeJob},
+    {8,  "/makelist",          false, true,  nullptr},
+    {9,  "/setup",             true,  false, nullptr},
+    {10, "/help",              false, false, OpenManual},
+    {13, "/agent",             false, false, nullptr},
+    {14, "/compress_audio_cd", true,  false, nullptr},
+    {15, "/fixheader",         false, false, nullptr},
+    {16, "/wavetrim",          false, false, WaveTrimJob},
+    {17, "/split",             false, false, nullptr},
+    {19, "/crop",              false, false, nullptr},
+    {20, "/makezfc",           false, true,  nullptr},
+    {21, "/lng",               false, false, WriteLanguageTemplate},
+    // clang-format on
 };
 
 }  // namespace

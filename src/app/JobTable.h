@@ -13,6 +13,8 @@ struct Job {
     const char* name;
     /// Needs a window: without a display the process ends with exit status 2.
     bool needsDisplay;
+    /// Tells its steps and changes nothing with "/preview" beside it.
+    bool canPreview;
     /// Null while the program has no worker for the job; it then says so.
     void (*run)(App& app);
 };

@@ -64,6 +64,9 @@ Modes of /encode (320 kbps MP3 when none is given):
 
   /list [folder or mask] [/json]    the rows of the file list, cells separated by tabs, or one JSON object
                                     a line; only as the first word
+  /preview                          beside /rename, /rename2, /autorename, /change, /copy, /makelist and
+                                    /makezfc: prints what the job would do, one line a step, and changes
+                                    nothing
   --help, -h                        this text
   --version                         the version
 

@@ -1,23 +1,38 @@
 #include "core/Steps.h"
 
-#include <algorithm>
 #include <ostream>
-#include <string>
 
 namespace zefta {
+
+namespace {
+
+bool IsLineEnd(char character) {
+    return character == '\r' || character == '\n';
+}
+
+bool IsControl(char character) {
+    return static_cast<unsigned char>(character) < 32 || character == 127;
+}
+
+}  // namespace
 
 bool IsPreview(const App& app) {
     return app.steps != nullptr;
 }
 
+std::string OneLine(std::string_view text) {
+    std::string line;
+    bool wasLineEnd = false;
+    for (const char character : text) {
+        const bool isLineEnd = IsLineEnd(character);
+        if (!isLineEnd || !wasLineEnd) line += IsControl(character) ? ' ' : character;
+        wasLineEnd = isLineEnd;
+    }
+    return line;
+}
+
 void TellStep(App& app, std::string_view line) {
-    if (!IsPreview(app)) return;
-    const auto isControl = [](char character) {
-        return static_cast<unsigned char>(character) < 32 || character == 127;
-    };
-    std::string shown(line);
-    std::replace_if(shown.begin(), shown.end(), isControl, ' ');
-    *app.steps << shown << '\n';
+    if (IsPreview(app)) *app.steps << OneLine(line) << '\n';
 }
 
 }  // namespace zefta

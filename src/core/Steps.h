@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "core/App.h"
@@ -11,10 +12,13 @@ namespace zefta {
 /// leave out.
 bool IsPreview(const App& app);
 
+/// The text with each control character as a blank, so that it stays one line; a run of line ends is one
+/// blank.
+std::string OneLine(std::string_view text);
+
 /// Tells a step of a previewed job in one line: "rename: old -> new", "collision: new is taken",
 /// "refused: name: reason", "tags: path: ...", "unchanged: path", "folder: path", "copy: source -> target",
-/// "write: path: ...". Names are bytes; a control character in them becomes a blank. Does nothing in a run
-/// that is no preview.
+/// "write: path: ...". Names are bytes. Does nothing in a run that is no preview.
 void TellStep(App& app, std::string_view line);
 
 }  // namespace zefta

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/JobTable.h"
+#include "core/App.h"
+
+namespace zefta {
+
+/// The arguments without "/preview", in any case; nothing when it is not among them.
+std::optional<std::vector<std::string>> ArgumentsOfPreview(const std::vector<std::string>& arguments);
+
+/// Runs the job that the arguments name on a file system that keeps every change to itself, telling its steps
+/// to `output`. True when a box complained; nothing, and nothing was done, when the arguments name no job
+/// that can be previewed.
+std::optional<bool> Preview(App& app, const std::vector<std::string>& arguments, std::ostream& output);
+
+}  // namespace zefta
