@@ -22,10 +22,7 @@ std::vector<std::string> Lines(const std::string& text) {
 
 std::map<std::string, std::string> ReadFiles(const std::filesystem::path& folder, const std::string& what) {
     std::map<std::string, std::string> files;
-    if (std::filesystem::exists(folder / what)) {
-        for (const auto& entry : std::filesystem::directory_iterator(folder / what))
-            files[entry.path().filename().string()] = ReadWholeFile(entry.path().string());
-    }
+    if (std::filesystem::exists(folder / what)) files = ReadTree(folder / what);
     for (const std::string& line : Lines(ReadIfThere(folder / (what + ".wavs")))) {
         std::istringstream stream(line);
         std::string name;
@@ -37,6 +34,15 @@ std::map<std::string, std::string> ReadFiles(const std::filesystem::path& folder
 }
 
 }  // namespace
+
+std::map<std::string, std::string> ReadTree(const std::filesystem::path& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.is_directory()) continue;
+        files[entry.path().lexically_relative(folder).string()] = ReadWholeFile(entry.path().string());
+    }
+    return files;
+}
 
 JobCase ReadJobCase(const std::filesystem::path& folder) {
     JobCase result;

@@ -11,8 +11,9 @@ namespace zefta::test {
 ///   arguments     one a line; @FOLDER@ stands for the folder in which the program runs
 ///   environment   NAME=value lines
 ///   typed         what the person types
-///   input/        the files before; input.wavs: WAV files as "name silence tone silence" in bytes
-///   expected/     the files after, all of them; expected.wavs likewise
+///   input/        the files before, in subfolders too
+///   input.wavs    WAV files as "name silence tone silence" in bytes
+///   expected/, expected.wavs   the files after, all of them
 ///   tools         the command lines that reached outside tools, one a line
 ///   stdout, stderr, status   what came out (nothing, nothing and 0 when absent)
 struct JobCase {
@@ -27,6 +28,9 @@ struct JobCase {
     std::string error;
     int status = 0;
 };
+
+/// The files of the folder and all below it, by their paths in it.
+std::map<std::string, std::string> ReadTree(const std::filesystem::path& folder);
 
 JobCase ReadJobCase(const std::filesystem::path& folder);
 

@@ -42,11 +42,11 @@ class Jobs : public ::testing::TestWithParam<std::string> {
         return RunToEnd(call);
     }
 
-    std::map<std::string, std::string> FilesAfter() {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
-            files[entry.path().filename().string()] = ReadWholeFile(entry.path().string());
-        return files;
+    void WriteInput(const JobCase& job) {
+        for (const auto& [name, bytes] : job.input) {
+            std::filesystem::create_directories(std::filesystem::path(folder / name).parent_path());
+            folder.Write(name, bytes);
+        }
     }
 
     std::string WithoutFolder(const std::string& text) { return ReplaceAll(text, folder.Path(), "@FOLDER@"); }
@@ -64,14 +64,14 @@ INSTANTIATE_TEST_SUITE_P(Case, Jobs, ::testing::ValuesIn(CaseNames()), [](const 
 
 TEST_P(Jobs, EndsAsTold) {
     const JobCase job = ReadJobCase(std::filesystem::path(ZEFTA_JOB_CASES) / GetParam());
-    for (const auto& [name, bytes] : job.input) folder.Write(name, bytes);
+    WriteInput(job);
     PlaceFakeTools();
     const ProgramResult result = Run(job);
     EXPECT_EQ(result.status, job.status);
     EXPECT_EQ(WithoutFolder(result.output), job.output);
     EXPECT_EQ(WithoutFolder(result.error), job.error);
     EXPECT_EQ(WithoutFolder(tools.Exists("log") ? tools.Read("log") : ""), job.tools);
-    const auto after = FilesAfter();
+    const auto after = ReadTree(folder.Path());
     for (const auto& [name, bytes] : job.expected) {
         ASSERT_TRUE(after.contains(name)) << "missing: " << name;
         EXPECT_TRUE(after.at(name) == bytes)
