@@ -65,6 +65,24 @@ TEST(ConsoleDesktop, AskInput_EmptyLineIsDefault_EndOfInputIsCancel) {
     EXPECT_EQ(terminal.desktop.AskInput("Name?", "Title", "old"), "");
 }
 
+TEST(ConsoleDesktop, ChooseFolder_IsAnInputWithTheFolderAsDefault) {
+    Terminal terminal("/music\n\n");
+    EXPECT_EQ(terminal.desktop.ChooseFolder("Which?", "Title", "/old"), "/music");
+    EXPECT_EQ(terminal.desktop.ChooseFolder("Which?", "Title", "/old"), "/old");
+    EXPECT_EQ(terminal.desktop.ChooseFolder("Which?", "Title", "/old"), "");
+    EXPECT_EQ(terminal.error.str().substr(0, 22), "Title: Which? [/old] T");
+}
+
+TEST(ConsoleDesktop, Note_OnlyOnATerminalAndIsNoComplaint) {
+    Terminal file("");
+    file.desktop.Note("done");
+    EXPECT_EQ(file.error.str(), "");
+    Terminal terminal("", true);
+    terminal.desktop.Note("done");
+    EXPECT_NE(terminal.error.str().find("done\n"), std::string::npos);
+    EXPECT_FALSE(terminal.desktop.HasComplained());
+}
+
 TEST(ConsoleDesktop, Progress_OnlyOnATerminal) {
     ProgressReport report{
         "/music/a.wav", "Scanning...", 0, 200, 50, {{"lblMSFRemaining", "0 mins 01 secs remaining"}}};
