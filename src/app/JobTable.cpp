@@ -6,6 +6,9 @@
 #include "core/LanguageFile.h"
 #include "encoding/Decode.h"
 #include "encoding/Encode.h"
+#include "wave/CropFile.h"
+#include "wave/FixHeader.h"
+#include "wave/SplitFile.h"
 #include "wave/WaveTrim.h"
 
 namespace zefta {
@@ -27,10 +30,10 @@ constexpr Job Jobs[] = {
     {10, "/help",              false, false, OpenManual},
     {13, "/agent",             false, false, nullptr},
     {14, "/compress_audio_cd", true,  false, nullptr},
-    {15, "/fixheader",         false, false, nullptr},
+    {15, "/fixheader",         false, false, FixHeaderJob},
     {16, "/wavetrim",          false, false, WaveTrimJob},
-    {17, "/split",             false, false, nullptr},
-    {19, "/crop",              false, false, nullptr},
+    {17, "/split",             false, false, SplitFileJob},
+    {19, "/crop",              false, false, CropFileJob},
     {20, "/makezfc",           false, true,  nullptr},
     {21, "/lng",               false, false, WriteLanguageTemplate},
     // clang-format on
