@@ -5,6 +5,7 @@
 #include "core/FileWalk.h"
 #include "core/Strings.h"
 #include "encoding/EncodedOutput.h"
+#include "encoding/ReEncode.h"
 #include "encoding/ToolRuns.h"
 #include "platform/Paths.h"
 
@@ -12,12 +13,34 @@ namespace zefta {
 
 namespace {
 
-void EncodeOneFile(App& app, const std::string& folder, const std::string& name) {
+constexpr std::int32_t ReEncodeQuestion = 10010;
+constexpr std::int32_t MP3Title = 32010;
+constexpr std::int32_t OggVorbisTitle = 32012;
+constexpr std::int32_t MPEGplusTitle = 32022;
+
+/// Which encoder the job was given. Decoding a file sets the switches of the state for its kind.
+struct ChosenEncoder {
+    bool useOggVorbis;
+    bool useMPEGplus;
+};
+
+bool WantsReEncoding(App& app, const std::string& name) {
+    const std::int32_t title = app.state.UseMPEGplus    ? MPEGplusTitle
+                               : app.state.UseOggVorbis ? OggVorbisTitle
+                                                        : MP3Title;
+    return AskYesNo(app, app.messages.GetMessage(ReEncodeQuestion, app.ansi.ToText(name)),
+                    app.messages.GetMessage(title));
+}
+
+void EncodeOneFile(App& app, ChosenEncoder chosen, const std::string& folder, const std::string& name) {
+    app.state.UseOggVorbis = chosen.useOggVorbis;
+    app.state.UseMPEGplus = chosen.useMPEGplus;
     if (IsWaveFile(name)) {
         EncodeAndTag(app, folder, name);
-    } else if (IsCompressedFile(name)) {
-        ShowWarning(app,
-                    "\"" + app.ansi.ToText(name) + "\": this version cannot re-encode compressed files.");
+    } else if (IsCompressedFile(name) && WantsReEncoding(app, name)) {
+        // A job of the command line never deletes a source.
+        app.state.DeleteAfterReCompress = false;
+        ReEncodeFile(app, JoinPath(folder, name), chosen.useOggVorbis, chosen.useMPEGplus);
     }
 }
 
@@ -42,8 +65,10 @@ bool EncodeAndTag(App& app, const std::string& folder, const std::string& name) 
 }
 
 void EncodeJob(App& app) {
-    WalkFiles(app,
-              [&](const std::string& folder, const std::string& name) { EncodeOneFile(app, folder, name); });
+    const ChosenEncoder chosen{app.state.UseOggVorbis, app.state.UseMPEGplus};
+    WalkFiles(app, [&](const std::string& folder, const std::string& name) {
+        EncodeOneFile(app, chosen, folder, name);
+    });
 }
 
 }  // namespace zefta

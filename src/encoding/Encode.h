@@ -16,7 +16,8 @@ void EncodeFile(App& app, EncodeSource source);
 /// no output.
 bool EncodeAndTag(App& app, const std::string& folder, const std::string& name);
 
-/// The job of /encode over FileSpec. RuntimeError 76 when the folder can't be entered.
+/// The job of /encode over FileSpec. A compressed file is asked about and re-encoded (ReEncode.h); from then
+/// on DeleteAfterReCompress is False. RuntimeError 76 when the folder can't be entered.
 void EncodeJob(App& app);
 
 }  // namespace zefta

@@ -225,13 +225,6 @@ TEST_F(EncodeTest, OtherFilesOfTheMask_ArePassedOver) {
     EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
-TEST_F(EncodeTest, CompressedFileOfTheMask_IsSaidToBeBeyondThisVersion) {
-    app.folder.Write("a.mp3", "x");
-    Run({"128", "*.*", "/notrim"});
-    EXPECT_EQ(app.desktop.boxes.at(0).text, "\"a.mp3\": this version cannot re-encode compressed files.");
-    EXPECT_EQ(app.folder.Read("a.mp3"), "x");
-}
-
 TEST_F(EncodeTest, TagThatCannotBeWritten_IsToldAndTheNextFileIsEncoded) {
     app.folder.Write("a.wav", "x");
     app.folder.Write("b.wav", "x");

@@ -1,0 +1,303 @@
+#include "encoding/TagTransfer.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include "core/GenreTable.h"
+#include "core/Strings.h"
+#include "core/Version.h"
+#include "encoding/FrameText.h"
+#include "tags/ID3v2Frames.h"
+
+namespace zefta {
+
+namespace {
+
+using E = ID3v2Extension;
+using Top = std::string ID3Tag::*;
+using Extended = std::string ID3v2Extension::*;
+
+/// The record that is read, and what it takes to read its values.
+struct Source {
+    const ID3Tag& tag;
+    const CodePage& ansi;
+
+    bool IsMP3() const { return !tag.IsOggVorbisFile && !tag.IsMpegPlusFile; }
+};
+
+using Reader = std::string (*)(const Source& source);
+using Writer = void (*)(ID3Tag& tag, const std::string& value);
+
+// Extended comments.
+
+/// The value of an extended comment that begins with the key; nothing for another one.
+std::optional<std::string_view> ValueOf(std::string_view line, std::string_view key) {
+    if (!EqualsIgnoringAsciiCase(line.substr(0, key.size()), key)) return std::nullopt;
+    return line.substr(key.size());
+}
+
+std::vector<std::string> ExtendedComments(const ID3Tag& tag) {
+    std::vector<std::string> lines;
+    for (std::int16_t index = 1, count = tag.OggVorbisExtension.getExComCount(); index <= count; ++index) {
+        lines.push_back(tag.OggVorbisExtension.getExComValue(index));
+        if (index == count) break;
+    }
+    return lines;
+}
+
+/// The values of all comments of that key.
+std::string Comments(const Source& source, std::string_view key) {
+    std::string joined;
+    for (const std::string& line : ExtendedComments(source.tag)) {
+        const auto value = ValueOf(line, key);
+        const std::string text = value ? Trim(source.ansi.ToText(*value)) : "";
+        if (!text.empty()) joined += (joined.empty() ? "" : ", ") + text;
+    }
+    return joined;
+}
+
+// Readers.
+
+std::string Value(const Source& source, Extended field) {
+    const std::string& value = source.tag.ID3v2Extension.*field;
+    // The other kinds hold UTF-8.
+    return source.tag.ID3v2Present ? TextOfFrame(value, source.ansi) : Trim(value);
+}
+
+template <Extended First, Top Second>
+std::string Either(const Source& source) {
+    const std::string value = Value(source, First);
+    return value.empty() ? Trim(source.tag.*Second) : value;
+}
+
+std::string ReadMix(const Source& source) {
+    // The comment of an MP3 file's record is one; that of the others is their mix.
+    return source.IsMP3() ? Value(source, &E::Mix) : Either<&E::Mix, &ID3Tag::Comment>(source);
+}
+
+std::string ReadComment(const Source& source) {
+    return source.IsMP3() ? Either<&E::Comments, &ID3Tag::Comment>(source) : Value(source, &E::Comments);
+}
+
+std::string ReadYear(const Source& source) {
+    const std::string date = source.tag.IsOggVorbisFile ? Trim(source.tag.OggVorbisExtension.DateTime) : "";
+    return date.empty() ? Either<&E::Year, &ID3Tag::Year>(source) : date;
+}
+
+std::string ReadTrack(const Source& source) {
+    const std::string track = Value(source, &E::TrackNumber);
+    return track.empty() && source.tag.TrackNumber > 0 ? std::to_string(source.tag.TrackNumber) : track;
+}
+
+std::string ReadGenre(const Source& source) {
+    const std::string genre = Value(source, &E::Genre);
+    return genre.empty() ? GenreNameFromIndex(source.tag.Genre) : genre;
+}
+
+/// The fields for which Ogg Vorbis has extended comments.
+struct CommentField {
+    std::string_view key;
+    Extended field;
+};
+
+constexpr CommentField Composer = {"composer=", &E::Composer};
+constexpr CommentField OriginalArtist = {"original artist=", &E::OriginalArtist};
+constexpr CommentField Copyright = {"copyright=", &E::Copyright};
+constexpr CommentField Url = {"url=", &E::URL};
+constexpr CommentField CommentFields[] = {Composer, OriginalArtist, Copyright, Url};
+
+template <const CommentField& Field>
+std::string ReadCommentField(const Source& source) {
+    return source.tag.IsOggVorbisFile ? Comments(source, Field.key) : Value(source, Field.field);
+}
+
+// Writers.
+
+template <Top Field>
+void ToTop(ID3Tag& tag, const std::string& value) {
+    tag.*Field = value;
+}
+
+template <Extended Field>
+void ToExtension(ID3Tag& tag, const std::string& value) {
+    tag.ID3v2Extension.*Field = value;
+}
+
+template <Top First, Extended Second>
+void ToBoth(ID3Tag& tag, const std::string& value) {
+    tag.*First = value;
+    tag.ID3v2Extension.*Second = value;
+}
+
+void WriteDate(ID3Tag& tag, const std::string& value) {
+    tag.OggVorbisExtension.DateTime = value;
+}
+
+/// "3/12" is track 3 where only a number has a place; 0 when there is none that fits.
+std::uint8_t TrackByte(const std::string& text) {
+    int number = 0;
+    for (const char digit : text) {
+        if (digit < '0' || digit > '9') break;
+        number = number * 10 + (digit - '0');
+        if (number > 255) return 0;
+    }
+    return static_cast<std::uint8_t>(number);
+}
+
+void WriteTrack(ID3Tag& tag, const std::string& value) {
+    tag.ID3v2Extension.TrackNumber = value;
+    tag.TrackNumber = TrackByte(value);
+}
+
+/// A name that is not in the table leaves the number alone; the first one in there stands for no other.
+void WriteGenre(ID3Tag& tag, const std::string& value) {
+    tag.ID3v2Extension.Genre = value;
+    const std::uint8_t index = GenreIndexFromName(value);
+    if (EqualsIgnoringAsciiCase(GenreNameFromIndex(index), Trim(value))) tag.Genre = index;
+}
+
+template <const CommentField& Field>
+void WriteCommentField(ID3Tag& tag, const std::string& value) {
+    tag.OggVorbisExtension.addExCom(std::string(Field.key) + value);
+}
+
+/// A field that is carried; a kind without a place for it has no writer.
+struct TransferRow {
+    std::string_view name;
+    Reader read;
+    Writer toMP3;
+    Writer toMPEGplus;
+    Writer toOggVorbis;
+};
+
+/// Where each writer of tags looks: that of Ogg comments and of APE tags takes the mix from the record's
+/// Comment, that of ID3v2 from the extension.
+constexpr TransferRow Rows[] = {
+    // clang-format off
+    {"artist",   Either<&E::Artist, &ID3Tag::Artist>,    ToBoth<&ID3Tag::Artist, &E::Artist>,    ToBoth<&ID3Tag::Artist, &E::Artist>,    ToTop<&ID3Tag::Artist>},
+    {"title",    Either<&E::TrackTitle, &ID3Tag::Title>, ToBoth<&ID3Tag::Title, &E::TrackTitle>, ToBoth<&ID3Tag::Title, &E::TrackTitle>, ToTop<&ID3Tag::Title>},
+    {"album",    Either<&E::AlbumTitle, &ID3Tag::Album>, ToBoth<&ID3Tag::Album, &E::AlbumTitle>, ToBoth<&ID3Tag::Album, &E::AlbumTitle>, ToTop<&ID3Tag::Album>},
+    {"mix",      ReadMix,                                ToExtension<&E::Mix>,                   ToBoth<&ID3Tag::Comment, &E::Mix>,      ToTop<&ID3Tag::Comment>},
+    {"year",     ReadYear,                               ToBoth<&ID3Tag::Year, &E::Year>,        ToBoth<&ID3Tag::Year, &E::Year>,        WriteDate},
+    {"comment",  ReadComment,                            ToBoth<&ID3Tag::Comment, &E::Comments>, ToExtension<&E::Comments>,              ToExtension<&E::Comments>},
+    {"track",    ReadTrack,                              WriteTrack,                             WriteTrack,                             ToExtension<&E::TrackNumber>},
+    {"genre",    ReadGenre,                              WriteGenre,                             WriteGenre,                             ToExtension<&E::Genre>},
+    {"composer", ReadCommentField<Composer>,             ToExtension<&E::Composer>,              ToExtension<&E::Composer>,              WriteCommentField<Composer>},
+    {"original artist", ReadCommentField<OriginalArtist>, ToExtension<&E::OriginalArtist>,       nullptr,                                WriteCommentField<OriginalArtist>},
+    {"copyright", ReadCommentField<Copyright>,           ToExtension<&E::Copyright>,             ToExtension<&E::Copyright>,             WriteCommentField<Copyright>},
+    {"URL",      ReadCommentField<Url>,                  ToExtension<&E::URL>,                   nullptr,                                WriteCommentField<Url>},
+    // clang-format on
+};
+
+Writer WriterOf(const TransferRow& row, TargetKind target) {
+    switch (target) {
+        case TargetKind::OggVorbis:
+            return row.toOggVorbis;
+        case TargetKind::MPEGplus:
+            return row.toMPEGplus;
+        case TargetKind::MP3:
+            break;
+    }
+    return row.toMP3;
+}
+
+void Carry(const TransferRow& row, const std::string& value, TargetKind target, TransferredTag& result) {
+    const std::string name(row.name);
+    if (const Writer write = WriterOf(row, target)) {
+        write(result.tag, value);
+        result.carried.push_back(name);
+    } else {
+        result.leftOut.push_back({name, "MPEGplus tags have no place for it"});
+    }
+}
+
+// What no row carries.
+
+std::string Printable(std::string text) {
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; };
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    return text;
+}
+
+bool IsCarried(std::string_view line) {
+    return std::any_of(std::begin(CommentFields), std::end(CommentFields),
+                       [&](const CommentField& field) { return ValueOf(line, field.key).has_value(); });
+}
+
+/// Keys of the extended comments that have no row, as many as a person reads.
+void LeaveOutComments(const Source& source, std::vector<LeftOut>& leftOut) {
+    constexpr std::size_t Shown = 5;
+    constexpr std::size_t LongestKey = 40;
+    std::vector<std::string> keys;
+    for (const std::string& line : ExtendedComments(source.tag)) {
+        if (IsCarried(line)) continue;
+        const std::string key = line.substr(0, std::min(line.find('='), LongestKey));
+        keys.push_back(Printable(source.ansi.ToText(key)));
+    }
+    for (std::size_t i = 0; i < std::min(keys.size(), Shown); ++i)
+        leftOut.push_back({"comment " + keys[i], "it has no field here"});
+    if (keys.size() > Shown)
+        leftOut.push_back(
+            {std::to_string(keys.size() - Shown) + " more comments", "they have no field here"});
+}
+
+void LeaveOutUnknown(const Source& source, std::vector<LeftOut>& leftOut) {
+    if (!source.tag.ID3v2Extension.UnknownFrames.empty())
+        leftOut.push_back({"other frames and items, such as pictures", "they have no field here"});
+    if (source.tag.LyricsPresent) leftOut.push_back({"the Lyrics3 block", "such blocks are not written"});
+    LeaveOutComments(source, leftOut);
+}
+
+// Bounds of MP3 tags.
+
+void TellLostLetters(const std::string& name, const std::string& value, const CodePage& ansi,
+                     std::vector<LeftOut>& leftOut) {
+    if (ansi.Decode(ansi.Encode(value)) != value)
+        leftOut.push_back({"letters of the " + name, "the code page of MP3 tags lacks them"});
+}
+
+/// Blanks behind a text count in the size that the writer plans with and are not written. They make room
+/// where the plan, which leaves out genre and mix, would be too small for the frames and take audio in.
+void MakeRoomForFrames(ID3v2Extension& tag, const CodePage& ansi) {
+    constexpr std::int64_t SmallestTag = 512;
+    const std::int64_t planned = tag.GetTagSize(ansi);
+    const std::int64_t needed = static_cast<std::int64_t>(ID3v2FrameArea(tag, ansi).size()) + ID3v2HeaderSize;
+    // The writer's reserve is a tenth.
+    if (needed <= std::max(SmallestTag, planned + planned / 10)) return;
+    tag.EncodedBy.append(static_cast<std::size_t>(needed - planned), ' ');
+}
+
+std::string Joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+    return text;
+}
+
+}  // namespace
+
+TransferredTag TransferTag(const ID3Tag& sourceTag, TargetKind target, const CodePage& ansi) {
+    const Source source = {sourceTag, ansi};
+    TransferredTag result;
+    result.tag.Genre = sourceTag.Genre;
+    for (const TransferRow& row : Rows) {
+        const std::string value = row.read(source);
+        if (value.empty()) continue;
+        Carry(row, value, target, result);
+        if (target == TargetKind::MP3) TellLostLetters(std::string(row.name), value, ansi, result.leftOut);
+    }
+    result.tag.ID3v2Extension.EncodedBy = ApplicationTitle() + " " + VersionText();
+    if (target == TargetKind::MP3) MakeRoomForFrames(result.tag.ID3v2Extension, ansi);
+    LeaveOutUnknown(source, result.leftOut);
+    return result;
+}
+
+std::string DescribeTransfer(const TransferredTag& transferred) {
+    std::string text = "carried " + (transferred.carried.empty() ? "no tags" : Joined(transferred.carried));
+    std::vector<std::string> leftOut;
+    for (const LeftOut& row : transferred.leftOut) leftOut.push_back(row.what + " (" + row.reason + ")");
+    if (!leftOut.empty()) text += "; left out " + Joined(leftOut);
+    return text;
+}
+
+}  // namespace zefta
