@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/App.h"
+#include "library/RenameTemplate.h"
+#include "tags/FileReading.h"
+
+namespace zefta {
+
+// The two halves of WaveFile::RenameFileByTAGsData. The first one reads and changes nothing, so that it may
+// run ahead of the second.
+
+/// What a file is to be called.
+struct RenamePlan {
+    /// Of the whole operation: 0 goes on to the move, 1 and 3 end it.
+    std::int32_t result = 0;
+    /// Why it ends, for a person; "" when it goes on.
+    std::string reason;
+    /// What stands behind the new name: the last four characters of the old one, of an MP3 file in upper
+    /// case, of another one in lower case.
+    std::string extension;
+    NewFileName wanted;
+};
+
+/// The rule `mode` with the template of the run. Mode 5 turns TranslateNames on, for the rest of the run.
+RenameRule RuleOfRun(App& app, std::int32_t mode);
+
+/// Reads the tags of the file `fileName` of the folder `path` and makes its new name. RuntimeError 13 for a
+/// track that is no number; other run-time failures are those of the readers.
+RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, const std::string& path,
+                         const std::string& fileName);
+
+/// Moves the file as planned; numbers the name when it is taken, asks the person when the system refuses it.
+/// Gives the result of the operation, and in `fileName`, when that is 0, the name that the file has then.
+std::int32_t RenameAsPlanned(App& app, const RenamePlan& plan, const std::string& path,
+                             std::string& fileName);
+
+}  // namespace zefta
