@@ -6,6 +6,7 @@
 #include "core/LanguageFile.h"
 #include "encoding/Decode.h"
 #include "encoding/Encode.h"
+#include "library/RenameJobs.h"
 #include "wave/CropFile.h"
 #include "wave/FixHeader.h"
 #include "wave/SplitFile.h"
@@ -18,9 +19,9 @@ namespace {
 constexpr Job Jobs[] = {
     // clang-format off
     // code, option, needs a display, can be previewed, worker
-    {1,  "/rename",            false, true,  nullptr},
-    {2,  "/rename2",           false, true,  nullptr},
-    {3,  "/autorename",        false, true,  nullptr},
+    {1,  "/rename",            false, true,  RenameJob},
+    {2,  "/rename2",           false, true,  RenameWithPlaylistsJob},
+    {3,  "/autorename",        false, true,  RenameByPlaylistsJob},
     {4,  "/change",            false, true,  nullptr},
     {5,  "/copy",              false, true,  nullptr},
     {6,  "/encode",            false, false, EncodeJob},

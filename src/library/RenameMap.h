@@ -11,6 +11,10 @@ namespace zefta {
 /// that kept its name stands in it too.
 class RenameMap {
   public:
+    RenameMap() = default;
+    RenameMap(RenameMap&&) = default;
+    RenameMap& operator=(RenameMap&&) = default;
+
     /// `path`: the folder as the job knows it, separator, old name. `newName` is relative to the folder of
     /// the file, or to the one of the playlist that named it. A path that has an entry keeps the one it has:
     /// what a playlist means by a name is the file that bore it first.
@@ -24,7 +28,7 @@ class RenameMap {
   private:
     std::unordered_map<std::string, std::string> names_;
     /// The value of the first path among those that differ in case only, by the path in lower case. Values of
-    /// names_ stay where they are.
+    /// names_ stay where they are, also when the map is moved; a copy would not do.
     std::unordered_map<std::string, const std::string*> folded_;
 };
 

@@ -21,7 +21,7 @@ struct RenameRun {
 
     App& app;
     std::string root;
-    /// There only while playlists are to learn the new names. A copy would lose the places of its values.
+    /// There only while playlists are to learn the new names.
     std::optional<RenameMap> map;
     /// The folder that was last told in a preview.
     std::string toldFolder;

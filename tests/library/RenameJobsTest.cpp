@@ -1,0 +1,134 @@
+#include <sstream>
+
+#include "library/RenameJobs.h"
+#include "library/RenameStage.h"
+
+namespace zefta::test {
+namespace {
+
+class RenameJobs : public RenameStage {
+  protected:
+    void Run(void (*job)(App&), const std::string& fileSpec, bool subfolders = false) {
+        app.state.FileSpec = fileSpec;
+        app.state.ProcessSubfolders = subfolders;
+        job(app);
+    }
+};
+
+TEST_F(RenameJobs, Rename_TheFilesOfTheCurrentFolder) {
+    MakeSong("one.mp3", "One");
+    MakeSong("sub/two.mp3", "Two");
+    Make("list.m3u", "one.mp3\n");
+    Run(RenameJob, "*.*");
+    EXPECT_EQ(Names(), (Texts{"A - One.MP3", "list.m3u", "sub/two.mp3"}));
+    EXPECT_EQ(app.folder.Read("list.m3u"), "one.mp3\n");
+}
+
+TEST_F(RenameJobs, Rename_TheTree) {
+    MakeSong("one.mp3", "One");
+    MakeSong("sub/two.mp3", "Two");
+    Run(RenameJob, "*.*", true);
+    EXPECT_EQ(Names(), (Texts{"A - One.MP3", "sub/A - Two.MP3"}));
+}
+
+TEST_F(RenameJobs, Rename_FolderInTheMask) {
+    MakeSong("one.mp3", "One");
+    MakeSong("sub/two.mp3", "Two");
+    MakeSong("sub/three.mp3", "Three");
+    Run(RenameJob, "sub\\t*o.mp3");
+    EXPECT_EQ(Names(), (Texts{"one.mp3", "sub/A - Two.MP3", "sub/three.mp3"}));
+    Run(RenameJob, Root() + "/sub/three.mp3");
+    EXPECT_EQ(Names(), (Texts{"one.mp3", "sub/A - Three.MP3", "sub/A - Two.MP3"}));
+}
+
+TEST_F(RenameJobs, Rename_FolderThatIsNotThere_Is76) {
+    EXPECT_EQ(RuntimeErrorOf([&] { Run(RenameJob, "none/*.mp3"); }), 76);
+}
+
+TEST_F(RenameJobs, Rename_UnknownWordWithASlash_MeansNoFiles) {
+    MakeSong("one.mp3", "One");
+    for (void (*job)(App&) : {RenameJob, RenameWithPlaylistsJob, RenameByPlaylistsJob})
+        Run(job, "/unknown", true);
+    EXPECT_EQ(Names(), Texts{"one.mp3"});
+}
+
+TEST_F(RenameJobs, RenameWithPlaylists_WritesTheNewNames) {
+    MakeSong("one.mp3", "One");
+    Make("list.m3u", "#EXTM3U\n#EXTINF:1,One\none.mp3\ngone.mp3\n");
+    Run(RenameWithPlaylistsJob, "*.*");
+    EXPECT_EQ(app.folder.Read("list.m3u"), "#EXTM3U\n#EXTINF:1,One\nA - One.MP3\ngone.mp3\n");
+    EXPECT_EQ(app.state.FileSpec, "*.m3u");
+}
+
+TEST_F(RenameJobs, RenameWithPlaylists_OnlyMatchingFilesChange) {
+    MakeSong("one.mp3", "One");
+    MakeSong("two.mp3", "Two");
+    Make("list.m3u", "one.mp3\ntwo.mp3\n");
+    Run(RenameWithPlaylistsJob, "o*");
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A - One.MP3\ntwo.mp3\n");
+}
+
+TEST_F(RenameJobs, RenameWithPlaylists_ListsOfSubfolders) {
+    MakeSong("sub/two.mp3", "Two");
+    Make("sub/list.m3u", "two.mp3\n");
+    Make("above.m3u", "sub/two.mp3\n");
+    Run(RenameWithPlaylistsJob, "*.*", true);
+    EXPECT_EQ(app.folder.Read("sub/list.m3u"), "A - Two.MP3\n");
+    EXPECT_EQ(app.folder.Read("above.m3u"), "A - Two.MP3\n");
+}
+
+TEST_F(RenameJobs, RenameWithPlaylists_FolderInTheMask_ListsOfThatFolder) {
+    MakeSong("sub/two.mp3", "Two");
+    Make("sub/list.m3u", "two.mp3\n");
+    Run(RenameWithPlaylistsJob, "sub/*.mp3");
+    EXPECT_EQ(app.folder.Read("sub/list.m3u"), "A - Two.MP3\n");
+}
+
+TEST_F(RenameJobs, RenameWithPlaylists_FoldersOfArtists) {
+    app.state.RenameFormat = FormatWithFolder;
+    MakeSong("one.mp3", "One");
+    MakeSong("sub/two.mp3", "Two");
+    Make("list.m3u", "one.mp3\n");
+    Run(RenameWithPlaylistsJob, "*.*", true);
+    EXPECT_EQ(Names(), (Texts{"A/One.MP3", "list.m3u", "sub/A/Two.MP3"}));
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A/One.MP3\n");
+}
+
+TEST_F(RenameJobs, RenameByPlaylists_OneList_TheOthersLearn) {
+    MakeSong("one.mp3", "One");
+    MakeSong("two.mp3", "Two");
+    Make("a.m3u", "#EXTM3U\none.mp3\n");
+    Make("b.m3u", "#EXTM3U\ntwo.mp3\none.mp3\n");
+    Run(RenameByPlaylistsJob, "a.m3u");
+    EXPECT_EQ(app.folder.Read("a.m3u"), "A - One.MP3\n");
+    EXPECT_EQ(app.folder.Read("b.m3u"), "#EXTM3U\ntwo.mp3\nA - One.MP3\n");
+    EXPECT_EQ(Names(), (Texts{"A - One.MP3", "a.m3u", "b.m3u", "two.mp3"}));
+}
+
+TEST_F(RenameJobs, RenameByPlaylists_MaskOfFiles_RenamesThemWhereThereIsNoList) {
+    MakeSong("one.mp3", "One");
+    Make("b.m3u", "one.mp3\n");
+    Run(RenameByPlaylistsJob, "*.mp3");
+    EXPECT_EQ(Names(), (Texts{"A - One.MP3", "b.m3u"}));
+    EXPECT_EQ(app.folder.Read("b.m3u"), "A - One.MP3\n");
+}
+
+TEST_F(RenameJobs, RenameByPlaylists_ListInASubfolder) {
+    MakeSong("sub/one.mp3", "One");
+    Make("sub/a.m3u", "one.mp3\n");
+    Run(RenameByPlaylistsJob, "sub/a.m3u");
+    EXPECT_EQ(app.folder.Read("sub/a.m3u"), "A - One.MP3\n");
+}
+
+TEST_F(RenameJobs, RenameByPlaylists_Failure_EndsTheJobBeforeTheOtherListsLearn) {
+    MakeSong("one.mp3", "One");
+    Make("bad.mp3", SongThatFails());
+    Make("a.m3u", "one.mp3\nbad.mp3\n");
+    Make("b.m3u", "one.mp3\n");
+    EXPECT_EQ(RuntimeErrorOf([&] { Run(RenameByPlaylistsJob, "a.m3u"); }), 13);
+    EXPECT_EQ(app.folder.Read("a.m3u"), "A - One.MP3\nbad.mp3\n");
+    EXPECT_EQ(app.folder.Read("b.m3u"), "one.mp3\n");
+}
+
+}  // namespace
+}  // namespace zefta::test
