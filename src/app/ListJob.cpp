@@ -1,28 +1,18 @@
 #include "app/ListJob.h"
 
-#include <algorithm>
-#include <functional>
-#include <future>
-#include <optional>
 #include <ostream>
 #include <span>
-#include <system_error>
-#include <thread>
 
 #include "app/ListText.h"
 #include "core/Boxes.h"
 #include "core/Folders.h"
+#include "core/TextInRuns.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 namespace zefta {
 
 namespace {
-
-/// Lines are handed on in runs of so many files, so that memory stays flat with their number.
-constexpr std::size_t RowsAtATime = 4096;
-/// Fewer files are read before a thread has started.
-constexpr std::size_t WorthAThread = 64;
 
 struct Listing {
     std::string folder;
@@ -60,31 +50,13 @@ std::string TextOf(const FileReading& reading, const std::string& folder, std::s
     return text;
 }
 
-/// Starts the step beside this thread; none when the machine has no second processor or no thread to give.
-std::optional<std::future<std::string>> Beside(const std::function<std::string()>& step) {
-    if (std::thread::hardware_concurrency() < 2) return std::nullopt;
-    try {
-        return std::async(std::launch::async, step);
-    } catch (const std::system_error&) {
-        return std::nullopt;
-    }
-}
-
 void Print(App& app, const Listing& listing, ListForm form, std::ostream& output) {
     const FileReading reading = {app.files, app.ansi, UnknownContent::PassOver};
-    std::span<const ListEntry> rest = listing.entries;
-    while (!rest.empty()) {
-        const auto run = rest.first(std::min(RowsAtATime, rest.size()));
-        const auto first = run.first(run.size() / 2);
-        const auto second = run.subspan(first.size());
-        const auto text = [&](std::span<const ListEntry> part) {
-            return TextOf(reading, listing.folder, part, form);
-        };
-        auto beside = run.size() >= WorthAThread ? Beside([&] { return text(second); }) : std::nullopt;
-        output << text(first);
-        output << (beside ? beside->get() : text(second));
-        rest = rest.subspan(run.size());
-    }
+    const std::span<const ListEntry> entries = listing.entries;
+    const auto textOf = [&](IndexRun run) {
+        return TextOf(reading, listing.folder, entries.subspan(run.first, run.count), form);
+    };
+    MakeTextInRuns(entries.size(), textOf, [&](const std::string& text) { output << text; });
 }
 
 }  // namespace

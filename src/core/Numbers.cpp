@@ -114,4 +114,11 @@ std::string NumberText(double value) {
     return {digits, end.ptr};
 }
 
+std::string GroupedText(std::int64_t value) {
+    std::string text = std::to_string(value);
+    const std::size_t first = text.starts_with('-') ? 1 : 0;
+    for (std::size_t at = text.size(); at > first + 3;) text.insert(at -= 3, 1, ' ');
+    return text;
+}
+
 }  // namespace zefta

@@ -36,4 +36,7 @@ std::int32_t WholeNumber(std::string_view text);
 /// "-0".
 std::string NumberText(double value);
 
+/// Digits in groups of three: "44 100".
+std::string GroupedText(std::int64_t value);
+
 }  // namespace zefta

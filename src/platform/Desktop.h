@@ -9,6 +9,13 @@ namespace zefta {
 
 enum class BoxKind { Plain, Warning, Critical };
 
+/// A scale beside that of the whole job.
+struct ProgressScale {
+    std::int32_t minimum = 0;
+    std::int32_t maximum = 0;
+    std::int32_t value = 0;
+};
+
 /// What a progress dialog shows at one moment.
 struct ProgressReport {
     std::string fileName;
@@ -18,6 +25,8 @@ struct ProgressReport {
     std::int32_t value = 0;
     /// Text of each label, by the name of its control.
     std::map<std::string, std::string> labels;
+    /// Of the file at hand, where the scale of the report is that of many.
+    ProgressScale current;
 };
 
 /// A progress dialog on show; it goes when it is destroyed.

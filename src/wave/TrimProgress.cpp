@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/Numbers.h"
+
 namespace zefta {
 
 namespace {
@@ -12,14 +14,6 @@ constexpr std::int32_t BytesPerSecond = 176400;
 std::string Filled(std::int32_t number, std::size_t digits) {
     const std::string text = std::to_string(number);
     return text.size() < digits ? std::string(digits - text.size(), '0') + text : text;
-}
-
-/// Digits in groups of three.
-std::string Grouped(std::int32_t number) {
-    std::string text = std::to_string(number);
-    const std::size_t first = text.starts_with('-') ? 1 : 0;
-    for (std::size_t at = text.size(); at > first + 3;) text.insert(at -= 3, 1, ' ');
-    return text;
 }
 
 std::string MinutesAndSeconds(const TrimWords& words, std::int32_t bytes) {
@@ -36,7 +30,7 @@ TrimWords LoadTrimWords(Messages& messages) {
 }
 
 std::string BytesText(const TrimWords& words, std::int32_t bytes) {
-    return Grouped(bytes) + " " + words.bytes;
+    return GroupedText(bytes) + " " + words.bytes;
 }
 
 std::string FramesText(const TrimWords& words, std::int32_t bytes) {
