@@ -1,0 +1,163 @@
+#include "library/Playlist.h"
+
+#include <algorithm>
+#include <new>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/Boxes.h"
+#include "core/FileKind.h"
+#include "core/FolderTree.h"
+#include "core/Steps.h"
+#include "core/TextInRuns.h"
+#include "library/FolderListing.h"
+#include "library/PlaylistText.h"
+#include "library/TextTarget.h"
+#include "platform/Paths.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "tags/CompressedFile.h"
+
+namespace zefta {
+
+namespace {
+
+constexpr std::string_view UsualName = "!Playlist.m3u";
+
+struct ListedName {
+    std::string key;
+    /// Relative to the folder of the list.
+    std::string name;
+
+    bool operator<(const ListedName& other) const {
+        const int order = key.compare(other.key);
+        return order != 0 ? order < 0 : name < other.name;
+    }
+};
+
+/// In an entry it would make two lines of one.
+bool HasLineFeed(std::string_view name) {
+    return name.find('\n') != std::string_view::npos;
+}
+
+bool IsListed(const FolderEntry& entry) {
+    if (entry.isFolder || entry.isSpecial) return false;
+    const auto kind = ListKindOf(entry.name);
+    return kind && *kind != ListKind::Playlist;
+}
+
+void Refuse(App& app, const std::string& name, const RuntimeError& error) {
+    TellStep(app, "refused: " + name + ": " + error.Text());
+    CheckRuntimeError(app, [&] { throw error; });
+}
+
+/// Gathers the files that go into the playlist.
+class NameList {
+  public:
+    /// `theTarget`: the playlist itself, behind all links.
+    NameList(App& theApp, std::string theTarget)
+        : app_(theApp), target_(std::move(theTarget)), targetName_(NamePart(target_)), tree_(theApp.files) {}
+
+    /// `prefix`: the way to the folder from the one of the list, with its closing separator.
+    void AddFolderToList(const std::string& folder, const std::string& prefix) {
+        if (!tree_.Enter(folder)) return;
+        for (const FolderEntry& entry : EntriesOf(folder, prefix)) {
+            if (entry.isFolder && app_.state.ProcessSubfolders)
+                AddFolderToList(JoinPath(folder, entry.name), prefix + entry.name + PathSeparator);
+            if (IsListed(entry) && !IsTarget(folder, entry.name)) Add(prefix + entry.name);
+        }
+        tree_.Leave();
+    }
+
+    std::vector<ListedName> TakeSorted() {
+        std::sort(names_.begin(), names_.end());
+        return std::move(names_);
+    }
+
+  private:
+    /// Of a subfolder that can't be listed nothing is in the list.
+    std::vector<FolderEntry> EntriesOf(const std::string& folder, const std::string& prefix) {
+        if (prefix.empty()) return app_.files.List(folder);
+        try {
+            return app_.files.List(folder);
+        } catch (const RuntimeError& error) {
+            Refuse(app_, prefix, error);
+            return {};
+        }
+    }
+
+    bool IsTarget(const std::string& folder, const std::string& name) const {
+        return name == targetName_ && app_.files.FollowLinks(JoinPath(folder, name)) == target_;
+    }
+
+    void Add(std::string name) {
+        if (HasLineFeed(name)) {
+            Refuse(app_, name, RuntimeError(ErrorNumber::BadFileName, name));
+            return;
+        }
+        std::string key = ToLower(app_.ansi.ToText(name));
+        names_.push_back({std::move(key), std::move(name)});
+    }
+
+    App& app_;
+    std::string target_;
+    std::string targetName_;
+    FolderTree tree_;
+    std::vector<ListedName> names_;
+};
+
+/// "" for a file whose tag can't be read. May be called by several threads.
+std::string CommentOf(const FileReading& reading, const std::string& path) {
+    if (!IsCompressedFile(path)) return {};
+    try {
+        const ID3Tag tag = ReadCompressedFile(reading, path);
+        return tag.Path.empty() ? std::string() : CommentLine(tag, reading.ansi) + "\n";
+    } catch (const RuntimeError&) {
+        return {};
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+std::string TextOf(App& app, const std::string& folder, std::span<const ListedName> names) {
+    const FileReading reading = {app.files, app.ansi, UnknownContent::PassOver};
+    const std::string base = WithClosingSeparator(folder);
+    std::string text;
+    for (const ListedName& listed : names) {
+        const std::string path = base + listed.name;
+        text += CommentOf(reading, path) + (app.state.UsePaths ? path : listed.name) + "\n";
+    }
+    return text;
+}
+
+std::string TargetOf(const App& app, const std::string& folder) {
+    const std::string target = app.files.ToNativePath(app.state.TargetPath);
+    if (target.empty()) return JoinPath(folder, UsualName);
+    return IsAbsolutePath(target) ? target : JoinPath(folder, target);
+}
+
+void WritePlaylist(App& app) {
+    const std::string folder = app.files.CurrentFolder();
+    const std::string path = TargetOf(app, folder);
+    if (app.state.UsePaths && HasLineFeed(folder)) throw RuntimeError(ErrorNumber::BadFileName, folder);
+    TextTarget target(app.files, path);
+    NameList list(app, target.Path());
+    list.AddFolderToList(folder, "");
+    const std::vector<ListedName> names = list.TakeSorted();
+    std::string text = std::string(PlaylistHeader) + "\n";
+    const std::span<const ListedName> all = names;
+    MakeTextInRuns(
+        names.size(), [&](IndexRun run) { return TextOf(app, folder, all.subspan(run.first, run.count)); },
+        [&](const std::string& lines) { text += lines; });
+    target.Put(text);
+    TellStep(app, "write: " + path + ": " + std::to_string(names.size()) + " entries");
+}
+
+}  // namespace
+
+void MakePlaylist(App& app) {
+    CheckRuntimeError(app, [&] { WritePlaylist(app); });
+}
+
+}  // namespace zefta
