@@ -6,6 +6,8 @@
 #include "core/LanguageFile.h"
 #include "encoding/Decode.h"
 #include "encoding/Encode.h"
+#include "library/CopyPlaylist.h"
+#include "library/Playlist.h"
 #include "library/RenameJobs.h"
 #include "wave/CropFile.h"
 #include "wave/FixHeader.h"
@@ -23,10 +25,10 @@ constexpr Job Jobs[] = {
     {2,  "/rename2",           false, true,  RenameWithPlaylistsJob},
     {3,  "/autorename",        false, true,  RenameByPlaylistsJob},
     {4,  "/change",            false, true,  nullptr},
-    {5,  "/copy",              false, true,  nullptr},
+    {5,  "/copy",              false, true,  CopyPlaylistJob},
     {6,  "/encode",            false, false, EncodeJob},
     {7,  "/decode",            false, false, DecodeJob},
-    {8,  "/makelist",          false, true,  nullptr},
+    {8,  "/makelist",          false, true,  MakePlaylist},
     {9,  "/setup",             true,  false, nullptr},
     {10, "/help",              false, false, OpenManual},
     {13, "/agent",             false, false, nullptr},
