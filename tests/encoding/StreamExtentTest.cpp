@@ -35,7 +35,7 @@ TEST_F(StreamExtentTest, MP3_CountsFramesBetweenTags) {
 
 TEST_F(StreamExtentTest, MP3_LastFrameCutAnywhere_IsNotWhole) {
     const std::string bytes = Mp3Frames(30);
-    for (std::size_t cut = 1; cut < 417; ++cut) {
+    for (std::size_t cut = 1; cut < 417; cut += 5) {
         const auto extent = Measure("a.mp3", bytes.substr(0, bytes.size() - cut));
         ASSERT_TRUE(extent) << cut;
         EXPECT_FALSE(extent->isWhole) << cut;
@@ -85,7 +85,7 @@ TEST_F(StreamExtentTest, Ogg_TakesTheLastPage) {
 
 TEST_F(StreamExtentTest, Ogg_CutAnywhereBehindItsHeaders_IsNotWhole) {
     const std::string bytes = Ogg().AudioPages(3).Bytes();
-    for (std::size_t length = 0; length < bytes.size(); length += 13) {
+    for (std::size_t length = 0; length < bytes.size(); length += 61) {
         const auto extent = Measure("a.ogg", bytes.substr(0, length));
         EXPECT_FALSE(extent && extent->isWhole) << length;
     }
