@@ -22,6 +22,7 @@ constexpr FuzzTarget Targets[] = {
     {"SetAPE2", FuzzSetAPE2},
     {"SetOggComments", FuzzSetOggComments},
     {"ProcessWave", FuzzProcessWave},
+    {"ProfileFile", FuzzProfileFile},
 };
 
 }  // namespace

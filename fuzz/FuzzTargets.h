@@ -48,5 +48,6 @@ void FuzzSetID3v2(std::string_view input);
 void FuzzSetAPE2(std::string_view input);
 void FuzzSetOggComments(std::string_view input);
 void FuzzProcessWave(std::string_view input);
+void FuzzProfileFile(std::string_view input);
 
 }  // namespace zefta::fuzz

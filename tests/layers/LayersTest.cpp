@@ -23,7 +23,8 @@ const std::map<std::string, std::set<std::string>> Allowed = {
     {"wave", {"tags", "core", "platform"}},
     {"encoding", {"wave", "tags", "core", "platform"}},
     {"library", {"encoding", "wave", "tags", "core", "platform"}},
-    {"app", {"library", "encoding", "wave", "tags", "core", "platform"}},
+    {"cd", {"library", "encoding", "wave", "tags", "core", "platform"}},
+    {"app", {"cd", "library", "encoding", "wave", "tags", "core", "platform"}},
 };
 
 struct SourceFile {
