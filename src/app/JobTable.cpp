@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/Manual.h"
+#include "cd/MakeCDInfo.h"
 #include "core/LanguageFile.h"
 #include "encoding/Decode.h"
 #include "encoding/Encode.h"
@@ -37,7 +38,7 @@ constexpr Job Jobs[] = {
     {16, "/wavetrim",          false, false, WaveTrimJob},
     {17, "/split",             false, false, SplitFileJob},
     {19, "/crop",              false, false, CropFileJob},
-    {20, "/makezfc",           false, true,  nullptr},
+    {20, "/makezfc",           false, true,  MakeCDInfoJob},
     {21, "/lng",               false, false, WriteLanguageTemplate},
     // clang-format on
 };
