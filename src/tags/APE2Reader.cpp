@@ -80,7 +80,7 @@ void TakeItem(BinaryFile& file, const ItemPlace& item, ID3Tag& tag, UnknownConte
     }
     // Besides a track the field counts these items. Kept: the writer takes the number from there.
     tag.TrackNumber = ToByte(std::int64_t{tag.TrackNumber} + 1);
-    if (unknown == UnknownContent::Keep)
+    if (unknown != UnknownContent::PassOver)
         tag.ID3v2Extension.UnknownFrames += Slice(file, {item.start, item.value.end});
 }
 
@@ -109,6 +109,7 @@ bool ReadAPE2(BinaryFile& file, ID3Tag& tag, UnknownContent unknown) {
         TakeItem(file, *item, tag, unknown);
         items.start = item->value.end;
     }
+    if (items.start != items.end) tag.ReadInPart = true;
     return true;
 }
 

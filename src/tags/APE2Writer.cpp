@@ -4,11 +4,11 @@
 #include "core/ByteCodec.h"
 #include "core/FileKind.h"
 #include "core/Numbers.h"
-#include "platform/RuntimeError.h"
 #include "tags/APE2.h"
 #include "tags/APE2Block.h"
 #include "tags/APE2Items.h"
 #include "tags/MPEGplusStream.h"
+#include "tags/Replacement.h"
 
 namespace zefta {
 
@@ -81,33 +81,11 @@ std::int32_t TagPlace(BinaryFile& file) {
     return SeekBeforeEnd(file, ID3v1Length) ? file.Position() : 0;
 }
 
-void PutBack(BinaryFile& file, std::int32_t place, const std::string& bytes, std::int32_t size) {
-    try {
-        file.Seek(place, SeekFrom::Start);
-        file.Write(bytes);
-        if (file.Size() == size) return;
-        file.Seek(size, SeekFrom::Start);
-        file.SetEnd();
-    } catch (const RuntimeError&) {
-        // The failure that brought us here is the one to tell.
-    }
-}
-
-/// Makes the bytes the end of the file, from the current position on; on failure the old end comes back.
+/// Makes the bytes the end of the file, from the current position on.
 void ReplaceEnd(BinaryFile& file, const std::string& bytes) {
     const std::int32_t place = file.Position();
-    const std::int32_t oldSize = file.Size();
     const std::int32_t end = ToI32(place + static_cast<std::int64_t>(bytes.size()));
-    const std::string old = file.ReadBytes(end - place);
-    if (old == bytes && end == oldSize) return;
-    try {
-        file.Seek(place, SeekFrom::Start);
-        file.Write(bytes);
-        if (end < oldSize) file.SetEnd();
-    } catch (const RuntimeError&) {
-        PutBack(file, place, old, oldSize);
-        throw;
-    }
+    Replace(file, {place, file.ReadBytes(end - place), bytes, true});
 }
 
 }  // namespace

@@ -12,11 +12,15 @@
 namespace zefta {
 
 /// What becomes of frames and items that the program does not interpret, such as pictures.
-enum class UnknownContent : bool {
+enum class UnknownContent : char {
     /// They are read into UnknownFrames, so that a writer can put them back.
     Keep,
     /// They are passed over unread. A record that was read so must not be written.
     PassOver,
+    /// As Keep, for a record that goes back into the same file: ID3v2 frames by the standard are taken whole
+    /// too, and ID3Tag::ReadInPart tells where something is left behind. Frames that stand in front of an
+    /// MPEGplus stream stay there and are not read.
+    Carry,
 };
 
 /// What a reader of whole files needs.

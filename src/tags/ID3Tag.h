@@ -115,6 +115,8 @@ struct ID3Tag {
     bool ReadOnly = false;
     /// Set by each reader that reached the end of its work.
     bool AllowEdits = false;
+    /// The file's tag holds more than could be read: written back, the record would take it away.
+    bool ReadInPart = false;
     /// Index into GenreTable, or NoGenre.
     std::uint8_t Genre = 255;
     bool IsOggVorbisFile = false;

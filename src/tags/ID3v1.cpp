@@ -5,6 +5,7 @@
 #include <span>
 
 #include "core/Strings.h"
+#include "tags/Replacement.h"
 
 namespace zefta {
 
@@ -111,9 +112,7 @@ void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
     const std::int32_t place = file->Position();
     const std::string before = hasTag ? file->ReadBytes(TagLength) : std::string();
     const std::string after = MergedTag(hasTag ? before : NewTag(), tag, old, ansi);
-    if (after == before) return;
-    file->Seek(place, SeekFrom::Start);
-    file->Write(after);
+    Replace(*file, {place, before, after});
 }
 
 int SetID3(FileSystem& files, const CodePage& ansi, const std::string& path, const ID3v1Values& values) {
@@ -121,6 +120,8 @@ int SetID3(FileSystem& files, const CodePage& ansi, const std::string& path, con
     if (!file) return 1;
     const bool hasTag = SeekToTag(*file);
     file->Seek(hasTag ? -TagLength : 0, SeekFrom::End);
+    const std::int32_t place = file->Position();
+    const std::string before = hasTag ? file->ReadBytes(TagLength) : std::string();
     std::string bytes(Marker);
     bytes += FitString(ansi.Encode(values.Title), 30);
     bytes += FitString(ansi.Encode(values.Artist), 30);
@@ -132,7 +133,7 @@ int SetID3(FileSystem& files, const CodePage& ansi, const std::string& path, con
         bytes[126] = static_cast<char>(values.Track);
     }
     bytes += static_cast<char>(values.Genre);
-    file->Write(bytes);
+    Replace(*file, {place, before, bytes});
     return 0;
 }
 

@@ -69,26 +69,66 @@ void ReadHeader(std::string_view header, ID3v2Extension& tag) {
     tag.TagSize = ByteCodec::SyncSafeToLong(header.substr(std::min<std::size_t>(3, header.size())));
 }
 
-/// Walks the frames. Sizes are of 7 bits a byte in all versions, no unsynchronisation is undone and the text
-/// encoding is not looked at: kept, tags written so far read back the same way.
-void ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, UnknownContent unknown) {
-    using namespace std::string_view_literals;
+/// Header and one byte of body.
+constexpr std::int32_t ShortestFrame = ID3v2HeaderSize + 1;
+constexpr std::string_view NoIdentifier("\0\0\0\0", 4);
+
+/// Whether frames may end at that place: at an identifier, where the fill begins or with the tag.
+bool IsBoundary(FrameArea& area, std::int64_t at, std::int32_t size) {
+    if (at >= size) return at == size;
+    const std::string_view next = area.Slice(static_cast<std::int32_t>(at),
+                                             std::min<std::int32_t>(4, size - static_cast<std::int32_t>(at)));
+    const auto isOfIdentifier = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); };
+    return next == NoIdentifier.substr(0, next.size()) ||
+           (next.size() == NoIdentifier.size() && std::all_of(next.begin(), next.end(), isOfIdentifier));
+}
+
+/// The size in four bytes behind an identifier: 7 bits a byte, but the plain number of ID3v2.3 section 3.3
+/// where that one alone leads to the end of a frame.
+std::int32_t SizeByTheNext(FrameArea& area, std::int32_t at, std::string_view bytes, std::int32_t size) {
+    const std::int32_t sevenBit = ByteCodec::SyncSafeToLong(bytes);
+    const std::int32_t plain = ByteCodec::ToLongBE(bytes);
+    const std::int64_t body = std::int64_t{at} + ID3v2HeaderSize;
+    if (plain == sevenBit || plain < 0 || IsBoundary(area, body + sevenBit, size)) return sevenBit;
+    return IsBoundary(area, body + plain, size) ? plain : sevenBit;
+}
+
+/// Walks the frames; returns where the walk ended. Sizes are of 7 bits a byte in all versions, no
+/// unsynchronisation is undone and the text encoding is not looked at: kept, tags written so far read back
+/// the same way.
+std::int32_t ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, UnknownContent unknown) {
     const std::int32_t size = tag.TagSize;
-    // 0-based here; the bounds come from a count that starts at 1.
+    // 0-based here; the bound comes from a count that starts at 1 and misses two places.
     std::int32_t at = tag.bExtendedHeader != 0 ? ByteCodec::SyncSafeToLong(area.Slice(0, 4)) : 0;
-    while (at + 1 + 11 < size && at < area.Length()) {
-        const std::string_view header = area.Slice(at, 8);
-        const std::string_view identifier = header.substr(0, 4);
-        if (identifier == "\0\0\0\0"sv) return;
-        const std::int32_t bodySize = ByteCodec::SyncSafeToLong(header.substr(identifier.size()));
-        if (bodySize >= size) return;
+    const bool carries = unknown == UnknownContent::Carry;
+    const std::int32_t lastPlace = size - (carries ? ShortestFrame : ShortestFrame + 2);
+    while (at <= lastPlace && at < area.Length()) {
+        const std::string header(area.Slice(at, 8));
+        const std::string_view identifier = std::string_view(header).substr(0, 4);
+        if (identifier == NoIdentifier) break;
+        const std::string_view sizeBytes = std::string_view(header).substr(identifier.size());
+        const std::int32_t bodySize =
+            carries ? SizeByTheNext(area, at, sizeBytes, size) : ByteCodec::SyncSafeToLong(sizeBytes);
+        if (bodySize >= size) break;
         if (const ID3v2Frame* frame = FindID3v2Frame(identifier); bodySize >= 1 && frame != nullptr) {
             frame->read(tag, area.Slice(at + ID3v2HeaderSize + 1, bodySize - 1), ansi);
-        } else if (bodySize >= 1 && unknown == UnknownContent::Keep) {
+        } else if (bodySize >= 1 && unknown != UnknownContent::PassOver) {
             tag.UnknownFrames += area.Slice(at, bodySize + ID3v2HeaderSize);
         }
         at += ID3v2HeaderSize + bodySize;
     }
+    return at;
+}
+
+/// Whether a writer would take something away that was not read: the walk did not get to the fill, or the tag
+/// is of a form that is not understood.
+bool LeavesSomething(FrameArea& area, const ID3v2Extension& tag, std::int32_t end) {
+    using namespace std::string_view_literals;
+    constexpr std::uint8_t WithShortIdentifiers = 2;
+    if (tag.MajorVersion == WithShortIdentifiers && tag.TagSize > 0) return true;
+    if (tag.bUnsynchronisation != 0 && tag.UnknownFrames.find("\xFF\0"sv) != std::string::npos) return true;
+    if (end > tag.TagSize) return true;
+    return end < std::min(tag.TagSize, area.Length()) && area.Slice(end, 1) != "\0"sv;
 }
 
 }  // namespace
@@ -105,7 +145,8 @@ void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi, UnknownConte
     const std::int32_t surplus = extension.bFooterPresent != 0 ? 20 : 10;
     FrameArea area(file, extension.TagSize + surplus);
     extension.UnknownFrames.clear();
-    ReadFrames(area, extension, ansi, unknown);
+    const std::int32_t end = ReadFrames(area, extension, ansi, unknown);
+    if (unknown == UnknownContent::Carry) tag.ReadInPart = LeavesSomething(area, extension, end);
     file.Seek(extension.TagSize + ID3v2HeaderSize, SeekFrom::Start);
 }
 

@@ -10,6 +10,7 @@
 #include "platform/RuntimeError.h"
 #include "tags/ID3v2.h"
 #include "tags/ID3v2Frames.h"
+#include "tags/Replacement.h"
 #include "tags/TemporaryFile.h"
 
 namespace zefta {
@@ -62,9 +63,7 @@ std::optional<std::int32_t> OldTagSize(BinaryFile& file) {
 
 void WriteWhereItDiffers(BinaryFile& file, const std::string& bytes) {
     file.Seek(0, SeekFrom::Start);
-    if (file.ReadBytes(static_cast<std::int32_t>(bytes.size())) == bytes) return;
-    file.Seek(0, SeekFrom::Start);
-    file.Write(bytes);
+    Replace(file, {0, file.ReadBytes(static_cast<std::int32_t>(bytes.size())), bytes});
 }
 
 /// The new file: the tag in front of what lies behind `audioStart`. False when it can't be created.
@@ -94,8 +93,7 @@ std::string WriteFrame(std::string_view identifier, std::string_view text) {
 
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
     if (!IsMP3File(tag.Path)) return;
-    const std::string path = files.FollowLinks(tag.Path);
-    auto file = files.OpenRead(path);
+    auto file = files.OpenRead(tag.Path);
     if (!file) {
         tag.Path.clear();
         return;
@@ -110,6 +108,7 @@ void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
         const std::int32_t audioStart = oldSize.value_or(0) > 0 ? *oldSize + ID3v2HeaderSize : 0;
         const std::int32_t tagLength = ToI32(std::max(estimate * Reserve, SmallestTag));
         rendered = RenderTag(tag.ID3v2Extension, tagLength - ID3v2HeaderSize, ansi);
+        const std::string path = files.FollowLinks(tag.Path);
         const bool rebuilt = Rebuild(files, *file, path, rendered, audioStart, tagLength);
         file.reset();
         if (!rebuilt || !files.OpenRead(path)) tag.Path.clear();

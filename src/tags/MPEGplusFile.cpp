@@ -59,7 +59,8 @@ void ReadMPEGplusFile(const FileReading& reading, const std::string& path, ID3Ta
     BufferedFile file(std::move(opened), UsualFile);
     tag.Length = file.Size();
     ReadID3v1(file, tag, reading.ansi);
-    ReadID3v2(file, tag, reading.ansi, reading.unknown);
+    const bool framesStay = reading.unknown == UnknownContent::Carry;
+    ReadID3v2(file, tag, reading.ansi, framesStay ? UnknownContent::PassOver : reading.unknown);
     const std::int32_t streamStart = file.Position();
     const bool hasAPE = ReadAPE2(file, tag, reading.unknown);
     if (tag.ID3v2Present && !hasAPE) {

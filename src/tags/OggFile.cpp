@@ -23,6 +23,7 @@ constexpr std::size_t TailLength = 8192;
 /// Offsets in a page (RFC 3533 section 6).
 constexpr std::size_t GranulePosition = 6;
 constexpr std::size_t PageNumber = 18;
+constexpr std::size_t SegmentCount = 26;
 /// The rate that play time is counted with, whatever the stream has. Kept: lists and names made from the
 /// play time agree with what other installations made.
 constexpr double CountedRate = 44100;
@@ -61,9 +62,26 @@ std::string_view Behind(std::string_view text, std::string_view what) {
     return text.substr(static_cast<std::size_t>(found - text.begin()) + what.size());
 }
 
+/// Whether the packet that begins the page ends within these bytes, which stand behind the page's marker.
+bool HoldsFirstPacket(std::string_view page) {
+    Cursor cursor(page);
+    cursor.Take(SegmentCount - PageMarker.size());
+    std::size_t segments = 0;
+    for (const char count : cursor.Take(1)) segments = static_cast<unsigned char>(count);
+    const std::string_view lacing = cursor.Take(segments);
+    const auto last = std::find_if(lacing.begin(), lacing.end(),
+                                   [](char length) { return static_cast<unsigned char>(length) < 255; });
+    if (last == lacing.end()) return false;
+    const auto length =
+        static_cast<std::size_t>(last - lacing.begin()) * 255 + static_cast<unsigned char>(*last);
+    return cursor.Take(length).size() == length;
+}
+
 /// The comment header (Vorbis I specification section 5.2), found by its name on the second page.
 void ReadComments(std::string_view head, ID3Tag& tag, const CodePage& ansi) {
-    Cursor cursor(Behind(Behind(head, PageMarker), CodecName));
+    const std::string_view page = Behind(head, PageMarker);
+    tag.ReadInPart = !HoldsFirstPacket(page);
+    Cursor cursor(Behind(page, CodecName));
     tag.OggVorbisExtension.LibVorbisVersion = ansi.ToText(Trim(cursor.Take(cursor.TakeLength())));
     for (std::size_t count = cursor.TakeLength(); count > 0 && !cursor.AtEnd(); --count)
         ReadOggComment(tag, cursor.Take(cursor.TakeLength()), ansi);

@@ -1,0 +1,158 @@
+#include "library/ChangeTags.h"
+
+#include "core/Boxes.h"
+#include "core/FileKind.h"
+#include "core/Numbers.h"
+#include "core/Steps.h"
+#include "core/Strings.h"
+#include "library/TagSteps.h"
+#include "platform/RuntimeError.h"
+#include "tags/CompressedFile.h"
+#include "wave/TagWriters.h"
+
+namespace zefta {
+
+namespace {
+
+using Extended = ID3v2Extension;
+
+/// A text value, its place in the record and in the extension.
+struct FieldRow {
+    std::string TagValues::*value;
+    std::string ID3Tag::*own;
+    std::string Extended::*extended;
+};
+
+constexpr FieldRow Fields[] = {
+    {&TagValues::Artist, &ID3Tag::Artist, &Extended::Artist},
+    {&TagValues::Title, &ID3Tag::Title, &Extended::TrackTitle},
+    {&TagValues::Mix, &ID3Tag::Comment, &Extended::Mix},
+    {&TagValues::Album, &ID3Tag::Album, &Extended::AlbumTitle},
+    {&TagValues::Year, &ID3Tag::Year, &Extended::Year},
+};
+
+void TellRefusal(App& app, const ChangedFile& file, const std::string& reason) {
+    TellStep(app, "refused: " + file.shownName + ": " + reason);
+}
+
+void RefusePart(App& app, const ChangedFile& file) {
+    TellRefusal(app, file, "its tag holds more than can be carried over");
+    ShowWarning(app, "File \"" + app.ansi.ToText(file.path) +
+                         "\"\nholds more in its tag than can be carried over.\n\nIt stays as it is.");
+}
+
+/// Nothing when the file can't be opened or its reader fails: it is passed over without a word to answer.
+std::optional<ID3Tag> ReadWhole(App& app, const ChangedFile& file) {
+    try {
+        const FileReading reading = {app.files, app.ansi, UnknownContent::Carry};
+        ID3Tag tag = ReadCompressedFile(reading, file.path);
+        if (!tag.Path.empty()) return tag;
+        TellRefusal(app, file, "it can't be opened");
+    } catch (const RuntimeError& error) {
+        // Comments of more than 16 bits of length or count are what people have: pictures.
+        if (IsOggFile(file.path) && error.Kind() == ErrorNumber::Overflow) {
+            RefusePart(app, file);
+        } else {
+            TellRefusal(app, file, "it can't be read: " + error.Text());
+            app.desktop.Note(app.ansi.ToText(file.path) + " can't be read: " + error.Text());
+        }
+    }
+    return std::nullopt;
+}
+
+bool MayWrite(App& app, const ChangedFile& file, ID3Tag& tag) {
+    if (!tag.ReadOnly) return true;
+    if (!AskYesNo(app, app.messages.GetMessage(10009, app.ansi.ToText(file.path)))) {
+        TellRefusal(app, file, "read only");
+        return false;
+    }
+    app.files.SetReadOnly(file.path, false);
+    tag.ReadOnly = false;
+    return true;
+}
+
+/// An APE tag takes the number from the extension alone; the field counts the items that are carried through
+/// there, and another count would hide some of them.
+void PutTrack(ID3Tag& tag, const std::string& track) {
+    if (track.empty()) return;
+    if (!tag.IsMpegPlusFile) tag.TrackNumber = ToByte(LeadingNumber(track));
+    tag.ID3v2Extension.TrackNumber = track;
+}
+
+void FillFromRecord(ID3Tag& tag) {
+    Extended& extension = tag.ID3v2Extension;
+    for (const FieldRow& field : Fields) {
+        std::string& extended = extension.*field.extended;
+        if (extended.empty()) extended = Trim(tag.*field.own);
+    }
+    if (extension.TrackNumber.empty() && tag.TrackNumber > 0 && !tag.IsMpegPlusFile)
+        extension.TrackNumber = std::to_string(tag.TrackNumber);
+    if (extension.Genre.empty()) extension.Genre = GenreNameFromIndex(tag.Genre);
+    if (tag.OggVorbisExtension.DateTime.empty()) tag.OggVorbisExtension.DateTime = Trim(tag.Year);
+}
+
+/// The failure with the path in its text, since many files are changed in one go.
+void WriteOrNameFile(App& app, const ChangedFile& file, ID3Tag& tag) {
+    try {
+        WriteTags(*app.defaultWaveFile, TagJob::ChangeTags, tag);
+    } catch (const RuntimeError& error) {
+        TellRefusal(app, file, error.Text());
+        throw RuntimeError(error.Kind(), app.ansi.ToText(file.path));
+    }
+}
+
+}  // namespace
+
+TagValues ValuesOfOptions(const AppState& state) {
+    return {state.OptArtist, state.OptTitle, state.OptMix,   state.OptAlbum,
+            state.OptYear,   state.OptTrack, state.OptGenre, state.OptGenreIndex};
+}
+
+std::optional<ID3Tag> ReadForChange(App& app, const ChangedFile& file) {
+    std::optional<ID3Tag> tag = ReadWhole(app, file);
+    if (!tag) return std::nullopt;
+    if (tag->ReadInPart) {
+        RefusePart(app, file);
+        return std::nullopt;
+    }
+    if (!MayWrite(app, file, *tag)) return std::nullopt;
+    return tag;
+}
+
+void PutValues(ID3Tag& tag, const TagValues& values) {
+    for (const FieldRow& field : Fields) {
+        if ((values.*field.value).empty()) continue;
+        tag.*field.own = values.*field.value;
+        tag.ID3v2Extension.*field.extended = values.*field.value;
+    }
+    if (!values.Year.empty()) tag.OggVorbisExtension.DateTime = values.Year;
+    PutTrack(tag, values.Track);
+    if (values.Genre.empty()) return;
+    tag.Genre = values.GenreIndex;
+    tag.ID3v2Extension.Genre = values.Genre;
+}
+
+void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ID3Tag& tag) {
+    FillFromRecord(tag);
+    const std::string stamp = IsPreview(app) ? app.files.ContentStamp(file.path) : std::string();
+    WriteOrNameFile(app, file, tag);
+    if (tag.Path.empty()) {
+        TellRefusal(app, file, "it can't be opened for writing");
+        app.desktop.Note(app.ansi.ToText(file.path) + " can't be opened for writing.");
+    } else if (IsPreview(app) && app.files.ContentStamp(file.path) == stamp) {
+        TellStep(app, "unchanged: " + file.shownName);
+    } else if (IsPreview(app)) {
+        const std::string changes = ChangesBetween(ShownTags(before), ShownTags(tag));
+        TellStep(app, "tags: " + file.shownName + ": " + (changes.empty() ? "the same values" : changes));
+    }
+}
+
+void ChangeTagsOfFile(App& app, const ChangedFile& file, const TagValues& values) {
+    std::optional<ID3Tag> tag = ReadForChange(app, file);
+    if (!tag) return;
+    const ID3Tag before = IsPreview(app) ? *tag : ID3Tag();
+    PutValues(*tag, values);
+    WriteChanged(app, file, before, *tag);
+}
+
+}  // namespace zefta
