@@ -7,6 +7,7 @@
 #include "core/LanguageFile.h"
 #include "encoding/Decode.h"
 #include "encoding/Encode.h"
+#include "library/ChangeTagsWalkers.h"
 #include "library/CopyPlaylist.h"
 #include "library/Playlist.h"
 #include "library/RenameJobs.h"
@@ -25,7 +26,7 @@ constexpr Job Jobs[] = {
     {1,  "/rename",            false, true,  RenameJob},
     {2,  "/rename2",           false, true,  RenameWithPlaylistsJob},
     {3,  "/autorename",        false, true,  RenameByPlaylistsJob},
-    {4,  "/change",            false, true,  nullptr},
+    {4,  "/change",            false, true,  ChangeTagsJob},
     {5,  "/copy",              false, true,  CopyPlaylistJob},
     {6,  "/encode",            false, false, EncodeJob},
     {7,  "/decode",            false, false, DecodeJob},
