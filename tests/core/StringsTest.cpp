@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "core/FileKind.h"
-#include "core/FileNames.h"
 #include "core/GenreTable.h"
 #include "core/Strings.h"
 #include "core/Version.h"
@@ -93,35 +92,6 @@ TEST(GenreTable, FourOddSpellings_AreKept) {
 TEST(GenreTable, EveryName_LeadsBackToItsIndex) {
     for (std::size_t i = 0; i < GenreTable.size(); ++i)
         EXPECT_EQ(GenreIndexFromName(GenreTable[i]), i) << GenreTable[i];
-}
-
-TEST(MakeFileName, EveryRule) {
-    const std::pair<std::string, std::string> rows[] = {
-        {"AC/DC: Live? \"x\" <y>|z*\\", "AC_DC_ Live_ _x_ _y__z__"},
-        {"a\tb\x7F", "a_b_"},
-        {"end. . ", "end"},
-        {"a.b.zfc", "a.b.zfc"},
-        {"con", "con_"},
-        {"NUL.txt", "NUL_.txt"},
-        {"COM1", "COM1_"},
-        {"COM0", "COM0"},
-        {"common", "common"},
-        {"", ""},
-        {"...", ""},
-        {"Дом", "Дом"}};
-    for (const auto& [text, name] : rows) {
-        EXPECT_EQ(MakeFileName(text), name);
-        EXPECT_EQ(MakeFileName(name), name);
-    }
-}
-
-TEST(MakeFileName, LongText_IsCutBetweenWholeCharacters) {
-    std::string text = "a";
-    while (text.size() < 400) text += "Д";
-    const std::string name = MakeFileName(text);
-    EXPECT_EQ(name.size(), 251U);
-    EXPECT_EQ(name, text.substr(0, 251));
-    EXPECT_EQ(MakeFileName("a" + text).size(), 250U);
 }
 
 TEST(VersionText, CommentsStandBeforeTheBuild) {
