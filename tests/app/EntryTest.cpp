@@ -58,8 +58,8 @@ TEST_F(EntryTest, EveryJobOption_ReachesItsRowAndNoneIsSilentlyNothing) {
 }
 
 TEST_F(EntryTest, JobThatIsNotInThisVersion_SaysSo) {
-    EXPECT_EQ(Run({"/rename"}), 1);
-    EXPECT_EQ(LastBox(), "/rename is not part of this version.");
+    EXPECT_EQ(Run({"/agent"}), 1);
+    EXPECT_EQ(LastBox(), "/agent is not part of this version.");
 }
 
 TEST_F(EntryTest, JobThatNeedsADisplay_SaysThatThereIsNone) {
