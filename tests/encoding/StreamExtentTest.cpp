@@ -1,8 +1,11 @@
+#include <map>
+
 #include <gtest/gtest.h>
 
 #include "encoding/ReEncodeStage.h"
 #include "encoding/StreamExtent.h"
 #include "support/ApeBuilder.h"
+#include "support/ProgramRun.h"
 
 namespace zefta::test {
 namespace {
@@ -105,6 +108,29 @@ TEST_F(StreamExtentTest, MPEGplus_EndsWithItsLastPacket) {
         const auto half = Measure("a.mpc", bytes.substr(0, bytes.size() - cut));
         ASSERT_TRUE(half);
         EXPECT_FALSE(half->isWhole) << cut;
+    }
+}
+
+TEST_F(StreamExtentTest, RealEncoderThatIsEnded_LeavesNoWholeStream) {
+    folder.Write("in.wav", Wav().Tone(176400 * 12).Bytes());
+    const std::map<std::string, std::string> commands = {{"a.mp3", "lame --quiet -b 128 in.wav a.mp3"},
+                                                         {"b.mp3", "lame --quiet -V 2 in.wav b.mp3"},
+                                                         {"c.ogg", "oggenc -Q -q5 -o c.ogg in.wav"},
+                                                         {"d.mpc", "mpcenc --silent in.wav d.mpc"}};
+    for (const auto& [name, command] : commands) {
+        RunToEnd({"sh", {"-c", command}, folder.Path(), "", {}});
+        const auto whole = MeasureStream(files, folder / name);
+        ASSERT_TRUE(whole) << name;
+        EXPECT_TRUE(whole->isWhole) << name;
+        EXPECT_NEAR(whole->seconds, 12, 0.2) << name;
+        const auto half = std::to_string(folder.Read(name).size() / 1024);
+        files.DeleteFile(folder / name, Force::No);
+        // In blocks of 512 bytes: half of what it needs.
+        RunToEnd({"sh", {"-c", "ulimit -f " + half + "; exec " + command}, folder.Path(), "", {}});
+        ASSERT_GT(folder.Read(name).size(), 10000U) << name;
+        const auto ended = MeasureStream(files, folder / name);
+        ASSERT_TRUE(ended) << name;
+        EXPECT_FALSE(ended->isWhole) << name;
     }
 }
 
