@@ -17,9 +17,11 @@ enum class UnknownContent : char {
     Keep,
     /// They are passed over unread. A record that was read so must not be written.
     PassOver,
-    /// As Keep, for a record that goes back into the same file: ID3v2 frames by the standard are taken whole
-    /// too, and ID3Tag::ReadInPart tells where something is left behind. Frames that stand in front of an
-    /// MPEGplus stream stay there and are not read.
+    /// As Keep, for a record that goes back into the same file. Frames of ID3v2 are read by the standard
+    /// where
+    /// the usual way would lose something: sizes that are plain numbers, texts in other encodings.
+    /// ID3Tag::ReadInPart tells where something is left behind. Frames that stand in front of an MPEGplus
+    /// stream stay there and are no part of the record.
     Carry,
 };
 

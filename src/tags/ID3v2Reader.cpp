@@ -5,6 +5,7 @@
 #include "core/ByteCodec.h"
 #include "tags/ID3v2.h"
 #include "tags/ID3v2Frames.h"
+#include "tags/ID3v2Text.h"
 
 namespace zefta {
 
@@ -93,11 +94,29 @@ std::int32_t SizeByTheNext(FrameArea& area, std::int32_t at, std::string_view by
     return IsBoundary(area, body + plain, size) ? plain : sevenBit;
 }
 
-/// Walks the frames; returns where the walk ended. Sizes are of 7 bits a byte in all versions, no
-/// unsynchronisation is undone and the text encoding is not looked at: kept, tags written so far read back
-/// the same way.
-std::int32_t ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, UnknownContent unknown) {
+/// How a walk over the frames ended.
+struct Walk {
+    std::int32_t end = 0;
+    /// A frame has text that a record can't give back.
+    bool lostText = false;
+};
+
+void CarryFrame(const ID3v2Frame& frame, std::string_view body, ID3v2Extension& tag, const CodePage& ansi,
+                Walk& walk) {
+    const auto readable = ID3v2BodyInCodePage(frame.identifier, body, ansi);
+    if (readable) {
+        frame.read(tag, *readable, ansi);
+    } else {
+        walk.lostText = true;
+    }
+}
+
+/// Walks the frames. Sizes are of 7 bits a byte in all versions, no unsynchronisation is undone and the text
+/// encoding is not looked at: kept, tags written so far read back the same way. Frames that are carried are
+/// read by the standard where that is another way, since their tag is written anew.
+Walk ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, UnknownContent unknown) {
     const std::int32_t size = tag.TagSize;
+    Walk walk;
     // 0-based here; the bound comes from a count that starts at 1 and misses two places.
     std::int32_t at = tag.bExtendedHeader != 0 ? ByteCodec::SyncSafeToLong(area.Slice(0, 4)) : 0;
     const bool carries = unknown == UnknownContent::Carry;
@@ -110,25 +129,29 @@ std::int32_t ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& an
         const std::int32_t bodySize =
             carries ? SizeByTheNext(area, at, sizeBytes, size) : ByteCodec::SyncSafeToLong(sizeBytes);
         if (bodySize >= size) break;
-        if (const ID3v2Frame* frame = FindID3v2Frame(identifier); bodySize >= 1 && frame != nullptr) {
+        if (const ID3v2Frame* frame = FindID3v2Frame(identifier);
+            bodySize >= 1 && frame != nullptr && carries) {
+            CarryFrame(*frame, area.Slice(at + ID3v2HeaderSize, bodySize), tag, ansi, walk);
+        } else if (bodySize >= 1 && frame != nullptr) {
             frame->read(tag, area.Slice(at + ID3v2HeaderSize + 1, bodySize - 1), ansi);
         } else if (bodySize >= 1 && unknown != UnknownContent::PassOver) {
             tag.UnknownFrames += area.Slice(at, bodySize + ID3v2HeaderSize);
         }
         at += ID3v2HeaderSize + bodySize;
     }
-    return at;
+    walk.end = at;
+    return walk;
 }
 
 /// Whether a writer would take something away that was not read: the walk did not get to the fill, or the tag
 /// is of a form that is not understood.
-bool LeavesSomething(FrameArea& area, const ID3v2Extension& tag, std::int32_t end) {
+bool LeavesSomething(FrameArea& area, const ID3v2Extension& tag, const Walk& walk) {
     using namespace std::string_view_literals;
     constexpr std::uint8_t WithShortIdentifiers = 2;
     if (tag.MajorVersion == WithShortIdentifiers && tag.TagSize > 0) return true;
     if (tag.bUnsynchronisation != 0 && tag.UnknownFrames.find("\xFF\0"sv) != std::string::npos) return true;
-    if (end > tag.TagSize) return true;
-    return end < std::min(tag.TagSize, area.Length()) && area.Slice(end, 1) != "\0"sv;
+    if (walk.lostText || walk.end > tag.TagSize) return true;
+    return walk.end < std::min(tag.TagSize, area.Length()) && area.Slice(walk.end, 1) != "\0"sv;
 }
 
 }  // namespace
@@ -145,8 +168,8 @@ void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi, UnknownConte
     const std::int32_t surplus = extension.bFooterPresent != 0 ? 20 : 10;
     FrameArea area(file, extension.TagSize + surplus);
     extension.UnknownFrames.clear();
-    const std::int32_t end = ReadFrames(area, extension, ansi, unknown);
-    if (unknown == UnknownContent::Carry) tag.ReadInPart = LeavesSomething(area, extension, end);
+    const Walk walk = ReadFrames(area, extension, ansi, unknown);
+    if (unknown == UnknownContent::Carry) tag.ReadInPart = LeavesSomething(area, extension, walk);
     file.Seek(extension.TagSize + ID3v2HeaderSize, SeekFrom::Start);
 }
 

@@ -59,8 +59,12 @@ void ReadMPEGplusFile(const FileReading& reading, const std::string& path, ID3Ta
     BufferedFile file(std::move(opened), UsualFile);
     tag.Length = file.Size();
     ReadID3v1(file, tag, reading.ansi);
-    const bool framesStay = reading.unknown == UnknownContent::Carry;
-    ReadID3v2(file, tag, reading.ansi, framesStay ? UnknownContent::PassOver : reading.unknown);
+    ReadID3v2(file, tag, reading.ansi, reading.unknown);
+    if (reading.unknown == UnknownContent::Carry) {
+        // That tag stays where it is, and its frames are no items of an APE tag.
+        tag.ID3v2Extension.UnknownFrames.clear();
+        tag.ReadInPart = false;
+    }
     const std::int32_t streamStart = file.Position();
     const bool hasAPE = ReadAPE2(file, tag, reading.unknown);
     if (tag.ID3v2Present && !hasAPE) {

@@ -153,6 +153,49 @@ TEST_F(ChangeTagsTest, Mp3_PictureAndUnknownFramesByEitherWayOfSizes_AreCarriedW
     }
 }
 
+TEST_F(ChangeTagsTest, Mp3_TextOfOtherEncodings_IsWrittenInTheCodePage) {
+    const std::string frames = RawFrame("TPE1",
+                                        "\1\xFF\xFE"
+                                        "B\0j\0\xF6\0"s +
+                                            "r\0k\0\0\0"s) +
+                               RawFrame("TALB", "\2\0A\0\xE9"s) +
+                               RawFrame("TIT2", "\3Caf\xC3\xA9 (Li\xC3\xA8ge)"s) +
+                               RawFrame("COMM",
+                                        "\1eng\xFF\xFE"
+                                        "d\0\0\0\xFE\xFF\0h\0i"s) +
+                               RawFrame("WXXX", "\1\xFF\xFE\0\0http://x"s) +
+                               RawFrame("TXXX",
+                                        "\1\xFF\xFE"
+                                        "d\0\0\0\xFF\xFEv\0"s);
+    Changed("a.mp3", Id3v2(frames, 400) + Mp3().Size(2000).Bytes(), {.Year = "1999 "});
+    const std::string bytes = app.folder.Read("a.mp3");
+    for (const std::string& frame :
+         {TextFrame("TPE1", "Bj\xF6rk"), TextFrame("TALB", "A\xE9"), TextFrame("TIT2", "Caf\xE9 (Li\xE8ge)"),
+          TextFrame("COMM", "eng\0hi"s), TextFrame("WXXX", "\0http://x"s),
+          RawFrame("TXXX",
+                   "\1\xFF\xFE"
+                   "d\0\0\0\xFF\xFEv\0"s)})
+        EXPECT_NE(bytes.find(frame), std::string::npos) << frame;
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(ChangeTagsTest, Mp3_TextThatTheCodePageLacks_IsRefused) {
+    const std::string bodies[] = {"\1\xFF\xFE\x14\x04"s,
+                                  "\3\xD0\x94"s,
+                                  "\3\xD0"s,
+                                  "\1\xFF\xFE"
+                                  "A"s,
+                                  "\1\xFF\xFE\0\xD8"s,
+                                  "\2\xDC\0"s,
+                                  "\2\xD8\x3D\xDE\0"s};
+    for (const std::string& body : bodies) {
+        const std::string bytes = Id3v2(RawFrame("TPE1", body), 300) + Mp3().Size(2000).Bytes();
+        app.desktop.boxes.clear();
+        EXPECT_TRUE(Changed("a.mp3", bytes, {.Year = "1999 "}) == bytes);
+        EXPECT_EQ(app.desktop.boxes.size(), 1U);
+    }
+}
+
 TEST_F(ChangeTagsTest, Mp3_LastFrameOfATagWithoutFill_IsCarried) {
     const std::string frames = TextFrame("TPE1", "Artist") + TextFrame("TRCK", "7");
     Changed("a.mp3", Id3v2(frames, static_cast<std::int32_t>(frames.size())) + Mp3().Size(2000).Bytes(),
@@ -519,6 +562,17 @@ class RealFiles : public ChangeTagsTest, public ::testing::WithParamInterface<co
         ASSERT_TRUE(app.folder.Exists(name));
     }
 
+    std::string TagsByOthers(const std::string& name) {
+        const std::vector<std::string> arguments = {"-v",
+                                                    "error",
+                                                    "-show_entries",
+                                                    "format_tags:stream_tags",
+                                                    "-of",
+                                                    "default=noprint_wrappers=1",
+                                                    app.folder / name};
+        return RunToEnd({"ffprobe", arguments, "", "", {}}).output;
+    }
+
     std::string Decoded(const std::string& name) {
         const std::string out = app.folder / "out.raw";
         std::filesystem::remove(out);
@@ -536,17 +590,25 @@ TEST_P(RealFiles, Change_OtherProgramsReadTheNewTagsAndTheSameAudio) {
     ASSERT_GT(audio.size(), 10000U);
     Change(name, All);
     EXPECT_TRUE(Decoded(name) == audio);
-    const ProgramResult seen = RunToEnd({"ffprobe",
-                                         {"-v", "error", "-show_entries", "format_tags:stream_tags", "-of",
-                                          "default=noprint_wrappers=1", app.folder / name},
-                                         "",
-                                         "",
-                                         {}});
+    const std::string seen = TagsByOthers(name);
     for (const char* text :
          {"=New Artist\n", "=New Title (New Mix)\n", "=New Album\n", "=2001\n", "=Rock\n", "=7\n"})
-        EXPECT_NE(seen.output.find(text), std::string::npos) << text << seen.output;
-    EXPECT_EQ(seen.output.find("=Old\n"), std::string::npos) << seen.output;
+        EXPECT_NE(seen.find(text), std::string::npos) << text << seen;
+    EXPECT_EQ(seen.find("=Old\n"), std::string::npos) << seen;
     EXPECT_EQ(StepsOf(name, All), "unchanged: " + name + "\n");
+}
+
+TEST_P(RealFiles, ChangeOfOneField_OthersStayReadableByOtherPrograms) {
+    const std::string name = GetParam();
+    Encode(name);
+    Change(name, {.Artist = "Kept "});
+    const std::string before = TagsByOthers(name);
+    Change(name, {.Year = "1999 "});
+    const std::string after = TagsByOthers(name);
+    EXPECT_NE(before.find("=Kept\n"), std::string::npos) << before;
+    EXPECT_NE(after.find("=Kept\n"), std::string::npos) << after;
+    EXPECT_NE(after.find("=1999\n"), std::string::npos) << after;
+    EXPECT_EQ(after.find("=Old\n") == std::string::npos, name != "a.mp3") << after;
 }
 
 }  // namespace
