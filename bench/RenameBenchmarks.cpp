@@ -1,4 +1,5 @@
-// What renaming does beside the files themselves: the map of new names, and lists that learn them.
+// What renaming does beside the reading of files: making and numbering names, the map of new names, and lists
+// that learn them.
 
 #include <cstdlib>
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include <benchmark/benchmark.h>
 
 #include "core/TextLines.h"
+#include "library/RenameByTags.h"
 #include "library/RenamePlaylists.h"
 #include "platform/console/ConsoleDesktop.h"
 #include "platform/posix/IniSettingsStore.h"
@@ -124,5 +126,39 @@ void RenameFilesOfAListThatAreGone(benchmark::State& state) {
 }
 
 BENCHMARK(RenameFilesOfAListThatAreGone)->Unit(benchmark::kMillisecond);
+
+/// The name and its numbers up to 98 are taken. Moving the file back counts too.
+void NumberANameThatIsTaken(benchmark::State& state) {
+    Stage stage;
+    const std::string oldPath = stage.folder + "/old.mp3";
+    WriteTextFile(stage.files, oldPath, {});
+    WriteTextFile(stage.files, stage.folder + "/a.MP3", {});
+    for (int i = 2; i < 99; ++i)
+        WriteTextFile(stage.files, stage.folder + "/a {" + std::to_string(i) + "}.MP3", {});
+    RenamePlan plan;
+    plan.extension = ".MP3";
+    plan.wanted.name = "a";
+    for ([[maybe_unused]] const auto round : state) {
+        std::string name = "old.mp3";
+        RenameAsPlanned(stage.app, plan, stage.folder, name);
+        if (name != "a {99}.MP3") state.SkipWithError("another name came out");
+        stage.files.MoveFile(stage.folder + "/" + name, oldPath);
+    }
+}
+
+BENCHMARK(NumberANameThatIsTaken)->Unit(benchmark::kMicrosecond);
+
+void ExpandATemplate(benchmark::State& state) {
+    const RenameFields fields = {.Artist = "Artist number 7",
+                                 .Title = "The title of track 5713",
+                                 .Mix = "Live",
+                                 .Year = "1999",
+                                 .Album = "Album",
+                                 .Track = "12"};
+    for ([[maybe_unused]] const auto round : state)
+        benchmark::DoNotOptimize(ExpandTemplate("%N. %A - %T [%M] %W", fields));
+}
+
+BENCHMARK(ExpandATemplate);
 
 }  // namespace
