@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/Boxes.h"
+#include "core/FileNames.h"
 #include "core/Folders.h"
 #include "core/Steps.h"
 #include "core/Strings.h"
@@ -26,15 +27,6 @@ struct Track {
     std::string path;
     std::int64_t bytes = 0;
 };
-
-/// The end of the text at or before `length`, between two characters.
-std::size_t EndOfCharacter(std::string_view text, std::size_t length) {
-    const auto isInsideCharacter = [&] {
-        return length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80;
-    };
-    while (length > 0 && isInsideCharacter()) --length;
-    return length;
-}
 
 /// With its dot; "" for one so long that it is none.
 std::string_view ExtensionOf(std::string_view name) {
@@ -159,7 +151,7 @@ std::string NumberedName(std::int64_t number, const std::string& name) {
     const std::size_t room = LongestName - prefix.size();
     if (name.size() <= room) return prefix + name;
     const std::string_view extension = ExtensionOf(name);
-    return prefix + name.substr(0, EndOfCharacter(name, room - extension.size())) + std::string(extension);
+    return prefix + std::string(CutToBytes(name, room - extension.size())) + std::string(extension);
 }
 
 std::string CopyPlaylist(App& app, const std::string& playlistPath, const std::string& targetPath) {
