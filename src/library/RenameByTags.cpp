@@ -80,7 +80,7 @@ class Renaming {
     const std::string& oldName_;
     /// Relative to the folder, without extension.
     std::string newName_;
-    /// Why the last move failed.
+    /// Why the last move failed, told with the name as the person knows it.
     std::string failure_;
 };
 
@@ -111,7 +111,7 @@ bool Renaming::MakeFolder(const std::string& folder) {
     try {
         app_.files.CreateFolder(PathOf(folder));
     } catch (const RuntimeError& error) {
-        TellRefused(folder, "no folder can be made (" + error.Text() + ")");
+        TellRefused(folder, RuntimeError(error.Kind()).Text());
         return false;
     }
     TellStep(app_, "folder: " + folder);
@@ -122,7 +122,7 @@ bool Renaming::Move() {
     try {
         app_.files.MoveFile(PathOf(oldName_), PathOf(TargetName()));
     } catch (const RuntimeError& error) {
-        failure_ = error.Text();
+        failure_ = RuntimeError(error.Kind(), TargetName()).Text();
         return false;
     }
     TellStep(app_, "rename: " + oldName_ + " -> " + TargetName());
