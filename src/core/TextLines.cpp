@@ -11,8 +11,9 @@ namespace zefta {
 namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-/// Far beyond any list; a larger file is none.
-constexpr std::int64_t LargestFile = std::int64_t{256} * 1024 * 1024;
+// Far beyond any list; a larger file is none.
+constexpr std::int64_t LargestFile = std::int64_t{64} * 1024 * 1024;
+constexpr std::ptrdiff_t MostLines = 1000000;
 
 std::string ReadWhole(FileSystem& files, const std::string& path) {
     if (!files.FileExists(path)) throw RuntimeError(ErrorNumber::FileNotFound, path);
@@ -37,6 +38,9 @@ TextLine LineAt(std::string_view text, std::size_t start) {
 
 TextLines ReadTextLines(FileSystem& files, const std::string& path) {
     const std::string bytes = ReadWhole(files, path);
+    // Held in memory, the shortest lines take a hundred times what they take in the file.
+    if (std::count(bytes.begin(), bytes.end(), '\n') > MostLines)
+        throw RuntimeError(ErrorNumber::OutOfMemory, path);
     TextLines text;
     text.hasByteOrderMark = bytes.starts_with(ByteOrderMark);
     std::size_t start = text.hasByteOrderMark ? ByteOrderMark.size() : 0;
@@ -54,12 +58,6 @@ std::string BytesOf(const TextLines& text) {
         bytes += line.end;
     }
     return bytes;
-}
-
-void WriteTextFile(FileSystem& files, const std::string& path, std::string_view bytes) {
-    const auto file = files.OpenCreate(path);
-    if (!file) throw RuntimeError(ErrorNumber::PermissionDenied, path);
-    file->Write(bytes);
 }
 
 }  // namespace zefta

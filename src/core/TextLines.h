@@ -22,14 +22,11 @@ struct TextLines {
     std::vector<TextLine> lines;
 };
 
-/// RuntimeError 53 when there is no such file, 70 when it can't be opened, 7 for one beyond 256 MiB.
+/// RuntimeError 53 when there is no such file, 70 when it can't be opened, 7 for one of more
+/// than 64 MiB or a million lines.
 TextLines ReadTextLines(FileSystem& files, const std::string& path);
 
 /// The bytes of the file with these lines.
 std::string BytesOf(const TextLines& text);
-
-/// Writes the bytes to a new file, or in the place of the content of the one that exists. RuntimeError 70
-/// when it can't be created; 61 and its like when the system refuses to write.
-void WriteTextFile(FileSystem& files, const std::string& path, std::string_view bytes);
 
 }  // namespace zefta

@@ -26,7 +26,7 @@ struct ProgressReport {
     /// Text of each label, by the name of its control.
     std::map<std::string, std::string> labels;
     /// Of the file at hand, where the scale of the report is that of many.
-    ProgressScale current;
+    ProgressScale current = {};
 };
 
 /// A progress dialog on show; it goes when it is destroyed.

@@ -2,12 +2,22 @@
 
 #include <memory>
 
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 
 namespace zefta {
 
 std::string BackupPath(const FileSystem& files, const std::string& path) {
     return files.FollowLinks(path) + ".BAK";
+}
+
+void RefuseTwins(const FileSystem& files, const std::string& path) {
+    const std::string name = NamePart(path);
+    for (const FolderEntry& entry : files.List(FolderPart(path))) {
+        if (entry.name != name && EqualsIgnoringCase(entry.name, name))
+            throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
+    }
 }
 
 void KeepBackupOf(const FileSystem& files, const std::string& path) {

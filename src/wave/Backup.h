@@ -10,6 +10,10 @@ namespace zefta {
 /// behind its name.
 std::string BackupPath(const FileSystem& files, const std::string& path);
 
+/// RuntimeError 58 when another entry of the folder has the name of the file in another case: once the file
+/// has moved away, that one would be taken for it.
+void RefuseTwins(const FileSystem& files, const std::string& path);
+
 /// RuntimeError 58 when there is a backup: beside a file that was cut short it may be the only whole copy.
 void KeepBackupOf(const FileSystem& files, const std::string& path);
 

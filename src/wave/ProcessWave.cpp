@@ -119,6 +119,8 @@ std::int32_t WaveFile::ProcessWave(bool normalize) {
     WaveRewrite rewrite(*this, app_, normalize);
     const std::string path = app_.files.FollowLinks(FileName);
     if (EndsBeforeItsAudio(*this, app_.files.FileSize(path))) KeepBackupOf(app_.files, path);
+    RefuseTwins(app_.files, path);
+    RefuseTwins(app_.files, BackupPath(app_.files, path));
     const std::string backupPath = MoveToBackup(app_.files, path);
     auto backup = app_.files.OpenRead(backupPath);
     if (!backup) return CannotOpen;

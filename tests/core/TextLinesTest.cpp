@@ -52,11 +52,9 @@ TEST_F(TextLinesTest, FileFarTooLarge_FailsBeforeItIsRead) {
     EXPECT_EQ(RuntimeErrorOf([&] { ReadTextLines(files, path); }), 7);
 }
 
-TEST_F(TextLinesTest, WriteTextFile_ReplacesTheContent) {
-    const std::string path = folder.Write("list.m3u", "a longer text than the new one");
-    WriteTextFile(files, path, "new\n");
-    EXPECT_EQ(folder.Read("list.m3u"), "new\n");
-    EXPECT_EQ(RuntimeErrorOf([&] { WriteTextFile(files, folder / "none/list.m3u", "x"); }), 70);
+TEST_F(TextLinesTest, MoreLinesThanAnyListHas_FailBeforeTheyAreHeld) {
+    EXPECT_EQ(Read(std::string(1000000, '\n')).lines.size(), 1000000U);
+    EXPECT_EQ(RuntimeErrorOf([&] { Read(std::string(1000001, '\n')); }), 7);
 }
 
 }  // namespace

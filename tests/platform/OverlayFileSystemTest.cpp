@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <random>
+#include <sys/resource.h>
 
 #include <gtest/gtest.h>
 
@@ -102,16 +103,45 @@ TEST_F(OverlayFileSystemTest, MovedFolder_TakesAlongWhatWasChangedInIt) {
     EXPECT_FALSE(files.FolderExists(folder / "Sub"));
 }
 
-TEST_F(OverlayFileSystemTest, RewrittenLargeFile_TellsItsSizeButIsNotKept) {
+TEST_F(OverlayFileSystemTest, RewrittenFilesBeyondTheBudget_TellTheirSizeAndReadAsOnDisk) {
     const std::string megabyte(1 << 20, 'x');
     {
         const auto file = files.OpenNew(folder / "a.mp3.tmp");
-        for (int i = 0; i < 5; ++i) file->Write(megabyte);
+        for (int i = 0; i < 70; ++i) file->Write(megabyte);
+        EXPECT_EQ(file->Size(), 70 << 20);
     }
     files.ReplaceFile(folder / "a.mp3.tmp", folder / "a.mp3");
-    EXPECT_EQ(files.FileSize(folder / "a.mp3"), 5 << 20);
-    EXPECT_EQ(RuntimeErrorOf([&] { files.OpenReadOnly(folder / "a.mp3")->ReadBytes(1); }), 57);
+    EXPECT_EQ(files.FileSize(folder / "a.mp3"), 70 << 20);
+    EXPECT_NE(files.ContentStamp(folder / "a.mp3"), disk.ContentStamp(folder / "a.mp3"));
+    EXPECT_EQ(files.OpenReadOnly(folder / "a.mp3")->ReadBytes(100), "content of a.mp3");
+    EXPECT_EQ(files.OpenRead(folder / "a.mp3")->ReadBytes(100), "content of a.mp3");
     EXPECT_FALSE(files.FileExists(folder / "a.mp3.tmp"));
+}
+
+TEST_F(OverlayFileSystemTest, NewFileBeyondTheBudget_CannotBeRead) {
+    { files.OpenNew(folder / "new")->Write(std::string(65 << 20, 'x')); }
+    EXPECT_EQ(RuntimeErrorOf([&] { files.OpenReadOnly(folder / "new")->ReadBytes(1); }), 57);
+    { files.OpenNew(folder / "list")->Write("short"); }
+    EXPECT_EQ(files.OpenReadOnly(folder / "list")->ReadBytes(9), "short");
+}
+
+TEST_F(OverlayFileSystemTest, ManyChangedFiles_HoldNoHandles) {
+    rlimit former;
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &former), 0);
+    const rlimit few = {64, former.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    std::filesystem::create_directory(folder / "many");
+    for (int i = 0; i < 200; ++i) folder.Write("many/" + std::to_string(i), "0123456789");
+    int changed = 0;
+    for (int i = 0; i < 200; ++i) {
+        const std::string path = folder / ("many/" + std::to_string(i));
+        if (const auto file = files.OpenRead(path)) file->Write("abc");
+        const auto file = files.OpenReadOnly(path);
+        changed += file && file->ReadBytes(5) == "abc34" ? 1 : 0;
+    }
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &former), 0);
+    std::filesystem::remove_all(folder / "many");
+    EXPECT_EQ(changed, 200);
 }
 
 TEST_F(OverlayFileSystemTest, FolderReachedThroughALink_IsTheSameFolder) {

@@ -2,20 +2,15 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "platform/RuntimeError.h"
 
 namespace zefta {
 
-namespace {
-
-/// Lists are kept whole; of audio that was rewritten only the fact.
-constexpr std::size_t KeptPages = 64;
-
-}  // namespace
-
-OverlayContent::OverlayContent(const Opener& base) : base_(base()) {
-    if (base_) baseSize_ = size_ = base_->Size();
+OverlayContent::OverlayContent(Opener openBase) : openBase_(std::move(openBase)), base_(openBase_()) {
+    if (!base_) throw RuntimeError(ErrorNumber::PermissionDenied);
+    baseSize_ = size_ = base_->Size();
 }
 
 const OverlayContent::Page* OverlayContent::FindPage(std::int64_t number) const {
@@ -29,6 +24,8 @@ void OverlayContent::ReadBase(std::int64_t position, std::span<std::byte> into) 
     const auto there = into.first(static_cast<std::size_t>(available));
     std::fill(into.begin() + available, into.end(), std::byte{0});
     if (there.empty()) return;
+    if (!base_) base_ = openBase_();
+    if (!base_) throw RuntimeError(ErrorNumber::DeviceIoError);
     base_->Seek(static_cast<std::int32_t>(position), SeekFrom::Start);
     if (base_->Read(there) < there.size()) throw RuntimeError(ErrorNumber::DeviceIoError);
 }
@@ -83,11 +80,17 @@ void OverlayContent::SetSize(std::int64_t size) {
     ++revision_;
 }
 
-void OverlayContent::ForgetWhatIsLarge() {
-    if (pages_.size() <= KeptPages) return;
-    pages_.clear();
+void OverlayContent::Rest(OverlayBudget& budget) {
     base_.reset();
-    baseSize_ = 0;
+    const std::int64_t wanted = std::ssize(pages_) * PageSize - granted_;
+    if (wanted <= budget.left) {
+        budget.left -= wanted;
+        granted_ += wanted;
+        return;
+    }
+    budget.left += granted_;
+    granted_ = 0;
+    pages_.clear();
     isForgotten_ = true;
 }
 

@@ -16,11 +16,12 @@ std::int32_t CheckedPosition(std::int64_t position) {
 
 }  // namespace
 
-OverlayFile::OverlayFile(std::shared_ptr<OverlayContent> content, OverlayAccess access, bool isReadOnly)
-    : content_(std::move(content)), access_(access), isReadOnly_(isReadOnly) {}
+OverlayFile::OverlayFile(std::shared_ptr<OverlayContent> content, std::shared_ptr<OverlayBudget> budget,
+                         OverlayAccess access, bool isReadOnly)
+    : content_(std::move(content)), budget_(std::move(budget)), access_(access), isReadOnly_(isReadOnly) {}
 
 OverlayFile::~OverlayFile() {
-    if (access_ == OverlayAccess::Change) content_->ForgetWhatIsLarge();
+    content_->Rest(*budget_);
 }
 
 void OverlayFile::RefuseUnlessForChange() const {

@@ -14,7 +14,8 @@ class OverlayFile : public BinaryFile {
   public:
     using BinaryFile::Write;
 
-    OverlayFile(std::shared_ptr<OverlayContent> content, OverlayAccess access, bool isReadOnly);
+    OverlayFile(std::shared_ptr<OverlayContent> content, std::shared_ptr<OverlayBudget> budget,
+                OverlayAccess access, bool isReadOnly);
     ~OverlayFile() override;
 
     std::size_t Read(std::span<std::byte> into) override;
@@ -30,6 +31,7 @@ class OverlayFile : public BinaryFile {
     void RefuseUnlessForChange() const;
 
     std::shared_ptr<OverlayContent> content_;
+    std::shared_ptr<OverlayBudget> budget_;
     OverlayAccess access_;
     bool isReadOnly_;
     std::int64_t position_ = 0;

@@ -201,14 +201,26 @@ void OverlayFileSystem::ReplaceFile(const std::string& replacement, const std::s
     Find(replacement).view->entries.Erase(from);
 }
 
+/// Whether what the disk holds is what there is to read. Of what was forgotten that is the next best.
+bool OverlayFileSystem::IsReadFromDisk(const OverlayNode& node) const {
+    if (!node.content) return true;
+    return node.content->IsForgotten() && !node.basePath.empty() && base_.FileExists(node.basePath);
+}
+
+std::shared_ptr<OverlayContent> OverlayFileSystem::ContentOnDisk(const OverlayNode& node) const {
+    return std::make_shared<OverlayContent>(
+        [&base = base_, path = node.basePath] { return base.OpenReadOnly(path); });
+}
+
 /// Null when the file can't be opened for changing it.
 std::unique_ptr<BinaryFile> OverlayFileSystem::OpenForChange(OverlayNode& node) {
     if (node.isSpecial || IsReadOnly(node)) return nullptr;
-    if (!node.content) {
-        if (!base_.OpenReadOnly(node.basePath)) return nullptr;
-        node.content = std::make_shared<OverlayContent>([&] { return base_.OpenReadOnly(node.basePath); });
+    try {
+        if (IsReadFromDisk(node)) node.content = ContentOnDisk(node);
+    } catch (const RuntimeError&) {
+        return nullptr;
     }
-    return std::make_unique<OverlayFile>(node.content, OverlayAccess::Change, false);
+    return std::make_unique<OverlayFile>(node.content, budget_, OverlayAccess::Change, false);
 }
 
 std::unique_ptr<BinaryFile> OverlayFileSystem::OpenRead(const std::string& path) {
@@ -221,8 +233,8 @@ std::unique_ptr<BinaryFile> OverlayFileSystem::OpenReadOnly(const std::string& p
     const Lock lock(mutex_);
     OverlayNode* node = LookForFile(path);
     if (node == nullptr) return nullptr;
-    if (!node->content) return base_.OpenReadOnly(node->basePath);
-    return std::make_unique<OverlayFile>(node->content, OverlayAccess::Read, IsReadOnly(*node));
+    if (IsReadFromDisk(*node)) return base_.OpenReadOnly(node->basePath);
+    return std::make_unique<OverlayFile>(node->content, budget_, OverlayAccess::Read, IsReadOnly(*node));
 }
 
 /// A new empty file; null when its folder is not there or can't be changed.

@@ -67,11 +67,14 @@ class OverlayFileSystem : public FileSystem {
     bool IsReadOnly(const OverlayNode& node) const;
     void ForgetOtherPaths();
     void MoveViews(const std::string& from, const std::string& to);
+    bool IsReadFromDisk(const OverlayNode& node) const;
+    std::shared_ptr<OverlayContent> ContentOnDisk(const OverlayNode& node) const;
     std::unique_ptr<BinaryFile> OpenForChange(OverlayNode& node);
     std::unique_ptr<BinaryFile> Create(const std::string& path);
 
     FileSystem& base_;
     std::string currentFolder_;
+    std::shared_ptr<OverlayBudget> budget_ = std::make_shared<OverlayBudget>();
     /// Counts what was made or replaced.
     std::int64_t changes_ = 0;
     mutable std::recursive_mutex mutex_;
