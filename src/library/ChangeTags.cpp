@@ -1,5 +1,7 @@
 #include "library/ChangeTags.h"
 
+#include <utility>
+
 #include "core/Boxes.h"
 #include "core/FileKind.h"
 #include "core/Numbers.h"
@@ -8,6 +10,7 @@
 #include "library/TagSteps.h"
 #include "platform/RuntimeError.h"
 #include "tags/CompressedFile.h"
+#include "tags/MP3File.h"
 #include "wave/TagWriters.h"
 
 namespace zefta {
@@ -41,12 +44,24 @@ void RefusePart(App& app, const ChangedFile& file) {
                          "\"\nholds more in its tag than can be carried over.\n\nIt stays as it is.");
 }
 
+/// An MP3 file that may be written is left open for that. An empty Path when there is nothing to read.
+ReadFile OpenAndRead(App& app, const std::string& path) {
+    ReadFile read;
+    if (IsMP3File(path)) read.opened = app.files.OpenRead(path);
+    if (read.opened) {
+        read.tag.Path = PathOfRecord(path);
+        ReadMP3Tags(*read.opened, app.ansi, read.tag);
+    } else {
+        read.tag = ReadCompressedFile({app.files, app.ansi, UnknownContent::Carry}, path);
+    }
+    return read;
+}
+
 /// Nothing when the file can't be opened or its reader fails: it is passed over without a word to answer.
-std::optional<ID3Tag> ReadWhole(App& app, const ChangedFile& file) {
+std::optional<ReadFile> ReadWhole(App& app, const ChangedFile& file) {
     try {
-        const FileReading reading = {app.files, app.ansi, UnknownContent::Carry};
-        ID3Tag tag = ReadCompressedFile(reading, file.path);
-        if (!tag.Path.empty()) return tag;
+        ReadFile read = OpenAndRead(app, file.path);
+        if (!read.tag.Path.empty()) return read;
         TellRefusal(app, file, "it can't be opened");
     } catch (const RuntimeError& error) {
         // Comments of more than 16 bits of length or count are what people have: pictures.
@@ -92,9 +107,13 @@ void FillFromRecord(ID3Tag& tag) {
 }
 
 /// The failure with the path in its text, since many files are changed in one go.
-void WriteOrNameFile(App& app, const ChangedFile& file, ID3Tag& tag) {
+void WriteOrNameFile(App& app, const ChangedFile& file, ReadFile& changed) {
     try {
-        WriteTags(*app.defaultWaveFile, TagJob::ChangeTags, tag);
+        if (changed.opened) {
+            SetMP3Tags(app.files, std::move(changed.opened), app.ansi, changed.tag);
+        } else {
+            WriteTags(*app.defaultWaveFile, TagJob::ChangeTags, changed.tag);
+        }
     } catch (const RuntimeError& error) {
         TellRefusal(app, file, error.Text());
         throw RuntimeError(error.Kind(), app.ansi.ToText(file.path));
@@ -108,15 +127,15 @@ TagValues ValuesOfOptions(const AppState& state) {
             state.OptYear,   state.OptTrack, state.OptGenre, state.OptGenreIndex};
 }
 
-std::optional<ID3Tag> ReadForChange(App& app, const ChangedFile& file) {
-    std::optional<ID3Tag> tag = ReadWhole(app, file);
-    if (!tag) return std::nullopt;
-    if (tag->ReadInPart) {
+std::optional<ReadFile> ReadForChange(App& app, const ChangedFile& file) {
+    std::optional<ReadFile> read = ReadWhole(app, file);
+    if (!read) return std::nullopt;
+    if (read->tag.ReadInPart) {
         RefusePart(app, file);
         return std::nullopt;
     }
-    if (!MayWrite(app, file, *tag)) return std::nullopt;
-    return tag;
+    if (!MayWrite(app, file, read->tag)) return std::nullopt;
+    return read;
 }
 
 void PutValues(ID3Tag& tag, const TagValues& values) {
@@ -132,10 +151,11 @@ void PutValues(ID3Tag& tag, const TagValues& values) {
     tag.ID3v2Extension.Genre = values.Genre;
 }
 
-void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ID3Tag& tag) {
+void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ReadFile& changed) {
+    ID3Tag& tag = changed.tag;
     FillFromRecord(tag);
     const std::string stamp = IsPreview(app) ? app.files.ContentStamp(file.path) : std::string();
-    WriteOrNameFile(app, file, tag);
+    WriteOrNameFile(app, file, changed);
     if (tag.Path.empty()) {
         TellRefusal(app, file, "it can't be opened for writing");
         app.desktop.Note(app.ansi.ToText(file.path) + " can't be opened for writing.");
@@ -148,11 +168,11 @@ void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ID3Ta
 }
 
 void ChangeTagsOfFile(App& app, const ChangedFile& file, const TagValues& values) {
-    std::optional<ID3Tag> tag = ReadForChange(app, file);
-    if (!tag) return;
-    const ID3Tag before = IsPreview(app) ? *tag : ID3Tag();
-    PutValues(*tag, values);
-    WriteChanged(app, file, before, *tag);
+    std::optional<ReadFile> read = ReadForChange(app, file);
+    if (!read) return;
+    const ID3Tag before = IsPreview(app) ? read->tag : ID3Tag();
+    PutValues(read->tag, values);
+    WriteChanged(app, file, before, *read);
 }
 
 }  // namespace zefta

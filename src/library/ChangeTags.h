@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -35,10 +36,17 @@ struct ChangedFile {
     std::string shownName;
 };
 
+/// A file that was read for a change.
+struct ReadFile {
+    ID3Tag tag;
+    /// MP3 alone: open for reading and writing, so that it is opened once.
+    std::unique_ptr<BinaryFile> opened;
+};
+
 /// The record of the file with all that it has to give back. Nothing when the file is to be passed over: it
 /// can't be read; it is read-only and the person does not go on (with Yes it no longer is read-only); or its
 /// tag holds more than can be carried over, which a warning tells.
-std::optional<ID3Tag> ReadForChange(App& app, const ChangedFile& file);
+std::optional<ReadFile> ReadForChange(App& app, const ChangedFile& file);
 
 /// Puts the values that are given into the record and its extension; for Ogg Vorbis the year is the date too.
 void PutValues(ID3Tag& tag, const TagValues& values);
@@ -46,7 +54,7 @@ void PutValues(ID3Tag& tag, const TagValues& values);
 /// Fills extended fields that are still empty from the record, and writes the tags of the file's kind. Writes
 /// nothing where no byte would change. `before`: the record as it was read, for the preview.
 /// App::defaultWaveFile must be there. A writer's run-time failure goes up with the file's path in its text.
-void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ID3Tag& tag);
+void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ReadFile& changed);
 
 /// All of it for one file.
 void ChangeTagsOfFile(App& app, const ChangedFile& file, const TagValues& values);

@@ -101,11 +101,11 @@ void PutRow(ID3Tag& tag, const TagRow& row, const TagDefaults& defaults) {
 }
 
 void WriteRow(App& app, const ChangedFile& file, const TagRow& row, const TagDefaults& defaults) {
-    std::optional<ID3Tag> tag = ReadForChange(app, file);
-    if (!tag) return;
-    const ID3Tag before = IsPreview(app) ? *tag : ID3Tag();
-    PutRow(*tag, row, defaults);
-    CheckRuntimeError(app, [&] { WriteChanged(app, file, before, *tag); });
+    std::optional<ReadFile> read = ReadForChange(app, file);
+    if (!read) return;
+    const ID3Tag before = IsPreview(app) ? read->tag : ID3Tag();
+    PutRow(read->tag, row, defaults);
+    CheckRuntimeError(app, [&] { WriteChanged(app, file, before, *read); });
 }
 
 void Announce(App& app, const UpdateEvents& events, std::size_t number, std::size_t count,

@@ -1,5 +1,6 @@
 #include "tags/ID3v1.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <span>
@@ -36,16 +37,27 @@ constexpr std::size_t CommentPlace = 97;
 constexpr std::size_t GenrePlace = 127;
 
 /// An APE tag of 131 bytes has the three letters in the same place.
+constexpr std::string_view MarkerOfAPE = "APETAGEX";
+constexpr auto LengthWithMarkerOfAPE = TagLength + static_cast<std::int32_t>(MarkerOfAPE.find(Marker));
+
 bool IsMarkerOfAPE(BinaryFile& file) {
-    constexpr std::string_view ApeMarker = "APETAGEX";
-    const auto ahead = static_cast<std::int32_t>(ApeMarker.find(Marker));
-    return file.Seek(-TagLength - ahead, SeekFrom::End) &&
-           file.ReadBytes(static_cast<std::int32_t>(ApeMarker.size())) == ApeMarker;
+    return file.Seek(-LengthWithMarkerOfAPE, SeekFrom::End) &&
+           file.ReadBytes(static_cast<std::int32_t>(MarkerOfAPE.size())) == MarkerOfAPE;
 }
 
 bool SeekToTag(BinaryFile& file) {
     const bool isOther = IsMarkerOfAPE(file);
     return file.Seek(-TagLength, SeekFrom::End) && file.ReadBytes(3) == Marker && !isOther;
+}
+
+/// The tag at the end of the file by one read; "" when there is none.
+std::string TagAtEnd(BinaryFile& file) {
+    const std::int32_t ahead = std::min(file.Size(), LengthWithMarkerOfAPE);
+    file.Seek(-ahead, SeekFrom::End);
+    const std::string end = file.ReadBytes(ahead);
+    if (end.size() < static_cast<std::size_t>(TagLength)) return {};
+    const std::string tag = end.substr(end.size() - static_cast<std::size_t>(TagLength));
+    return tag.starts_with(Marker) && !end.starts_with(MarkerOfAPE) ? tag : std::string();
 }
 
 /// Comment and track. Bytes 125 and 126 both not 0 mean 30 bytes of comment; the standard looks at byte 125
@@ -82,6 +94,21 @@ std::string MergedTag(std::string bytes, ID3Tag& tag, const ID3Tag& old, const C
     return bytes;
 }
 
+void ReadTag(std::string_view bytes, ID3Tag& tag, const CodePage& ansi) {
+    std::size_t place = Marker.size();
+    for (const TextField& field : TextFields) {
+        if (field.value != &ID3Tag::Comment)
+            tag.*field.value = ansi.Decode(BinaryFile::TextOfField(bytes.substr(place, field.width)));
+        place += field.width;
+    }
+    ReadCommentAndTrack(bytes, tag, ansi);
+}
+
+/// In the place of the old tag, or behind the end of the file when there is none.
+void WriteTag(BinaryFile& file, const std::string& before, const std::string& after) {
+    Replace(file, {file.Size() - static_cast<std::int32_t>(before.size()), before, after});
+}
+
 }  // namespace
 
 bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
@@ -89,39 +116,28 @@ bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     std::array<char, TagLength> bytes = {};
     const auto behindMarker = std::as_writable_bytes(std::span(bytes)).subspan(Marker.size());
     file.Read(behindMarker);
-    const std::string_view text(bytes.data(), bytes.size());
-    std::size_t place = Marker.size();
-    for (const TextField& field : TextFields) {
-        if (field.value != &ID3Tag::Comment)
-            tag.*field.value = ansi.Decode(BinaryFile::TextOfField(text.substr(place, field.width)));
-        place += field.width;
-    }
-    ReadCommentAndTrack(text, tag, ansi);
+    ReadTag({bytes.data(), bytes.size()}, tag, ansi);
     return true;
 }
 
-void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
-    const auto file = files.OpenRead(tag.Path);
-    if (!file) {
-        tag.Path.clear();
-        return;
-    }
+void SetID3v1(BinaryFile& file, const CodePage& ansi, ID3Tag& tag) {
+    const std::string before = TagAtEnd(file);
     ID3Tag old;
-    const bool hasTag = ReadID3v1(*file, old, ansi);
-    file->Seek(hasTag ? -TagLength : 0, SeekFrom::End);
-    const std::int32_t place = file->Position();
-    const std::string before = hasTag ? file->ReadBytes(TagLength) : std::string();
-    const std::string after = MergedTag(hasTag ? before : NewTag(), tag, old, ansi);
-    Replace(*file, {place, before, after});
+    if (!before.empty()) ReadTag(before, old, ansi);
+    WriteTag(file, before, MergedTag(before.empty() ? NewTag() : before, tag, old, ansi));
+}
+
+void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
+    if (const auto file = files.OpenRead(tag.Path)) {
+        SetID3v1(*file, ansi, tag);
+    } else {
+        tag.Path.clear();
+    }
 }
 
 int SetID3(FileSystem& files, const CodePage& ansi, const std::string& path, const ID3v1Values& values) {
     const auto file = files.OpenRead(path);
     if (!file) return 1;
-    const bool hasTag = SeekToTag(*file);
-    file->Seek(hasTag ? -TagLength : 0, SeekFrom::End);
-    const std::int32_t place = file->Position();
-    const std::string before = hasTag ? file->ReadBytes(TagLength) : std::string();
     std::string bytes(Marker);
     bytes += FitString(ansi.Encode(values.Title), 30);
     bytes += FitString(ansi.Encode(values.Artist), 30);
@@ -133,7 +149,7 @@ int SetID3(FileSystem& files, const CodePage& ansi, const std::string& path, con
         bytes[126] = static_cast<char>(values.Track);
     }
     bytes += static_cast<char>(values.Genre);
-    Replace(*file, {place, before, bytes});
+    WriteTag(*file, TagAtEnd(*file), bytes);
     return 0;
 }
 

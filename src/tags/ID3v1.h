@@ -19,6 +19,9 @@ bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi);
 /// Always writes version 1.1. tag.Path is "" when the file can't be opened.
 void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
 
+/// The same for a file that is open for reading and writing.
+void SetID3v1(BinaryFile& file, const CodePage& ansi, ID3Tag& tag);
+
 /// The values that SetID3 writes, all of them, whatever stood there before.
 struct ID3v1Values {
     std::string Artist;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/BinaryFile.h"
@@ -22,6 +23,9 @@ void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi,
 /// filled up; the frames stand in the file then. 5, with the file untouched, when the old tag reaches beyond
 /// the end of the file.
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
+
+/// The same for a file that is open for reading and writing: the MP3 file at tag.Path.
+void SetID3v2(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
 
 /// Takes the tag off the file at tag.Path; true when there was one. RuntimeError 5, with the file untouched,
 /// when the tag reaches beyond the end of the file.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "core/BlockCopy.h"
 #include "core/ByteCodec.h"
@@ -18,7 +19,8 @@ namespace zefta {
 namespace {
 
 constexpr std::string_view Marker = "ID3";
-constexpr std::int32_t SizePosition = 6;
+constexpr std::size_t SizePosition = 6;
+constexpr std::size_t SizeLength = 4;
 /// Whole tag of a rebuilt file: a tenth above the estimate, so that a slightly longer one fits in its place
 /// the next time.
 constexpr double Reserve = 1.1;
@@ -50,20 +52,28 @@ RenderedTag RenderTag(const ID3v2Extension& tag, std::int32_t size, const CodePa
     return rendered;
 }
 
-/// Size field of the tag at the start of the file; nothing when there is no tag. RuntimeError 5 for a tag
-/// that reaches beyond the end of the file: nobody knows where the audio begins.
-std::optional<std::int32_t> OldTagSize(BinaryFile& file) {
+/// Header and all of a usual tag.
+constexpr std::int32_t UsualLength = 1024;
+
+std::string ReadStart(BinaryFile& file, std::int32_t length) {
     file.Seek(0, SeekFrom::Start);
-    if (file.ReadBytes(3) != Marker) return std::nullopt;
-    file.Seek(SizePosition, SeekFrom::Start);
-    const std::int32_t size = ByteCodec::SyncSafeToLong(file.ReadBytes(4));
-    if (Add(size, ID3v2HeaderSize) > file.Size()) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    return file.ReadBytes(length);
+}
+
+/// Size field of the tag that a file of `fileSize` bytes begins with; nothing when there is no tag.
+/// RuntimeError 5 for a tag that reaches beyond the end of the file: nobody knows where the audio begins.
+std::optional<std::int32_t> OldTagSize(std::string_view start, std::int32_t fileSize) {
+    if (!start.starts_with(Marker)) return std::nullopt;
+    const std::int32_t size =
+        ByteCodec::SyncSafeToLong(start.substr(std::min(start.size(), SizePosition), SizeLength));
+    if (Add(size, ID3v2HeaderSize) > fileSize) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
     return size;
 }
 
-void WriteWhereItDiffers(BinaryFile& file, const std::string& bytes) {
-    file.Seek(0, SeekFrom::Start);
-    Replace(file, {0, file.ReadBytes(static_cast<std::int32_t>(bytes.size())), bytes});
+/// `start`: what the file begins with, at least its header.
+void WriteWhereItDiffers(BinaryFile& file, std::string start, const std::string& bytes) {
+    if (start.size() < bytes.size()) start = ReadStart(file, static_cast<std::int32_t>(bytes.size()));
+    Replace(file, {0, start.substr(0, bytes.size()), bytes});
 }
 
 /// The new file: the tag in front of what lies behind `audioStart`. False when it can't be created.
@@ -93,17 +103,21 @@ std::string WriteFrame(std::string_view identifier, std::string_view text) {
 
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
     if (!IsMP3File(tag.Path)) return;
-    auto file = files.OpenRead(tag.Path);
-    if (!file) {
+    if (auto file = files.OpenRead(tag.Path)) {
+        SetID3v2(files, std::move(file), ansi, tag);
+    } else {
         tag.Path.clear();
-        return;
     }
+}
+
+void SetID3v2(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag) {
     const std::int32_t estimate = tag.ID3v2Extension.GetTagSize(ansi);
-    const std::optional<std::int32_t> oldSize = OldTagSize(*file);
+    std::string start = ReadStart(*file, UsualLength);
+    const std::optional<std::int32_t> oldSize = OldTagSize(start, file->Size());
     RenderedTag rendered;
     if (oldSize && estimate <= *oldSize) {
         rendered = RenderTag(tag.ID3v2Extension, *oldSize, ansi);
-        WriteWhereItDiffers(*file, rendered.bytes);
+        WriteWhereItDiffers(*file, std::move(start), rendered.bytes);
     } else {
         const std::int32_t audioStart = oldSize.value_or(0) > 0 ? *oldSize + ID3v2HeaderSize : 0;
         const std::int32_t tagLength = ToI32(std::max(estimate * Reserve, SmallestTag));
@@ -120,7 +134,7 @@ bool RemoveID3v2(FileSystem& files, const ID3Tag& tag) {
     const std::string path = files.FollowLinks(tag.Path);
     const auto file = files.OpenRead(path);
     if (!file) return false;
-    const std::optional<std::int32_t> size = OldTagSize(*file);
+    const std::optional<std::int32_t> size = OldTagSize(ReadStart(*file, ID3v2HeaderSize), file->Size());
     if (!size) return false;
     TemporaryFile fresh(files, path);
     if (!fresh.File()) return false;

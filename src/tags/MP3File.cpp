@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <utility>
 
 #include "core/ByteCodec.h"
 #include "core/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "tags/ID3v1.h"
 #include "tags/ID3v2.h"
+#include "tags/ID3v2Frames.h"
 #include "tags/Lyrics3.h"
 #include "tags/MPEGHeader.h"
 
@@ -21,6 +24,9 @@ namespace {
 constexpr BufferedFile::Windows FileWindows = {.head = 6400, .tail = 300};
 
 constexpr std::int32_t FrameHeaderLength = 4;
+/// A usual tag at the start alone.
+constexpr BufferedFile::Windows TagWindows = {.head = 2048 + ID3v2HeaderSize, .tail = 300};
+
 /// How many bytes behind the ID3v2 tag are tried as the start of a frame header.
 constexpr std::int32_t SearchedForHeader = 40960;
 /// A frame header has more than these bytes from its start to the end of the file.
@@ -37,6 +43,25 @@ constexpr std::int32_t EncoderLength = 16;
 /// Playing time of a frame of 1152 samples at 44100 Hz, in milliseconds, rounded up. Used for all rates and
 /// for frames of 576 samples too: kept, like the places above.
 constexpr double FrameTime = 26.125;
+
+/// A file that someone else owns.
+class BorrowedFile : public BinaryFile {
+  public:
+    explicit BorrowedFile(BinaryFile& file) : file_(file) {}
+
+    using BinaryFile::Write;
+    std::size_t Read(std::span<std::byte> into) override { return file_.Read(into); }
+    void Write(std::span<const std::byte> bytes) override { file_.Write(bytes); }
+    bool Seek(std::int32_t distance, SeekFrom from) override { return file_.Seek(distance, from); }
+    std::int32_t Position() const override { return file_.Position(); }
+    std::int32_t Size() const override { return file_.Size(); }
+    bool IsReadOnly() const override { return file_.IsReadOnly(); }
+    void SetEnd() override { file_.SetEnd(); }
+    void Flush() override { file_.Flush(); }
+
+  private:
+    BinaryFile& file_;
+};
 
 double Quotient(double dividend, double divisor) {
     if (divisor == 0) throw RuntimeError(ErrorNumber::DivisionByZero);
@@ -131,6 +156,29 @@ void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& ta
     MeasureStream(file, reading.ansi, tag);
     tag.ReadOnly = file.IsReadOnly();
     tag.AllowEdits = true;
+}
+
+void ReadMP3Tags(BinaryFile& opened, const CodePage& ansi, ID3Tag& tag) {
+    BufferedFile file(std::make_unique<BorrowedFile>(opened), TagWindows);
+    tag.Length = file.Size();
+    ReadID3v1(file, tag, ansi);
+    ReadLyrics3(file, tag, ansi);
+    ReadID3v2(file, tag, ansi, UnknownContent::Carry);
+    tag.ReadOnly = file.IsReadOnly();
+    tag.AllowEdits = true;
+}
+
+void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag) {
+    SetID3v1(*file, ansi, tag);
+    SetID3v2(files, std::move(file), ansi, tag);
+}
+
+void SetMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
+    if (auto file = files.OpenRead(tag.Path)) {
+        SetMP3Tags(files, std::move(file), ansi, tag);
+    } else {
+        tag.Path.clear();
+    }
 }
 
 }  // namespace zefta

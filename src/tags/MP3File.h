@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "tags/FileReading.h"
@@ -15,5 +16,15 @@ namespace zefta {
 /// more), 11 when a Xing block counts no time or its stream has no sample rate, 57 when the device fails; and
 /// those of the tag readers.
 void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& tag);
+
+/// The same from an open file, for a record that goes back into it (UnknownContent::Carry): nothing is
+/// measured.
+void ReadMP3Tags(BinaryFile& file, const CodePage& ansi, ID3Tag& tag);
+
+/// SetID3v1 and then SetID3v2 on the MP3 file at tag.Path, which is open for reading and writing.
+void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
+
+/// The same, opening it; tag.Path is "" when that can't be done.
+void SetMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
 
 }  // namespace zefta

@@ -22,6 +22,10 @@ void SetID3v1(WaveFile& wave, ID3Tag& tag) {
     wave.SetID3v1(tag);
 }
 
+void SetMP3Tags(WaveFile& wave, ID3Tag& tag) {
+    wave.SetMP3Tags(tag);
+}
+
 void SetID3v2(WaveFile& wave, ID3Tag& tag) {
     wave.SetID3v2(tag);
 }
@@ -51,13 +55,13 @@ struct JobRow {
 constexpr JobRow JobRows[] = {
     // clang-format off
     // job                                  MP3                       Ogg Vorbis         MPEGplus
-    {TagJob::FileInformation,             {{SetID3v1, SetID3v2}},    {{SetOggComments}}, {{SetAPE2, RemoveID3v2}}},
+    {TagJob::FileInformation,             {{SetMP3Tags}},            {{SetOggComments}}, {{SetAPE2, RemoveID3v2}}},
     {TagJob::FileInformationWithoutID3v2, {{SetID3v1, RemoveID3v2}}, {{SetOggComments}}, {{SetAPE2, RemoveID3v2}}},
-    {TagJob::ChangeTags,                  {{SetID3v1, SetID3v2}},    {{SetOggComments}}, {{SetAPE2}}},
-    {TagJob::Encoding,                    {{SetID3v1, SetID3v2}},    {{SetOggComments}}, {{SetAPE2}}},
+    {TagJob::ChangeTags,                  {{SetMP3Tags}},            {{SetOggComments}}, {{SetAPE2}}},
+    {TagJob::Encoding,                    {{SetMP3Tags}},            {{SetOggComments}}, {{SetAPE2}}},
     {TagJob::DetailedEncoding,            {{SetID3, SetID3v2}},      {{SetOggComments}}, {{SetAPE2}}},
-    {TagJob::ReEncoding,                  {{SetID3v1, SetID3v2}},    {{SetOggComments}}, {{SetAPE2}}},
-    {TagJob::Crop,                        {{SetID3v1, SetID3v2}},    {{}},               {{}}},
+    {TagJob::ReEncoding,                  {{SetMP3Tags}},            {{SetOggComments}}, {{SetAPE2}}},
+    {TagJob::Crop,                        {{SetMP3Tags}},            {{}},               {{}}},
     // clang-format on
 };
 

@@ -61,6 +61,10 @@ void WaveFile::SetID3v2(ID3Tag& tag) {
     zefta::SetID3v2(app_.files, app_.ansi, tag);
 }
 
+void WaveFile::SetMP3Tags(ID3Tag& tag) {
+    zefta::SetMP3Tags(app_.files, app_.ansi, tag);
+}
+
 bool WaveFile::RemoveID3v2(const ID3Tag& tag) {
     return zefta::RemoveID3v2(app_.files, tag);
 }
