@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "app/PreviewDesktop.h"
+#include "core/Boxes.h"
 #include "core/Options.h"
 #include "core/Settings.h"
 #include "core/Strings.h"
@@ -37,7 +38,12 @@ std::optional<bool> Preview(App& app, const std::vector<std::string>& arguments,
     LoadSettings(preview);
     ParseCommandLine(preview, CommandLine(arguments));
     const Job* job = FindJob(preview.state.JobCode);
-    if (job == nullptr || !job->canPreview || job->run == nullptr) return std::nullopt;
+    if (job == nullptr) return std::nullopt;
+    if (!job->canPreview) {
+        // Whoever asks for a preview must not get the real thing.
+        ShowWarning(app, std::string(job->name) + " has no preview. Nothing was done.");
+        return true;
+    }
     job->run(preview);
     // Steps that were cut short must not look complete.
     if (!output.flush()) throw RuntimeError(ErrorNumber::DeviceIoError);

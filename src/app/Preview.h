@@ -14,8 +14,8 @@ namespace zefta {
 std::optional<std::vector<std::string>> ArgumentsOfPreview(const std::vector<std::string>& arguments);
 
 /// Runs the job that the arguments name on a file system that keeps every change to itself, telling its steps
-/// to `output`. True when a box complained; nothing, and nothing was done, when the arguments name no job
-/// that can be previewed.
+/// to `output`. True when a box complained, be it that the job can't be previewed: it is not run then.
+/// Nothing when the arguments name no job.
 std::optional<bool> Preview(App& app, const std::vector<std::string>& arguments, std::ostream& output);
 
 }  // namespace zefta
