@@ -18,7 +18,8 @@ std::string OneLine(std::string_view text);
 
 /// Tells a step of a previewed job in one line: "rename: old -> new", "collision: new is taken",
 /// "refused: name: reason", "tags: path: ...", "unchanged: path", "folder: path", "copy: source -> target",
-/// "write: path: ...". Names are bytes. Does nothing in a run that is no preview.
+/// "write: path: ...". "in: folder" tells that the names in the lines behind it are of that folder, "." being
+/// the one where the job began. Names are bytes. Does nothing in a run that is no preview.
 void TellStep(App& app, std::string_view line);
 
 }  // namespace zefta

@@ -1,6 +1,8 @@
 #include "library/RenameByTags.h"
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "core/Boxes.h"
 #include "core/FileKind.h"
@@ -56,16 +58,21 @@ class Renaming {
     Renaming(App& app, const RenamePlan& plan, const std::string& folder, const std::string& oldName)
         : app_(app), plan_(plan), folder_(folder), oldName_(oldName), newName_(plan.wanted.Path()) {}
 
-    /// The name that the file has in the end.
-    std::string Run(bool inFolderOfArtist);
+    /// The name that is told of the file in the end.
+    std::string Run();
+    bool HasStayed() const { return hasStayed_; }
 
   private:
     void PrepareFolder();
+    bool TakeFolder(const std::string& folder);
     bool MakeFolder(const std::string& folder);
+    std::string SpelledAsOnDisk(const std::string& folder) const;
     bool Move();
     void MoveRefused();
     bool MoveToCopyName();
     void MoveAsThePersonSays(bool wasTaken);
+    std::string Typed(const std::string& answer, const std::string& offered,
+                      const std::string& extension) const;
     bool IsTaken(const std::string& path) const;
     std::string NameWithNumber(int number) const;
     std::string TargetName() const { return newName_ + plan_.extension; }
@@ -80,13 +87,15 @@ class Renaming {
     const std::string& oldName_;
     /// Relative to the folder, without extension.
     std::string newName_;
-    /// Why the last move failed, told with the name as the person knows it.
-    std::string failure_;
+    /// Why the last move failed.
+    ErrorNumber failure_ = {};
+    bool hasStayed_ = false;
 };
 
-std::string Renaming::Run(bool inFolderOfArtist) {
-    if (inFolderOfArtist) PrepareFolder();
-    if (newName_.empty()) {
+std::string Renaming::Run() {
+    if (!plan_.wanted.folder.empty()) PrepareFolder();
+    hasStayed_ = newName_.empty();
+    if (hasStayed_) {
         TellStep(app_, "unchanged: " + oldName_);
     } else if (!Move()) {
         MoveRefused();
@@ -96,14 +105,18 @@ std::string Renaming::Run(bool inFolderOfArtist) {
 
 /// The folder of rule 4: when it can't be made the person is asked once for another name.
 void Renaming::PrepareFolder() {
-    std::string folder = plan_.wanted.folder;
-    if (MakeFolder(folder)) return;
-    folder = app_.desktop.AskInput(app_.messages.GetMessage(10004), app_.messages.GetMessage(10003), folder);
-    if (MakeFolder(folder)) {
-        newName_ = JoinPath(folder, plan_.wanted.name);
-    } else {
-        ShowWarning(app_, app_.messages.GetMessage(10005, folder));
-    }
+    const std::string& wanted = plan_.wanted.folder;
+    if (TakeFolder(wanted)) return;
+    const std::string answer =
+        app_.desktop.AskInput(app_.messages.GetMessage(10004), app_.messages.GetMessage(10003), wanted);
+    if (TakeFolder(Typed(answer, wanted, {}))) return;
+    ShowWarning(app_, app_.messages.GetMessage(10005, answer));
+}
+
+bool Renaming::TakeFolder(const std::string& folder) {
+    if (!MakeFolder(folder)) return false;
+    newName_ = JoinPath(SpelledAsOnDisk(folder), plan_.wanted.name);
+    return true;
 }
 
 bool Renaming::MakeFolder(const std::string& folder) {
@@ -118,20 +131,30 @@ bool Renaming::MakeFolder(const std::string& folder) {
     return true;
 }
 
+/// A folder that is there may have its name in another case, and lists are read where that matters. What a
+/// link leads to is another name altogether.
+std::string Renaming::SpelledAsOnDisk(const std::string& folder) const {
+    const std::string name(NamePart(folder));
+    const std::string onDisk(NamePart(app_.files.FollowLinks(PathOf(folder))));
+    if (name.empty() || !EqualsIgnoringCase(onDisk, name)) return folder;
+    return folder.substr(0, folder.size() - name.size()) + onDisk;
+}
+
 bool Renaming::Move() {
     try {
         app_.files.MoveFile(PathOf(oldName_), PathOf(TargetName()));
     } catch (const RuntimeError& error) {
-        failure_ = RuntimeError(error.Kind(), TargetName()).Text();
+        failure_ = error.Kind();
         return false;
     }
     TellStep(app_, "rename: " + oldName_ + " -> " + TargetName());
     return true;
 }
 
-/// Only a file that could not be moved pays for the look at what is in its way.
+/// Only a file that could not be moved pays for the look at what is in its way. A link that leads nowhere is
+/// in the way too; only the move can tell.
 void Renaming::MoveRefused() {
-    const bool wasTaken = IsTaken(PathOf(TargetName()));
+    const bool wasTaken = failure_ == ErrorNumber::FileAlreadyExists || IsTaken(PathOf(TargetName()));
     if (wasTaken) {
         TellStep(app_, "collision: " + TargetName() + " is taken");
         if (MoveToCopyName()) return;
@@ -144,21 +167,34 @@ bool Renaming::MoveToCopyName() {
     for (int number = FirstCopyNumber; number <= LastCopyNumber; ++number) {
         const std::string candidate = NameWithNumber(number);
         if (IsTaken(PathOf(candidate + plan_.extension))) continue;
+        const std::string former = newName_;
         newName_ = candidate;
         if (Move()) return true;
+        if (failure_ == ErrorNumber::FileAlreadyExists) newName_ = former;
     }
     return false;
 }
 
 /// An empty answer is taken for a name too: the file is then called by its extension.
 void Renaming::MoveAsThePersonSays(bool wasTaken) {
-    newName_ = app_.desktop.AskInput(app_.messages.GetMessage(10007), app_.messages.GetMessage(10006),
-                                     app_.ansi.ToText(newName_));
+    const std::string offered = app_.ansi.ToText(newName_);
+    const std::string answer =
+        app_.desktop.AskInput(app_.messages.GetMessage(10007), app_.messages.GetMessage(10006), offered);
+    newName_ = Typed(answer, offered, plan_.extension);
     if (Move()) return;
-    TellRefused(oldName_, failure_);
+    TellRefused(oldName_, RuntimeError(failure_, TargetName()).Text());
     const std::string told = wasTaken ? PathOf(TargetName()) : oldName_;
     ShowWarning(app_, app_.messages.GetMessage(10008, app_.ansi.ToText(told)));
     newName_ = oldName_.substr(0, ExtensionStart(oldName_));
+}
+
+/// An answer in native form. It counts from the folder of the file, and what was offered is a name already.
+std::string Renaming::Typed(const std::string& answer, const std::string& offered,
+                            const std::string& extension) const {
+    if (answer == offered || IsTaken(PathOf(answer + extension))) return answer;
+    std::string native = answer;
+    std::replace(native.begin(), native.end(), '\\', PathSeparator);
+    return native;
 }
 
 bool Renaming::IsTaken(const std::string& path) const {
@@ -173,6 +209,25 @@ std::string Renaming::NameWithNumber(int number) const {
     return newName_.substr(0, start) + std::string(CutToBytes(NamePart(newName_), room)) + ending;
 }
 
+/// The values of the tag; a failure names the file that they are of.
+RenameFields FieldsOf(const Kind& kind, const ID3Tag& tag, const std::string& path) {
+    try {
+        return kind.fields(tag);
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.Kind(), path);
+    }
+}
+
+RenamePlan ReadOrTell(App& app, const RenameRule& rule, const std::string& path,
+                      const std::string& fileName) {
+    try {
+        return ReadForRename({app.files, app.ansi, UnknownContent::PassOver}, rule, path, fileName);
+    } catch (const RuntimeError& error) {
+        TellStep(app, "refused: " + fileName + ": " + RuntimeError(error.Kind()).Text());
+        throw;
+    }
+}
+
 }  // namespace
 
 RenameRule RuleOfRun(App& app, std::int32_t mode) {
@@ -184,8 +239,9 @@ RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, con
                          const std::string& fileName) {
     const Kind* kind = KindOf(fileName);
     if (kind == nullptr) return Refusal(NoKindWithTags, "no kind of file that has tags");
+    const std::string filePath = JoinPath(path, fileName);
     ID3Tag tag;
-    kind->read(reading, JoinPath(path, fileName), tag);
+    kind->read(reading, filePath, tag);
     if (tag.Path.empty()) return Refusal(NothingToNameBy, "can't be read");
     if (tag.Artist.empty() && tag.Title.empty())
         return Refusal(NothingToNameBy, "holds neither artist nor title");
@@ -193,24 +249,29 @@ RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, con
     return {.result = 0,
             .reason = {},
             .extension = kind->caseOfExtension(extension),
-            .wanted = NameByRule(rule, kind->fields(tag), fileName)};
+            .wanted = NameByRule(rule, FieldsOf(*kind, tag, filePath), fileName)};
 }
 
-std::int32_t RenameAsPlanned(App& app, const RenamePlan& plan, const std::string& path,
-                             std::string& fileName) {
+RenameOutcome RenameAsPlanned(App& app, const RenamePlan& plan, const std::string& path,
+                              std::string& fileName) {
     if (plan.result != 0) {
         TellStep(app, "refused: " + fileName + ": " + plan.reason);
-        return plan.result;
+        return {.result = plan.result, .hasStayed = false};
     }
-    fileName = Renaming(app, plan, path, fileName).Run(!plan.wanted.folder.empty());
-    return 0;
+    Renaming renaming(app, plan, path, fileName);
+    std::string told = renaming.Run();
+    fileName = std::move(told);
+    return {.result = 0, .hasStayed = renaming.HasStayed()};
+}
+
+RenameOutcome RenameByTags(App& app, const std::string& path, std::string& fileName, std::int32_t mode) {
+    const RenameRule rule = RuleOfRun(app, mode);
+    return RenameAsPlanned(app, ReadOrTell(app, rule, path, fileName), path, fileName);
 }
 
 std::int32_t WaveFile::RenameFileByTAGsData(const std::string& path, std::string& fileName,
                                             std::int32_t mode) {
-    const RenameRule rule = RuleOfRun(app_, mode);
-    const FileReading reading = {app_.files, app_.ansi, UnknownContent::PassOver};
-    return RenameAsPlanned(app_, ReadForRename(reading, rule, path, fileName), path, fileName);
+    return RenameByTags(app_, path, fileName, mode).result;
 }
 
 }  // namespace zefta

@@ -27,14 +27,25 @@ struct RenamePlan {
 /// The rule `mode` with the template of the run. Mode 5 turns TranslateNames on, for the rest of the run.
 RenameRule RuleOfRun(App& app, std::int32_t mode);
 
-/// Reads the tags of the file `fileName` of the folder `path` and makes its new name. RuntimeError 13 for a
-/// track that is no number; other run-time failures are those of the readers.
+/// Reads the tags of the file `fileName` of the folder `path` and makes its new name. RuntimeError 13, with
+/// the path of the file, for a track that is no number; other run-time failures are those of the readers.
 RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, const std::string& path,
                          const std::string& fileName);
 
+/// What the moving half comes to.
+struct RenameOutcome {
+    /// Of the whole operation.
+    std::int32_t result = 0;
+    /// The rule made no name of the tags: the file stays where it is, though the bare extension is told.
+    bool hasStayed = false;
+};
+
 /// Moves the file as planned; numbers the name when it is taken, asks the person when the system refuses it.
-/// Gives the result of the operation, and in `fileName`, when that is 0, the name that the file has then.
-std::int32_t RenameAsPlanned(App& app, const RenamePlan& plan, const std::string& path,
-                             std::string& fileName);
+/// When the result is 0 `fileName` is then the name that is told of the file.
+RenameOutcome RenameAsPlanned(App& app, const RenamePlan& plan, const std::string& path,
+                              std::string& fileName);
+
+/// Both halves, as WaveFile::RenameFileByTAGsData. A preview tells of a run-time failure before it goes on.
+RenameOutcome RenameByTags(App& app, const std::string& path, std::string& fileName, std::int32_t mode);
 
 }  // namespace zefta

@@ -22,14 +22,19 @@ void RenamePlaylistsOf(RenameRun& run, const std::string& fileSpec, bool renameF
     RenamePlaylists(run, run.root, renameFiles);
 }
 
-void RenameSelection(RenameRun& run, const ExtendedRename& choice, const RenamedFile& renamed) {
-    run.app.state.ProcessSubfolders = false;
-    NewRenameMap(run);
-    for (const std::string& name : choice.selected) {
+void RenameEach(RenameRun& run, const std::vector<std::string>& names, const RenamedFile& renamed) {
+    for (const std::string& name : names) {
         renamed(name, RenameAndRemember(run, run.root, name));
         run.app.desktop.ServeEvents();
     }
-    if (choice.updatePlaylists) RenamePlaylistsOf(run, AllPlaylists, false);
+}
+
+void RenameSelection(RenameRun& run, const ExtendedRename& choice, const RenamedFile& renamed) {
+    run.app.state.ProcessSubfolders = false;
+    if (!choice.updatePlaylists) return RenameEach(run, choice.selected, renamed);
+    NewRenameMap(run);
+    RenameAndLearn(run, run.root, [&] { RenameEach(run, choice.selected, renamed); });
+    ClearRenameMap(run);
 }
 
 void RenameByFilter(RenameRun& run, const ExtendedRename& choice) {
@@ -38,8 +43,8 @@ void RenameByFilter(RenameRun& run, const ExtendedRename& choice) {
     state.ProcessSubfolders = choice.processSubfolders && state.RenameFormat != FormatWithFolder;
     if (!choice.updatePlaylists) return RenameFolderFiles(run, run.root);
     NewRenameMap(run);
-    RenameFolder(run, run.root);
-    RenamePlaylistsOf(run, AllPlaylists, false);
+    RenameAndLearn(run, run.root, [&] { RenameFolder(run, run.root); });
+    ClearRenameMap(run);
 }
 
 }  // namespace
@@ -53,6 +58,7 @@ void RenameSelectedFiles(App& app, const std::string& folder, const std::vector<
             if (app.defaultWaveFile->RenameFileByTAGsData(folder, newName, app.state.RenameFormat) == 0)
                 renamed(name, newName);
         });
+        app.desktop.ServeEvents();
     }
 }
 
@@ -68,6 +74,7 @@ void RenameFilesOfAllPlaylists(App& app, const std::string& folder) {
     RenameRun run(app, folder);
     NewRenameMap(run);
     PassOverFailure([&] { RenamePlaylistsOf(run, AllPlaylists, true); });
+    ClearRenameMap(run);
 }
 
 void RenameFilesOfPlaylists(App& app, const std::string& folder, const std::vector<std::string>& playlists) {
@@ -77,6 +84,7 @@ void RenameFilesOfPlaylists(App& app, const std::string& folder, const std::vect
     for (const std::string& playlist : playlists)
         PassOverFailure([&] { RenamePlaylistsOf(run, playlist, true); });
     PassOverFailure([&] { RenamePlaylistsOf(run, AllPlaylists, false); });
+    ClearRenameMap(run);
 }
 
 void RenameExtended(App& app, const ExtendedRename& choice, const RenamedFile& renamed) {

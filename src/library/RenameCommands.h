@@ -47,7 +47,7 @@ struct ExtendedRename {
     bool updatePlaylists = false;
 };
 
-/// A run-time failure ends it.
+/// A run-time failure ends it; playlists that are to learn the names learn those given before.
 void RenameExtended(App& app, const ExtendedRename& choice, const RenamedFile& renamed);
 
 }  // namespace zefta

@@ -5,7 +5,7 @@
 namespace zefta {
 
 // The jobs that give files names by their tags, in the current folder or the one that FileSpec names; with
-// ProcessSubfolders in its tree. A run-time failure ends the job.
+// ProcessSubfolders in its tree. A run-time failure ends the job; playlists learn the names given before it.
 
 /// /rename: the files that FileSpec means.
 void RenameJob(App& app);

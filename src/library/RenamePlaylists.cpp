@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <vector>
 
-#include "core/OptionTable.h"
 #include "core/Steps.h"
 #include "core/Strings.h"
 #include "core/TextLines.h"
@@ -20,6 +20,9 @@ namespace {
 
 /// What stands for each of the first lines of a list; nothing for one that is dropped.
 using NewTexts = std::vector<std::optional<std::string>>;
+
+/// Of a list that a run has done with.
+constexpr std::size_t AllLines = std::numeric_limits<std::size_t>::max();
 
 /// UTF-16 and lines that only carriage returns end are no lines to us: each would seem to name no file.
 bool HasLines(const TextLines& list) {
@@ -50,69 +53,111 @@ void KeepWhatHasNoNewText(const TextLines& list, NewTexts& texts) {
     }
 }
 
-void Save(App& app, const std::string& path, const TextLines& list, const NewTexts& texts) {
-    if (CountChanged(list, texts) == 0) return;
-    TemporaryFile fresh(app.files, app.files.FollowLinks(path), TemporaryFile::OldFile::Keep);
-    if (fresh.File() == nullptr) throw RuntimeError(ErrorNumber::PermissionDenied, path);
-    fresh.File()->Write(BytesOf(WithTexts(list, texts)));
+/// A file of that name was asked for, and none is there.
+bool NamesNoFile(const TextLine& line, const std::optional<std::string>& text) {
+    return !text && !line.text.empty() && !line.text.starts_with('#');
+}
+
+/// One playlist on its way through a run.
+class ListRewriting {
+  public:
+    ListRewriting(RenameRun& run, const std::string& path, RenamedLines& lines)
+        : run_(run), app_(run.app), path_(path), realPath_(app_.files.FollowLinks(path)), lines_(lines) {}
+
+    void Run();
+
+  private:
+    void Rewrite(std::size_t finished);
+    void MakeTexts(std::size_t finished);
+    void Save();
+    void SaveIfPossible();
+    void TellNoText();
+    void TellMissing();
+    void TellChange();
+    void Note(const std::string& text) {
+        if (!IsPreview(app_)) app_.desktop.Note(app_.ansi.ToText(BelowRoot(run_, path_)) + text);
+    }
+
+    RenameRun& run_;
+    App& app_;
+    const std::string& path_;
+    std::string realPath_;
+    RenamedLines& lines_;
+    TextLines list_;
+    NewTexts texts_;
+};
+
+/// What a pass that renames has written is not looked up by a later one.
+void ListRewriting::Run() {
+    const auto known = run_.finishedLines.find(realPath_);
+    const std::size_t finished = known == run_.finishedLines.end() ? 0 : known->second;
+    if (finished == AllLines) return;
+    list_ = ReadTextLines(app_.files, path_);
+    HasLines(list_) ? Rewrite(finished) : TellNoText();
+    if (lines_.RenamesFiles()) run_.finishedLines[realPath_] = AllLines;
+}
+
+void ListRewriting::Rewrite(std::size_t finished) {
+    MakeTexts(finished);
+    Save();
+    TellMissing();
+    TellChange();
+}
+
+void ListRewriting::MakeTexts(std::size_t finished) {
+    try {
+        for (const TextLine& line : list_.lines) {
+            const bool isFinished = texts_.size() < finished;
+            texts_.push_back(isFinished ? line.text : lines_.NewLine(line.text));
+        }
+    } catch (const RuntimeError&) {
+        if (lines_.RenamesFiles()) run_.finishedLines[realPath_] = texts_.size();
+        KeepWhatHasNoNewText(list_, texts_);
+        SaveIfPossible();
+        throw;
+    }
+}
+
+void ListRewriting::Save() {
+    if (CountChanged(list_, texts_) == 0) return;
+    TemporaryFile fresh(app_.files, realPath_, TemporaryFile::OldFile::Keep);
+    if (fresh.File() == nullptr) throw RuntimeError(ErrorNumber::PermissionDenied, path_);
+    fresh.File()->Write(BytesOf(WithTexts(list_, texts_)));
     fresh.TakePlace();
 }
 
-void SaveIfPossible(App& app, const std::string& path, const TextLines& list, const NewTexts& texts) {
+void ListRewriting::SaveIfPossible() {
     try {
-        Save(app, path, list, texts);
+        Save();
     } catch (const RuntimeError&) {
         // The failure that brought us here is the one to tell.
     }
 }
 
-NewTexts TextsOf(App& app, const std::string& path, const TextLines& list, RenamedLines& lines) {
-    NewTexts texts;
-    try {
-        for (const TextLine& line : list.lines) texts.push_back(lines.NewLine(line.text));
-    } catch (const RuntimeError&) {
-        KeepWhatHasNoNewText(list, texts);
-        SaveIfPossible(app, path, list, texts);
-        throw;
+void ListRewriting::TellNoText() {
+    TellFolder(run_, FolderPart(path_));
+    TellStep(app_, "refused: " + std::string(NamePart(path_)) + ": no text of lines");
+    Note(": no text of lines; left as it is.");
+}
+
+void ListRewriting::TellMissing() {
+    TellFolder(run_, FolderPart(path_));
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < texts_.size(); ++i) {
+        if (!NamesNoFile(list_.lines[i], texts_[i])) continue;
+        TellStep(app_, "refused: " + list_.lines[i].text + ": no such file");
+        ++count;
     }
-    return texts;
+    if (count == 1) Note(": 1 line names no file and was left out.");
+    if (count > 1) Note(": " + std::to_string(count) + " lines name no file and were left out.");
 }
 
-void TellChange(RenameRun& run, const std::string& path, std::size_t count) {
-    const std::string shown = BelowRoot(run, path);
-    TellStep(run.app, count == 0 ? "unchanged: " + shown
-                                 : "playlist: " + shown + ": " + std::to_string(count) +
-                                       (count == 1 ? " line changed" : " lines changed"));
-}
-
-void RewritePlaylist(RenameRun& run, const std::string& path, RenamedLines& lines) {
-    const TextLines list = ReadTextLines(run.app.files, path);
-    if (!HasLines(list)) {
-        const std::string shown = BelowRoot(run, path);
-        TellStep(run.app, "refused: " + shown + ": no text of lines");
-        if (!IsPreview(run.app))
-            run.app.desktop.Note(run.app.ansi.ToText(shown) + ": no text of lines; left as it is.");
-        return;
-    }
-    const NewTexts texts = TextsOf(run.app, path, list, lines);
-    Save(run.app, path, list, texts);
-    TellChange(run, path, CountChanged(list, texts));
-}
-
-bool IsNameOfFile(const App& app, const std::string& folder, const std::string& text) {
-    return text.find(PathSeparator) == std::string::npos && app.files.FileExists(JoinPath(folder, text));
-}
-
-/// Takes the folder out of FileSpec, if it has one. An unknown word that begins with "/" is no path here
-/// either.
-std::string FolderOfWalk(App& app, const std::string& folder) {
-    const std::string& given = app.state.FileSpec;
-    if (BeginsWithSlash(app.files, given) || IsNameOfFile(app, folder, given)) return folder;
-    const std::string native = app.files.ToNativePath(given);
-    const std::string named = FolderPart(native);
-    if (named.empty()) return folder;
-    app.state.FileSpec = NamePart(native);
-    return named;
+void ListRewriting::TellChange() {
+    const std::size_t count = CountChanged(list_, texts_);
+    const std::string name(NamePart(path_));
+    TellStep(app_, count == 0 ? "unchanged: " + name
+                              : "playlist: " + name + ": " + std::to_string(count) +
+                                    (count == 1 ? " line changed" : " lines changed"));
 }
 
 /// A link that leads nowhere is no playlist.
@@ -127,7 +172,7 @@ void RewriteFolder(RenameRun& run, const std::string& folder, bool renameFiles) 
     for (const std::string& name : NamesOfFiles(run.app, folder)) {
         if (!IsPlaylist(run.app, folder, name)) continue;
         hasPlaylists = true;
-        RewritePlaylist(run, JoinPath(folder, name), lines);
+        ListRewriting(run, JoinPath(folder, name), lines).Run();
     }
     // A mask such as "*.mp3" means the files themselves where there is no list of them.
     if (!hasPlaylists) RenameFolderFiles(run, folder);
@@ -136,14 +181,38 @@ void RewriteFolder(RenameRun& run, const std::string& folder, bool renameFiles) 
         RewriteFolder(run, subfolder, renameFiles);
 }
 
+void LearnNames(RenameRun& run, const std::string& folder) {
+    run.app.state.FileSpec = AllPlaylists;
+    RenamePlaylists(run, folder, false);
+}
+
+void LearnNamesIfPossible(RenameRun& run, const std::string& folder) {
+    if (!run.map || run.map->Count() == 0) return;
+    try {
+        LearnNames(run, folder);
+    } catch (const RuntimeError&) {
+        // The failure of the renaming is the one to tell.
+    }
+}
+
 }  // namespace
 
 void RenamePlaylists(RenameRun& run, const std::string& folder, bool renameFiles) {
     if (run.app.state.RenameFormat == FormatWithFolder) run.app.state.ProcessSubfolders = false;
-    std::string walked = FolderOfWalk(run.app, folder);
+    std::string walked = TakeFolderOfFileSpec(run.app, folder);
     if (!run.app.files.FolderExists(walked)) walked = run.app.files.CurrentFolder();
     if (!run.map) NewRenameMap(run);
     RewriteFolder(run, walked, renameFiles);
+}
+
+void RenameAndLearn(RenameRun& run, const std::string& folder, const std::function<void()>& rename) {
+    try {
+        rename();
+    } catch (const RuntimeError&) {
+        LearnNamesIfPossible(run, folder);
+        throw;
+    }
+    LearnNames(run, folder);
 }
 
 }  // namespace zefta

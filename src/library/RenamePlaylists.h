@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "library/RenameWalkers.h"
@@ -20,7 +21,11 @@ inline constexpr const char* AllPlaylists = "*.m3u";
 /// Lines are bytes. Those that stay keep every byte; a new name takes the separators of the line that it
 /// stands for. A list whose bytes stay is not written; else the new one is built beside and takes its place
 /// in one step. A run-time failure ends the walk; the list at hand still learns the names that were given
-/// before.
+/// before. With `renameFiles` a list is done with for the run: its new names are not taken for old ones.
 void RenamePlaylists(RenameRun& run, const std::string& folder, bool renameFiles);
+
+/// Runs `rename`; then all playlists of the folder learn the new names, also those that were given before
+/// `rename` failed. FileSpec is AllPlaylists then.
+void RenameAndLearn(RenameRun& run, const std::string& folder, const std::function<void()>& rename);
 
 }  // namespace zefta

@@ -1,39 +1,26 @@
 #include "library/RenameWalkers.h"
 
-#include <unordered_set>
 #include <utility>
 
 #include "core/FileKind.h"
+#include "core/Folders.h"
+#include "core/OptionTable.h"
 #include "core/Steps.h"
 #include "core/Strings.h"
+#include "library/RenameByTags.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
-#include "wave/WaveFile.h"
 
 namespace zefta {
 
 namespace {
 
-/// Where the walk of a tree has put files, in lower case: it may come to the folder.
-using Places = std::unordered_set<std::string>;
-
 bool IsMeant(const App& app, const std::string& name) {
     return IsCompressedFile(name) && MatchesFileSpec(app, name);
 }
 
-void RenameFilesOfTree(RenameRun& run, const std::string& folder, Places& places) {
-    for (const std::string& name : NamesOfFiles(run.app, folder)) {
-        if (!IsMeant(run.app, name) || places.contains(ToLower(JoinPath(folder, name)))) continue;
-        const std::string newName = RenameAndRemember(run, folder, name);
-        if (newName.find(PathSeparator) != std::string::npos)
-            places.insert(ToLower(JoinPath(folder, newName)));
-    }
-}
-
-void RenameTree(RenameRun& run, const std::string& folder, Places& places) {
-    const std::vector<std::string> subfolders = Subfolders(run.app, folder);
-    RenameFilesOfTree(run, folder, places);
-    for (const std::string& subfolder : subfolders) RenameTree(run, subfolder, places);
+bool IsNameOfFile(const App& app, const std::string& folder, const std::string& text) {
+    return text.find(PathSeparator) == std::string::npos && app.files.FileExists(JoinPath(folder, text));
 }
 
 }  // namespace
@@ -51,8 +38,10 @@ void ClearRenameMap(RenameRun& run) {
 
 std::string RenameOne(RenameRun& run, const std::string& folder, const std::string& name) {
     TellFolder(run, folder);
-    std::string newName = name;
-    run.app.defaultWaveFile->RenameFileByTAGsData(folder, newName, run.app.state.RenameFormat);
+    std::string told = name;
+    const bool hasStayed = RenameByTags(run.app, folder, told, run.app.state.RenameFormat).hasStayed;
+    const std::string newName = hasStayed ? name : told;
+    run.places.insert(PlaceOf(run.app, JoinPath(folder, newName)));
     return newName;
 }
 
@@ -63,18 +52,40 @@ std::string RenameAndRemember(RenameRun& run, const std::string& folder, const s
 }
 
 void RenameFolderFiles(RenameRun& run, const std::string& folder) {
+    const std::string place = run.app.files.FollowLinks(folder);
     for (const std::string& name : NamesOfFiles(run.app, folder)) {
-        if (IsMeant(run.app, name)) RenameAndRemember(run, folder, name);
+        if (!IsMeant(run.app, name) || run.places.contains(JoinPath(place, name))) continue;
+        RenameAndRemember(run, folder, name);
+        run.app.desktop.ServeEvents();
     }
 }
 
 void RenameFolderTree(RenameRun& run, const std::string& folder) {
-    Places places;
-    RenameTree(run, folder, places);
+    const std::vector<std::string> subfolders = Subfolders(run.app, folder);
+    RenameFolderFiles(run, folder);
+    for (const std::string& subfolder : subfolders) RenameFolderTree(run, subfolder);
 }
 
 void RenameFolder(RenameRun& run, const std::string& folder) {
     run.app.state.ProcessSubfolders ? RenameFolderTree(run, folder) : RenameFolderFiles(run, folder);
+}
+
+std::string TakeFolderOfFileSpec(App& app, const std::string& folder) {
+    std::string& given = app.state.FileSpec;
+    if (BeginsWithSlash(app.files, given) || IsNameOfFile(app, folder, given)) return folder;
+    const FolderAndMask work = SplitFileSpec(app.files, given);
+    if (work.mask.size() == given.size()) return folder;
+    given = work.mask;
+    return work.folder;
+}
+
+std::string PlaceOf(const App& app, const std::string& path) {
+    const std::string real = app.files.FollowLinks(path);
+    if (real == path) return path;
+    const std::string name(NamePart(path));
+    const std::string onDisk(NamePart(real));
+    return JoinPath(app.files.FollowLinks(std::string(FolderPart(path))),
+                    EqualsIgnoringCase(onDisk, name) ? onDisk : name);
 }
 
 bool MatchesFileSpec(const App& app, const std::string& name) {

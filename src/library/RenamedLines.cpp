@@ -1,7 +1,7 @@
 #include "library/RenamedLines.h"
 
 #include <algorithm>
-#include <vector>
+#include <filesystem>
 
 #include "core/Strings.h"
 #include "platform/Paths.h"
@@ -32,27 +32,19 @@ bool IsComment(const std::string& line) {
     return line.starts_with('#') && !HoldsBackslash(line);
 }
 
-/// Bytes of the folder part with its separator; 0 for a bare name.
-std::size_t FolderLength(const std::string& native) {
+}  // namespace
+
+std::size_t RenamedLines::Reading::FolderLength() const {
     return native.rfind(PathSeparator) + 1;
 }
 
-std::vector<std::string> ReadingsOf(const std::string& line, const CodePage& ansi) {
-    if (IsValidUtf8(line)) return {line};
-    return {line, ansi.Decode(line)};
-}
-
-/// `newPath` as a line writes paths that has `text` for `native`: a folder that stays keeps its bytes.
-std::string InStyleOf(const std::string& text, const std::string& native, const std::string& newPath) {
-    const std::size_t length = FolderLength(native);
+std::string RenamedLines::Reading::InStyle(const std::string& newPath) const {
+    const std::size_t length = FolderLength();
     const bool folderStays = newPath.starts_with(native.substr(0, length));
     const std::string rest = folderStays ? newPath.substr(length) : newPath;
-    const bool hasBackslashes = text != native;
     return (folderStays ? text.substr(0, length) : std::string()) +
-           (hasBackslashes ? Exchanged(rest, PathSeparator, Backslash) : rest);
+           (usesBackslashes ? Exchanged(rest, PathSeparator, Backslash) : rest);
 }
-
-}  // namespace
 
 RenamedLines::RenamedLines(RenameRun& run, const std::string& folder, bool renameFiles)
     : run_(run), folder_(folder), prefix_(WithClosingSeparator(folder)), renameFiles_(renameFiles) {}
@@ -60,49 +52,71 @@ RenamedLines::RenamedLines(RenameRun& run, const std::string& folder, bool renam
 std::optional<std::string> RenamedLines::NewLine(const std::string& line) {
     // What lies elsewhere is never renamed by a list.
     if (IsAbsoluteEntry(line)) return line;
-    for (const std::string& text : ReadingsOf(line, run_.app.ansi)) {
-        const std::optional<std::string> known = Remembered(text);
+    const std::vector<Reading> readings = ReadingsOf(line);
+    for (const Reading& reading : readings) {
+        const std::optional<std::string> known = Remembered(reading);
         // A file that kept its name keeps the bytes of its line, in whatever code page they are.
-        if (known) return *known == text ? line : known;
+        if (known) return *known == reading.text ? line : known;
     }
-    return renameFiles_ ? NewNameOf(line) : line;
+    return renameFiles_ ? NewNameOf(line, readings) : line;
 }
 
-std::optional<std::string> RenamedLines::Remembered(const std::string& text) const {
-    if (const std::string* name = run_.map->Find(prefix_ + text)) return InStyleOf(text, text, *name);
-    if (!HoldsBackslash(text)) return std::nullopt;
-    const std::string native = Exchanged(text, Backslash, PathSeparator);
-    const std::string* name = run_.map->Find(prefix_ + native);
-    if (name == nullptr || NamesSomething(text)) return std::nullopt;
-    return InStyleOf(text, native, *name);
+std::vector<RenamedLines::Reading> RenamedLines::ReadingsOf(const std::string& line) const {
+    if (IsValidUtf8(line)) return {ReadingOf(line)};
+    return {ReadingOf(line), ReadingOf(run_.app.ansi.Decode(line))};
 }
 
-std::optional<std::string> RenamedLines::NewNameOf(const std::string& line) {
-    for (const std::string& text : ReadingsOf(line, run_.app.ansi)) {
-        const std::string native = NativeForm(text);
-        if (!run_.app.files.FileExists(prefix_ + native)) continue;
-        const std::string renamed = Rename(text, native);
-        return renamed == text ? line : renamed;
+/// FileSystem::ToNativePath for a path that counts from the folder of the list. A backslash may be part of a
+/// name; the one of a file that the run has renamed is no longer there to be found.
+RenamedLines::Reading RenamedLines::ReadingOf(const std::string& text) const {
+    if (!HoldsBackslash(text) || run_.map->Find(prefix_ + text) != nullptr || NamesSomething(text))
+        return {text, text, false};
+    return {text, Exchanged(text, Backslash, PathSeparator), true};
+}
+
+/// A name in another case stands for the one of the map unless a file bears it.
+std::optional<std::string> RenamedLines::Remembered(const Reading& reading) const {
+    const std::string path = prefix_ + reading.native;
+    const RenamedEntry* entry = run_.map->Find(path);
+    if (entry == nullptr || (!run_.map->Holds(path) && IsFileThatKeptItsName(path))) return std::nullopt;
+    return reading.InStyle(FromHere(*entry));
+}
+
+std::string RenamedLines::FromHere(const RenamedEntry& entry) const {
+    if (entry.countsFrom.empty() || entry.countsFrom == prefix_) return entry.newName;
+    const std::filesystem::path path(LexicalPath(entry.countsFrom + entry.newName));
+    return path.lexically_relative(LexicalPath(folder_)).string();
+}
+
+std::optional<std::string> RenamedLines::NewNameOf(const std::string& line,
+                                                   const std::vector<Reading>& readings) {
+    for (const Reading& reading : readings) {
+        const std::string path = prefix_ + reading.native;
+        if (!run_.app.files.FileExists(path)) continue;
+        if (run_.places.contains(PlaceOf(run_.app, path))) return line;
+        const std::string renamed = Rename(reading);
+        return renamed == reading.text ? line : renamed;
     }
-    const std::string native = NativeForm(line);
     // Comments go too: they tell of the old names.
-    if (FolderLength(native) == 0 || IsComment(line)) return std::nullopt;
-    return Rename(line, native);
+    if (readings.front().FolderLength() == 0 || IsComment(line)) return std::nullopt;
+    return Rename(readings.front());
 }
 
-std::string RenamedLines::Rename(const std::string& text, const std::string& native) {
-    const std::size_t length = FolderLength(native);
-    const std::string subfolder = native.substr(0, length);
-    const std::string folder = length == 0 ? folder_ : prefix_ + native.substr(0, length - 1);
-    const std::string newPath = subfolder + RenameOne(run_, folder, native.substr(length));
-    run_.map->Add(prefix_ + native, newPath);
-    return InStyleOf(text, native, newPath);
+std::string RenamedLines::Rename(const Reading& reading) {
+    const std::size_t length = reading.FolderLength();
+    const std::string subfolder = reading.native.substr(0, length);
+    const std::string folder = length == 0 ? folder_ : prefix_ + reading.native.substr(0, length - 1);
+    const std::string newPath = subfolder + RenameOne(run_, folder, reading.native.substr(length));
+    run_.map->Add(prefix_ + reading.native, newPath, prefix_);
+    run_.app.desktop.ServeEvents();
+    return reading.InStyle(newPath);
 }
 
-/// FileSystem::ToNativePath for a path that counts from the folder of the list.
-std::string RenamedLines::NativeForm(const std::string& text) const {
-    if (!HoldsBackslash(text) || NamesSomething(text)) return text;
-    return Exchanged(text, Backslash, PathSeparator);
+/// Whether the path is the very spelling of a file that this run has neither renamed nor put there.
+bool RenamedLines::IsFileThatKeptItsName(const std::string& path) const {
+    if (!run_.app.files.FileExists(path)) return false;
+    const std::string place = PlaceOf(run_.app, path);
+    return NamePart(place) == NamePart(path) && !run_.places.contains(place);
 }
 
 bool RenamedLines::NamesSomething(const std::string& text) const {

@@ -43,7 +43,7 @@ class RenameFailureTest : public ::testing::Test {
         plan.extension = ".MP3";
         plan.wanted = wanted;
         std::string name = "old.mp3";
-        EXPECT_EQ(RenameAsPlanned(app, plan, app.folder.Path(), name), 0);
+        EXPECT_EQ(RenameAsPlanned(app, plan, app.folder.Path(), name).result, 0);
         return name;
     }
 
@@ -225,9 +225,67 @@ TEST_F(RenameFailureTest, OldNameThatIsNoUtf8_IsToldAsText) {
     plan.extension = ".MP3";
     plan.wanted = {"", "none/a"};
     app.desktop.inputs = {"none/b"};
-    EXPECT_EQ(RenameAsPlanned(app, plan, app.folder.Path(), name), 0);
+    EXPECT_EQ(RenameAsPlanned(app, plan, app.folder.Path(), name).result, 0);
     EXPECT_EQ(name, "\xE9.MP3");
     ExpectWarnings({StillIncorrect("é.mp3")});
+}
+
+TEST_F(RenameFailureTest, DeadLinkHasTheName_CountsAsTaken) {
+    std::filesystem::create_symlink("nowhere", Path("a.MP3"));
+    EXPECT_EQ(Rename({"", "a"}), "a {2}.MP3");
+    EXPECT_TRUE(IsAt("a {2}.MP3"));
+    EXPECT_TRUE(std::filesystem::is_symlink(Path("a.MP3")));
+    EXPECT_TRUE(app.desktop.questions.empty());
+}
+
+TEST_F(RenameFailureTest, DeadLinkHasANumberedName_ItsNumberIsNotKept) {
+    TakeNames("a", 1);
+    std::filesystem::create_symlink("nowhere", Path("a {2}.MP3"));
+    std::filesystem::create_symlink("nowhere", Path("A {3}.mp3"));
+    EXPECT_EQ(Rename({"", "a"}), "a {4}.MP3");
+    EXPECT_TRUE(IsAt("a {4}.MP3"));
+    EXPECT_TRUE(app.desktop.questions.empty());
+}
+
+TEST_F(RenameFailureTest, FolderIsThereInAnotherCase_TheNameHasTheSpellingOfTheDisk) {
+    std::filesystem::create_directory(Path("abba"));
+    EXPECT_EQ(Rename({"ABBA", "Song"}), "abba/Song.MP3");
+    EXPECT_TRUE(IsAt("abba/Song.MP3"));
+}
+
+TEST_F(RenameFailureTest, FolderIsALink_KeepsTheNameOfTheLink) {
+    std::filesystem::create_directory(Path("elsewhere"));
+    std::filesystem::create_directory_symlink("elsewhere", Path("ABBA"));
+    EXPECT_EQ(Rename({"ABBA", "Song"}), "ABBA/Song.MP3");
+    EXPECT_TRUE(IsAt("elsewhere/Song.MP3"));
+}
+
+TEST_F(RenameFailureTest, FolderFails_AnswerInAnotherCase_HasTheSpellingOfTheDisk) {
+    app.folder.Write("Artist", "x");
+    std::filesystem::create_directory(Path("other"));
+    app.desktop.inputs = {"OTHER"};
+    EXPECT_EQ(Rename({"Artist", "Title"}), "other/Title.MP3");
+}
+
+TEST_F(RenameFailureTest, FolderFails_AnswerWithBackslash_IsAPath) {
+    app.folder.Write("Artist", "x");
+    std::filesystem::create_directory(Path("sub"));
+    app.desktop.inputs = {"sub\\New"};
+    EXPECT_EQ(Rename({"Artist", "Title"}), "sub/New/Title.MP3");
+    EXPECT_TRUE(IsAt("sub/New/Title.MP3"));
+}
+
+TEST_F(RenameFailureTest, MoveFails_AnswerWithBackslash_IsAPath) {
+    std::filesystem::create_directory(Path("sub"));
+    app.desktop.inputs = {"sub\\b"};
+    EXPECT_EQ(Rename({"", "a"}, {Mode::OnlyTheNth, 1}), "sub/b.MP3");
+    EXPECT_TRUE(IsAt("sub/b.MP3"));
+}
+
+TEST_F(RenameFailureTest, MoveFails_NameOfferedIsConfirmed_KeepsItsBackslash) {
+    app.desktop.inputs = {"a\\b"};
+    EXPECT_EQ(Rename({"", "a\\b"}, {Mode::OnlyTheNth, 1}), "a\\b.MP3");
+    EXPECT_TRUE(IsAt("a\\b.MP3"));
 }
 
 TEST_F(RenameFailureTest, FolderFails_ThePersonGivesAnother) {

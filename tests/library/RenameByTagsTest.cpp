@@ -209,7 +209,7 @@ TEST_F(RenameByTagsTest, OtherModes_LeaveTranslationAsItIs) {
 
 TEST_F(RenameByTagsTest, Mode4_TakesTheFolderThatIsThereInAnyCase) {
     EXPECT_EQ(Renamed("a.mp3", Song("Artist", "One"), 4), "Artist/One.MP3");
-    EXPECT_EQ(Renamed("b.mp3", Song("ARTIST", "Two"), 4), "ARTIST/Two.MP3");
+    EXPECT_EQ(Renamed("b.mp3", Song("ARTIST", "Two"), 4), "Artist/Two.MP3");
     EXPECT_EQ(Names(), (Texts{"Artist", "Artist/One.MP3", "Artist/Two.MP3"}));
 }
 

@@ -30,6 +30,7 @@ TEST_F(RenameCommands, SelectedFiles_CompressedOnesAreRenamed) {
     MakeSong("two.mp3", "Two");
     RenameSelectedFiles(app, Root(), {"one.mp3", "untagged.mp3", "bad.mp3", "text.txt", "two.mp3"}, Record());
     EXPECT_EQ(told, (Texts{"one.mp3 -> A - One.MP3", "two.mp3 -> A - Two.MP3"}));
+    EXPECT_EQ(app.desktop.servedEvents, 4);
     EXPECT_EQ(Names(), (Texts{"A - One.MP3", "A - Two.MP3", "bad.mp3", "text.txt", "untagged.mp3"}));
 }
 
@@ -144,6 +145,27 @@ TEST_F(RenameCommands, Extended_FoldersOfArtists_LeaveSubfoldersAlone) {
     Extended({.folder = {}, .mask = {}, .processSubfolders = true, .updatePlaylists = true});
     EXPECT_EQ(Names(), (Texts{"A/One.MP3", "list.m3u", "sub/two.mp3"}));
     EXPECT_EQ(app.folder.Read("list.m3u"), "A/One.MP3\n");
+}
+
+TEST_F(RenameCommands, Extended_FailureInASelection_TheListsLearnTheNamesGivenBefore) {
+    MakeSong("one.mp3", "One");
+    Make("bad.mp3", SongThatFails());
+    Make("list.m3u", "one.mp3\nbad.mp3\n");
+    const ExtendedRename choice = {.folder = {},
+                                   .filter = Filter::SelectedFiles,
+                                   .mask = {},
+                                   .selected = {"one.mp3", "bad.mp3"},
+                                   .updatePlaylists = true};
+    EXPECT_EQ(RuntimeErrorOf([&] { Extended(choice); }), 13);
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A - One.MP3\nbad.mp3\n");
+}
+
+TEST_F(RenameCommands, FilesOfPlaylists_NewNameThatWasAnothersOldName_StaysTrue) {
+    MakeSong("A - One.mp3", "Two");
+    MakeSong("x.mp3", "One");
+    Make("a.m3u", "A - One.mp3\nx.mp3\n");
+    RenameFilesOfPlaylists(app, Root(), {"a.m3u"});
+    EXPECT_EQ(app.folder.Read("a.m3u"), "A - Two.MP3\nA - One.MP3\n");
 }
 
 TEST_F(RenameCommands, Extended_Failure_EndsIt) {

@@ -120,14 +120,45 @@ TEST_F(RenameJobs, RenameByPlaylists_ListInASubfolder) {
     EXPECT_EQ(app.folder.Read("sub/a.m3u"), "A - One.MP3\n");
 }
 
-TEST_F(RenameJobs, RenameByPlaylists_Failure_EndsTheJobBeforeTheOtherListsLearn) {
+TEST_F(RenameJobs, RenameByPlaylists_TwiceOverFilesOfTheSameTags_TheListStaysTrue) {
+    const std::string first =
+        Mp3().Behind(Id3v1{.title = "T", .artist = "A", .comment = "first"}.Bytes()).Bytes();
+    const std::string second = Song("A", "T");
+    Make("1.mp3", first);
+    Make("2.mp3", second);
+    Make("list.m3u", "1.mp3\n2.mp3\n");
+    Run(RenameByPlaylistsJob, "*.m3u");
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A - T.MP3\nA - T {2}.MP3\n");
+    Run(RenameByPlaylistsJob, "*.m3u");
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A - T {3}.MP3\nA - T.MP3\n");
+    EXPECT_EQ(app.folder.Read("A - T {3}.MP3"), first);
+    EXPECT_EQ(app.folder.Read("A - T.MP3"), second);
+}
+
+TEST_F(RenameJobs, RenameWithPlaylists_Failure_TheListsLearnTheNamesGivenBefore) {
+    MakeSong("one.mp3", "One");
+    Make("sub/bad.mp3", SongThatFails());
+    Make("list.m3u", "one.mp3\nsub/bad.mp3\n");
+    EXPECT_EQ(RuntimeErrorOf([&] { Run(RenameWithPlaylistsJob, "*.*", true); }), 13);
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A - One.MP3\nsub/bad.mp3\n");
+}
+
+TEST_F(RenameJobs, RenameWithPlaylists_FolderThatIsNotThere_TouchesNoOther) {
+    Make("list.m3u", "one.mp3\n");
+    std::ostringstream steps;
+    app.steps = &steps;
+    EXPECT_EQ(RuntimeErrorOf([&] { Run(RenameWithPlaylistsJob, "none/*.mp3"); }), 76);
+    EXPECT_EQ(steps.str(), "");
+}
+
+TEST_F(RenameJobs, RenameByPlaylists_Failure_TheOtherListsLearnTheNamesGivenBefore) {
     MakeSong("one.mp3", "One");
     Make("bad.mp3", SongThatFails());
     Make("a.m3u", "one.mp3\nbad.mp3\n");
     Make("b.m3u", "one.mp3\n");
     EXPECT_EQ(RuntimeErrorOf([&] { Run(RenameByPlaylistsJob, "a.m3u"); }), 13);
     EXPECT_EQ(app.folder.Read("a.m3u"), "A - One.MP3\nbad.mp3\n");
-    EXPECT_EQ(app.folder.Read("b.m3u"), "one.mp3\n");
+    EXPECT_EQ(app.folder.Read("b.m3u"), "A - One.MP3\n");
 }
 
 }  // namespace

@@ -6,8 +6,8 @@ namespace zefta::test {
 namespace {
 
 std::string Found(const RenameMap& map, const std::string& path) {
-    const std::string* name = map.Find(path);
-    return name == nullptr ? "(none)" : *name;
+    const RenamedEntry* entry = map.Find(path);
+    return entry == nullptr ? "(none)" : entry->newName;
 }
 
 TEST(RenameMap, Find_WhatWasAdded) {
@@ -41,6 +41,39 @@ TEST(RenameMap, Add_PathThatIsThere_KeepsItsName) {
     map.Add("/m/a.mp3", "second");
     EXPECT_EQ(Found(map, "/m/a.mp3"), "first");
     EXPECT_EQ(map.Count(), 1U);
+}
+
+TEST(RenameMap, Find_PathWithDots_IsThatOfThePlainPath) {
+    RenameMap map;
+    map.Add("/m/./a.mp3", "new a");
+    map.Add("/m/b.mp3", "new b");
+    EXPECT_EQ(Found(map, "/m/a.mp3"), "new a");
+    EXPECT_EQ(Found(map, "/m/sub/../B.mp3"), "new b");
+    EXPECT_EQ(Found(map, "/m//b.mp3"), "new b");
+    EXPECT_EQ(Found(map, "/m/sub/b.mp3"), "(none)");
+}
+
+TEST(RenameMap, Holds_TheVerySpellingOnly) {
+    RenameMap map;
+    map.Add("/m/a.mp3", "new");
+    EXPECT_TRUE(map.Holds("/m/./a.mp3"));
+    EXPECT_FALSE(map.Holds("/m/A.mp3"));
+}
+
+TEST(RenameMap, Add_WhereANameCountsFrom) {
+    RenameMap map;
+    map.Add("/m/s/a.mp3", "s/new", "/m/");
+    map.Add("/m/b.mp3", "new");
+    EXPECT_EQ(map.Find("/m/s/a.mp3")->countsFrom, "/m/");
+    EXPECT_EQ(map.Find("/m/b.mp3")->countsFrom, "");
+}
+
+TEST(LexicalPath, Dots_AreTakenOut) {
+    EXPECT_EQ(LexicalPath("/m/a.mp3"), "/m/a.mp3");
+    EXPECT_EQ(LexicalPath("/m/./a.mp3"), "/m/a.mp3");
+    EXPECT_EQ(LexicalPath("/m/s/../../n/a.mp3"), "/n/a.mp3");
+    EXPECT_EQ(LexicalPath("/../a.mp3"), "/a.mp3");
+    EXPECT_EQ(LexicalPath("/m/.hidden/..a.mp3"), "/m/.hidden/..a.mp3");
 }
 
 TEST(RenameMap, Find_BytesThatAreNoText) {

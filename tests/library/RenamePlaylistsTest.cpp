@@ -21,6 +21,8 @@ class RenamePlaylistsTest : public RenameStage {
 
     std::string After(const std::string& list, bool renameFiles) {
         app.folder.Write("list.m3u", list);
+        // It is another list of that name.
+        run.finishedLines.clear();
         RenamePlaylists(run, Root(), renameFiles);
         return app.folder.Read("list.m3u");
     }
@@ -70,7 +72,7 @@ TEST_F(RenamePlaylistsTest, RefusedFile_KeepsItsLineAndIsRemembered) {
     Make("text.txt", "x");
     EXPECT_EQ(Renamed("untagged.mp3\ntext.txt\n"), "untagged.mp3\ntext.txt\n");
     ASSERT_NE(run.map->Find(Root() + "/untagged.mp3"), nullptr);
-    EXPECT_EQ(*run.map->Find(Root() + "/untagged.mp3"), "untagged.mp3");
+    EXPECT_EQ(run.map->Find(Root() + "/untagged.mp3")->newName, "untagged.mp3");
 }
 
 TEST_F(RenamePlaylistsTest, TwoListsNameOneFile_TheSecondOnlyLearnsTheName) {
@@ -97,7 +99,7 @@ TEST_F(RenamePlaylistsTest, Subfolder_IsKeptBeforeTheNewName) {
     MakeSong("cd1/deep/two.mp3", "Two");
     EXPECT_EQ(Renamed("cd1\\one.mp3\ncd1\\deep\\two.mp3\n"), "cd1\\A - One.MP3\ncd1\\deep\\A - Two.MP3\n");
     EXPECT_EQ(Names(), (Texts{"cd1/A - One.MP3", "cd1/deep/A - Two.MP3", "list.m3u"}));
-    EXPECT_EQ(*run.map->Find(Root() + "/cd1/one.mp3"), "cd1/A - One.MP3");
+    EXPECT_EQ(run.map->Find(Root() + "/cd1/one.mp3")->newName, "cd1/A - One.MP3");
 }
 
 TEST_F(RenamePlaylistsTest, Separators_AreThoseOfTheLine) {
@@ -126,7 +128,7 @@ TEST_F(RenamePlaylistsTest, BackslashThatIsPartOfAName_IsNoSeparator) {
 TEST_F(RenamePlaylistsTest, LineWithSubfolderThatNamesNothing_Stays) {
     EXPECT_EQ(Renamed("cd1\\gone.mp3\ncd1/gone.mp3\nsub\\\n\\\\server\\share\\a.mp3\n"),
               "cd1\\gone.mp3\ncd1/gone.mp3\nsub\\\n\\\\server\\share\\a.mp3\n");
-    EXPECT_EQ(*run.map->Find(Root() + "/cd1/gone.mp3"), "cd1/gone.mp3");
+    EXPECT_EQ(run.map->Find(Root() + "/cd1/gone.mp3")->newName, "cd1/gone.mp3");
 }
 
 TEST_F(RenamePlaylistsTest, AbsoluteEntries_Stay) {
@@ -150,6 +152,126 @@ TEST_F(RenamePlaylistsTest, StaleTemporaryList_IsTreatedLikeAnyOther) {
     EXPECT_EQ(Renamed("one.mp3\n"), "A - One.MP3\n");
     EXPECT_EQ(app.folder.Read("temp.m3u"), "A - Two.MP3\n");
     EXPECT_EQ(Names(), (Texts{"A - One.MP3", "A - Two.MP3", "list.m3u", "temp.m3u"}));
+}
+
+TEST_F(RenamePlaylistsTest, EventsAreServedForEachLineThatRenames) {
+    MakeSong("one.mp3", "One");
+    MakeSong("two.mp3", "Two");
+    Renamed("#EXTM3U\none.mp3\none.mp3\n/absolute.mp3\ngone.mp3\ntwo.mp3\n");
+    EXPECT_EQ(app.desktop.servedEvents, 2);
+}
+
+TEST_F(RenamePlaylistsTest, TwinsInAnotherCase_AreTwoFiles) {
+    MakeSong("x.mp3", "Small");
+    MakeSong("X.mp3", "Large");
+    EXPECT_EQ(Renamed("x.mp3\nX.mp3\nx.MP3\n"), "A - Small.MP3\nA - Large.MP3\nA - Small.MP3\n");
+    EXPECT_EQ(Names(), (Texts{"A - Large.MP3", "A - Small.MP3", "list.m3u"}));
+}
+
+TEST_F(RenamePlaylistsTest, TwinOfAFileThatIsRefused_IsRenamed) {
+    Make("x.mp3", Mp3().Bytes());
+    MakeSong("X.mp3", "Large");
+    EXPECT_EQ(Renamed("x.mp3\nX.mp3\n"), "x.mp3\nA - Large.MP3\n");
+}
+
+TEST_F(RenamePlaylistsTest, LearningALineOfATwin_LeavesIt) {
+    MakeSong("X.mp3", "Large");
+    Remember("x.mp3", "New.MP3");
+    EXPECT_EQ(Learned("X.mp3\nx.mp3\n"), "X.mp3\nNew.MP3\n");
+}
+
+TEST_F(RenamePlaylistsTest, NewNameThatDiffersInCaseOnly_IsTheSameFile) {
+    MakeSong("a - one.mp3", "One");
+    EXPECT_EQ(Renamed("a - one.mp3\nA - ONE.mp3\nA - One.MP3\n"), "A - One.MP3\nA - One.MP3\nA - One.MP3\n");
+    EXPECT_EQ(Names(), (Texts{"A - One.MP3", "list.m3u"}));
+}
+
+TEST_F(RenamePlaylistsTest, PathsWithDots_AreTheSameFile) {
+    std::filesystem::create_directory(app.folder / "sub");
+    MakeSong("x.mp3", "One");
+    MakeSong("y.mp3", "Two");
+    EXPECT_EQ(Renamed("./x.mp3\nx.mp3\nsub/../x.mp3\ny.mp3\n.\\y.mp3\n"),
+              "./A - One.MP3\n./A - One.MP3\n./A - One.MP3\nA - Two.MP3\nA - Two.MP3\n");
+    EXPECT_EQ(Names(), (Texts{"A - One.MP3", "A - Two.MP3", "list.m3u"}));
+}
+
+TEST_F(RenamePlaylistsTest, ListOfTheSubfolder_GetsTheNameAsItCountsFromThere) {
+    app.state.ProcessSubfolders = true;
+    MakeSong("s/x.mp3", "One");
+    MakeSong("y.mp3", "Two");
+    Make("s/list.m3u", "x.mp3\n../y.mp3\n");
+    EXPECT_EQ(Renamed("s/x.mp3\ny.mp3\n"), "s/A - One.MP3\nA - Two.MP3\n");
+    EXPECT_EQ(app.folder.Read("s/list.m3u"), "A - One.MP3\n../A - Two.MP3\n");
+    EXPECT_EQ(Names(), (Texts{"A - Two.MP3", "list.m3u", "s/A - One.MP3", "s/list.m3u"}));
+}
+
+TEST_F(RenamePlaylistsTest, SubfolderWithoutLists_ItsFilesAreNotRenamedTwice) {
+    app.state.ProcessSubfolders = true;
+    app.state.FileSpec = "*";
+    MakeSong("s/x.mp3", "One");
+    MakeSong("s/y.mp3", "Two");
+    EXPECT_EQ(Renamed("s\\x.mp3\n"), "s\\A - One.MP3\n");
+    EXPECT_EQ(Names(), (Texts{"list.m3u", "s/A - One.MP3", "s/A - Two.MP3"}));
+}
+
+TEST_F(RenamePlaylistsTest, LineThatNamesWhatTheRunHasPutThere_Stays) {
+    MakeSong("sub/x.mp3", "One");
+    std::filesystem::create_directory_symlink("sub", app.folder / "link");
+    EXPECT_EQ(Renamed("sub/x.mp3\nlink/A - One.MP3\n"), "sub/A - One.MP3\nlink/A - One.MP3\n");
+}
+
+TEST_F(RenamePlaylistsTest, RuleThatMakesNoName_LeavesLineAndFile) {
+    app.state.RenameFormat = 6;
+    app.state.CustomRenameTemplate = "%Y";
+    MakeSong("one.mp3", "One");
+    MakeSong("sub/two.mp3", "Two");
+    EXPECT_EQ(Renamed("one.mp3\nsub\\two.mp3\none.mp3\n"), "one.mp3\nsub\\two.mp3\none.mp3\n");
+    EXPECT_EQ(Names(), (Texts{"list.m3u", "one.mp3", "sub/two.mp3"}));
+}
+
+TEST_F(RenamePlaylistsTest, LinesThatNameNoFile_AreNoted) {
+    MakeSong("one.mp3", "One");
+    Renamed("#EXTM3U\n\none.mp3\ngone.mp3\n");
+    Renamed("gone.mp3\nfar.mp3\nsub/gone.mp3\n");
+    EXPECT_EQ(app.desktop.notes, (Texts{"list.m3u: 1 line names no file and was left out.",
+                                        "list.m3u: 2 lines name no file and were left out."}));
+}
+
+// What a pass that renames has written.
+
+TEST_F(RenamePlaylistsTest, ListThatWasWritten_IsNotLookedUpAgain) {
+    MakeSong("A - One.mp3", "Two");
+    MakeSong("x.mp3", "One");
+    app.folder.Write("list.m3u", "A - One.mp3\nx.mp3\n");
+    Make("zz/other.m3u", "../A - One.mp3\n");
+    RenamePlaylists(run, Root(), true);
+    RenamePlaylists(run, Root(), false);
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A - Two.MP3\nA - One.MP3\n");
+}
+
+TEST_F(RenamePlaylistsTest, ListThatWasWrittenUpToAFailure_LearnsTheRest) {
+    MakeSong("A - One.mp3", "Two");
+    MakeSong("x.mp3", "One");
+    MakeSong("late.mp3", "Late");
+    Make("bad.mp3", SongThatFails());
+    app.folder.Write("a.m3u", "A - One.mp3\nx.mp3\nbad.mp3\nlate.mp3\n");
+    app.folder.Write("b.m3u", "late.mp3\n");
+    app.state.FileSpec = "a.m3u";
+    EXPECT_EQ(RuntimeErrorOf([&] { RenamePlaylists(run, Root(), true); }), 13);
+    app.state.FileSpec = "b.m3u";
+    RenamePlaylists(run, Root(), true);
+    app.state.FileSpec = AllPlaylists;
+    RenamePlaylists(run, Root(), false);
+    EXPECT_EQ(app.folder.Read("a.m3u"), "A - Two.MP3\nA - One.MP3\nbad.mp3\nA - Late.MP3\n");
+}
+
+TEST_F(RenamePlaylistsTest, ListThatTwoNamesLeadTo_IsWrittenOnce) {
+    MakeSong("A - One.mp3", "Two");
+    MakeSong("x.mp3", "One");
+    app.folder.Write("list.m3u", "A - One.mp3\nx.mp3\n");
+    std::filesystem::create_symlink("list.m3u", app.folder / "link.m3u");
+    RenamePlaylists(run, Root(), true);
+    EXPECT_EQ(app.folder.Read("list.m3u"), "A - Two.MP3\nA - One.MP3\n");
 }
 
 // Learning names from the map.
@@ -268,7 +390,7 @@ TEST_F(RenamePlaylistsTest, FolderWithoutPlaylists_HasItsFilesRenamed) {
     app.state.FileSpec = "o*.mp3";
     RenamePlaylists(run, Root(), true);
     EXPECT_EQ(Names(), (Texts{"A - One.MP3", "two.mp3"}));
-    EXPECT_EQ(*run.map->Find(Root() + "/one.mp3"), "A - One.MP3");
+    EXPECT_EQ(run.map->Find(Root() + "/one.mp3")->newName, "A - One.MP3");
 }
 
 TEST_F(RenamePlaylistsTest, EmptyPlaylist_CountsAsOne) {
@@ -438,7 +560,18 @@ TEST_F(RenamePlaylistsTest, Preview_CountsTheLinesOfEachList) {
     Make("list.m3u", "one.mp3\none.mp3\n");
     app.state.ProcessSubfolders = true;
     RenamePlaylists(run, Root(), false);
-    EXPECT_EQ(steps.str(), "playlist: list.m3u: 2 lines changed\nunchanged: sub/x.m3u\n");
+    EXPECT_EQ(steps.str(), "playlist: list.m3u: 2 lines changed\nin: sub\nunchanged: x.m3u\n");
+}
+
+TEST_F(RenamePlaylistsTest, Preview_TellsLinesThatNameNoFile) {
+    std::ostringstream steps;
+    Make("list.m3u", "#EXTM3U\ngone.mp3\nsub/gone.mp3\n");
+    app.steps = &steps;
+    RenamePlaylists(run, Root(), true);
+    EXPECT_EQ(steps.str(),
+              "in: sub\nrefused: gone.mp3: can't be read\nin: .\n"
+              "refused: gone.mp3: no such file\nplaylist: list.m3u: 2 lines changed\n");
+    EXPECT_TRUE(app.desktop.notes.empty());
 }
 
 TEST_F(RenamePlaylistsTest, Preview_DroppedLinesCount) {

@@ -9,8 +9,8 @@ namespace {
 class RenameWalkers : public RenameStage {
   protected:
     std::string Remembered(const std::string& name) const {
-        const std::string* newName = run.map->Find(Root() + "/" + name);
-        return newName == nullptr ? "(none)" : *newName;
+        const RenamedEntry* entry = run.map->Find(Root() + "/" + name);
+        return entry == nullptr ? "(none)" : entry->newName;
     }
 };
 
@@ -159,6 +159,68 @@ TEST_F(RenameWalkers, Folder_TakesTheSubfoldersWhenTheFlagSaysSo) {
     app.state.FileSpec = "two*";
     RenameFolder(run, Root());
     EXPECT_EQ(Names(), (Texts{"A - One.MP3", "sub/A - Two.MP3"}));
+}
+
+TEST_F(RenameWalkers, FileThatWasRenamedBefore_IsPassedOver) {
+    MakeSong("sub/one.mp3", "One");
+    MakeSong("sub/two.mp3", "Two");
+    std::filesystem::create_directory_symlink("sub", app.folder / "link");
+    RenameOne(run, Root() + "/link", "one.mp3");
+    RenameFolderTree(run, Root());
+    EXPECT_EQ(Names(), (Texts{"link", "sub/A - One.MP3", "sub/A - Two.MP3"}));
+}
+
+TEST_F(RenameWalkers, EventsAreServedOnceForEachFile) {
+    for (const char* name : {"one.mp3", "two.mp3", "sub/three.mp3"}) MakeSong(name, name);
+    Make("text.txt", "x");
+    RenameFolderTree(run, Root());
+    EXPECT_EQ(app.desktop.servedEvents, 3);
+}
+
+TEST_F(RenameWalkers, RuleThatMakesNoName_LeavesTheFileItsOwn) {
+    app.state.RenameFormat = 6;
+    app.state.CustomRenameTemplate = "%Y";
+    MakeSong("one.mp3", "One");
+    NewRenameMap(run);
+    RenameFolderFiles(run, Root());
+    EXPECT_EQ(Names(), Texts{"one.mp3"});
+    EXPECT_EQ(Remembered("one.mp3"), "one.mp3");
+}
+
+TEST_F(RenameWalkers, FolderOfAnArtistInAnotherCase_IsRememberedAsItIs) {
+    app.state.RenameFormat = FormatWithFolder;
+    Make("one.mp3", Song("ABBA", "One"));
+    std::filesystem::create_directory(app.folder / "abba");
+    NewRenameMap(run);
+    RenameFolderFiles(run, Root());
+    EXPECT_EQ(Remembered("one.mp3"), "abba/One.MP3");
+}
+
+TEST_F(RenameWalkers, ConversionFailure_NamesTheFileAndIsToldInAPreview) {
+    std::ostringstream steps;
+    app.steps = &steps;
+    Make("bad.mp3", SongThatFails());
+    try {
+        RenameFolderFiles(run, Root());
+        FAIL() << "no failure";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Text(), "Type mismatch: " + Root() + "/bad.mp3");
+    }
+    EXPECT_EQ(steps.str(), "refused: bad.mp3: Type mismatch\n");
+}
+
+TEST_F(RenameWalkers, TakeFolderOfFileSpec_FolderPart_IsAbsoluteAndGoes) {
+    const std::string other = "/other";
+    std::filesystem::create_directory(app.folder / "sub");
+    app.state.FileSpec = "sub\\*.mp3";
+    EXPECT_EQ(TakeFolderOfFileSpec(app, other), app.files.CurrentFolder() + "/sub");
+    EXPECT_EQ(app.state.FileSpec, "*.mp3");
+    EXPECT_EQ(TakeFolderOfFileSpec(app, other), other);
+    app.state.FileSpec = "/music/x/*.mp3";
+    EXPECT_EQ(TakeFolderOfFileSpec(app, other), "/music/x");
+    app.state.FileSpec = "/unknown";
+    EXPECT_EQ(TakeFolderOfFileSpec(app, other), other);
+    EXPECT_EQ(app.state.FileSpec, "/unknown");
 }
 
 TEST_F(RenameWalkers, RenameAndRemember_GivesTheNewName) {
