@@ -52,78 +52,78 @@ std::optional<FolderIndex::Stamp> FolderIndex::StampOf(const std::string& folder
     return Stamp{status.st_dev, status.st_ino, status.st_size, status.st_mtim, status.st_ctim};
 }
 
-FolderIndex::Names& FolderIndex::NamesOf(const Stamp& stamp, bool& isNew) {
+FolderIndex::Names* FolderIndex::Find(const Stamp& stamp) {
     const auto found = std::find_if(folders_.begin(), folders_.end(),
                                     [&](const Names& names) { return names.stamp.IsOfFolder(stamp); });
-    isNew = found == folders_.end();
-    if (!isNew) {
-        std::rotate(found, found + 1, folders_.end());
-        return folders_.back();
-    }
-    if (folders_.size() == RememberedFolders) folders_.erase(folders_.begin());
-    return folders_.emplace_back();
+    return found == folders_.end() ? nullptr : &*found;
 }
 
-FolderIndex::Names* FolderIndex::FilledNamesOf(const Stamp& stamp) {
-    const auto found = std::find_if(folders_.begin(), folders_.end(), [&](const Names& names) {
-        return names.isFilled && names.stamp.IsOfFolder(stamp);
-    });
-    return found == folders_.end() ? nullptr : &*found;
+/// The folder is remembered with that stamp and no names, in the place of what was known of it.
+void FolderIndex::StartAnew(Names* names, const Stamp& stamp) {
+    if (names != nullptr) {
+        folders_.erase(folders_.begin() + (names - folders_.data()));
+    } else if (folders_.size() == RememberedFolders) {
+        folders_.erase(folders_.begin());
+    }
+    folders_.emplace_back().stamp = stamp;
+}
+
+std::vector<std::string> FolderIndex::NamesInAnyCase(const Stamp& stamp, const std::string& folder,
+                                                     const std::string& name) {
+    const std::lock_guard lock(mutex_);
+    Names* names = Find(stamp);
+    if (names == nullptr || !(names->stamp == stamp)) {
+        StartAnew(names, stamp);
+        return zefta::NamesInAnyCase(folder, name);
+    }
+    if (!names->isFilled) {
+        // The stamp is older than the look: a change in between is seen the next time.
+        ForEachName(folder, [&](const char* entry) { names->byLowerCase.emplace(ToLower(entry), entry); });
+        names->isFilled = true;
+    }
+    return Matches(names->byLowerCase, name);
 }
 
 std::vector<std::string> FolderIndex::NamesInAnyCase(const std::string& folder, const std::string& name) {
     const auto stamp = StampOf(folder);
-    if (!stamp) return {};
-    const std::lock_guard lock(mutex_);
-    bool isNew = false;
-    Names& names = NamesOf(*stamp, isNew);
-    if (isNew) {
-        names.stamp = *stamp;
-        return zefta::NamesInAnyCase(folder, name);
-    }
-    if (!names.isFilled || !(names.stamp == *stamp)) {
-        // The stamp is older than the look: a change in between is seen the next time.
-        names.stamp = *stamp;
-        names.isFilled = true;
-        names.byLowerCase.clear();
-        ForEachName(folder, [&](const char* entry) { names.byLowerCase.emplace(ToLower(entry), entry); });
-    }
-    return Matches(names.byLowerCase, name);
+    return stamp ? NamesInAnyCase(*stamp, folder, name) : std::vector<std::string>();
 }
 
 FolderChange::FolderChange(FolderIndex& index, const std::string& path)
-    : index_(index), folder_(FolderPart(path)), name_(NamePart(path)) {
-    const auto stamp = FolderIndex::StampOf(folder_);
-    if (!stamp) return;
-    const std::lock_guard lock(index_.mutex_);
-    const auto* names = index_.FilledNamesOf(*stamp);
-    isFollowed_ = names != nullptr && names->stamp == *stamp;
+    : index_(index), folder_(FolderPart(path)), before_(FolderIndex::StampOf(folder_)) {}
+
+std::vector<std::string> FolderChange::NamesInAnyCase(const std::string& name) {
+    return before_ ? index_.NamesInAnyCase(*before_, folder_, name) : std::vector<std::string>();
+}
+
+bool FolderChange::IsOfSameFolder(const FolderChange& other) const {
+    return before_ && other.before_ && before_->IsOfFolder(*other.before_);
 }
 
 template <typename Change>
 void FolderChange::Follow(Change change) {
-    if (!isFollowed_) return;
-    const auto stamp = FolderIndex::StampOf(folder_);
-    if (!stamp) return;
+    if (!before_) return;
+    const auto after = FolderIndex::StampOf(folder_);
     const std::lock_guard lock(index_.mutex_);
-    auto* names = index_.FilledNamesOf(*stamp);
-    if (names == nullptr) return;
-    change(names->byLowerCase);
-    names->stamp = *stamp;
+    FolderIndex::Names* names = index_.Find(*before_);
+    if (names == nullptr || !after || !(names->stamp == *before_)) return;
+    if (names->isFilled) change(names->byLowerCase);
+    names->stamp = *after;
+    before_ = after;
 }
 
-void FolderChange::Added() {
-    Follow([&](ByLowerCase& names) { Insert(names, name_); });
+void FolderChange::Added(const std::string& name) {
+    Follow([&](ByLowerCase& names) { Insert(names, name); });
 }
 
-void FolderChange::Removed() {
-    Follow([&](ByLowerCase& names) { Erase(names, name_); });
+void FolderChange::Removed(const std::string& name) {
+    Follow([&](ByLowerCase& names) { Erase(names, name); });
 }
 
-void FolderChange::Renamed(const std::string& name) {
+void FolderChange::Renamed(const std::string& from, const std::string& to) {
     Follow([&](ByLowerCase& names) {
-        Erase(names, name_);
-        Insert(names, name);
+        Erase(names, from);
+        Insert(names, to);
     });
 }
 

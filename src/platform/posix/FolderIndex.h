@@ -43,31 +43,40 @@ class FolderIndex {
 
     struct Names {
         Stamp stamp;
-        /// A folder that is asked about once is looked through and not remembered.
+        /// Only a folder that is asked about twice without a change of others is held.
         bool isFilled = false;
         std::unordered_multimap<std::string, std::string> byLowerCase;
     };
 
     static std::optional<Stamp> StampOf(const std::string& folder);
-    Names& NamesOf(const Stamp& stamp, bool& isNew);
-    Names* FilledNamesOf(const Stamp& stamp);
+    std::vector<std::string> NamesInAnyCase(const Stamp& stamp, const std::string& folder,
+                                            const std::string& name);
+    Names* Find(const Stamp& stamp);
+    void StartAnew(Names* names, const Stamp& stamp);
 
     std::mutex mutex_;
     /// The one asked about last stands last.
     std::vector<Names> folders_;
 };
 
-/// Stands around a change that the process makes to a folder, so that the index need not forget it.
+/// Stands around a change that the process makes to a folder, so that the index need not forget it. Looks at
+/// the folder once before the change and once behind it.
 class FolderChange {
   public:
+    /// Of the folder in which the path lies.
     FolderChange(FolderIndex& index, const std::string& path);
 
-    // The entry of the path, after the change was made.
+    /// As the index tells it, before the change.
+    std::vector<std::string> NamesInAnyCase(const std::string& name);
 
-    void Added();
-    void Removed();
-    /// The same entry under another name of the folder.
-    void Renamed(const std::string& name);
+    bool IsOfSameFolder(const FolderChange& other) const;
+
+    // After the change was made. One of these for each folder: it takes what the folder is like then for its
+    // doing alone.
+
+    void Added(const std::string& name);
+    void Removed(const std::string& name);
+    void Renamed(const std::string& from, const std::string& to);
 
   private:
     template <typename Change>
@@ -75,8 +84,7 @@ class FolderChange {
 
     FolderIndex& index_;
     std::string folder_;
-    std::string name_;
-    bool isFollowed_ = false;
+    std::optional<FolderIndex::Stamp> before_;
 };
 
 }  // namespace zefta

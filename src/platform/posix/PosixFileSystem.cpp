@@ -91,10 +91,21 @@ void PosixFileSystem::DeleteFile(const std::string& path, Force force) {
         throw RuntimeError(ErrorNumber::PermissionDenied, path);
     FolderChange change(index_, spelled);
     if (unlink(spelled.c_str()) == -1) ThrowSystemError(path);
-    change.Removed();
+    change.Removed(NamePart(spelled));
+}
+
+/// The ordinary move: the source is there as spelled, in the same folder, and nobody has the name. True when
+/// it was made; else nothing has changed.
+bool PosixFileSystem::MoveWithinFolder(const std::string& source, const std::string& target) {
+    if (FolderPart(source) != FolderPart(target)) return false;
+    FolderChange change(index_, target);
+    if (!change.NamesInAnyCase(NamePart(target)).empty() || !RenameToFreeName(source, target)) return false;
+    change.Renamed(NamePart(source), NamePart(target));
+    return true;
 }
 
 void PosixFileSystem::MoveFile(const std::string& source, const std::string& target) {
+    if (MoveWithinFolder(source, target)) return;
     const std::string from = Spelled(source);
     const std::string folder = FolderPart(target);
     const std::string to = JoinPath(folder.empty() ? folder : Spelled(folder), NamePart(target));
@@ -103,15 +114,11 @@ void PosixFileSystem::MoveFile(const std::string& source, const std::string& tar
         throw RuntimeError(ErrorNumber::FileAlreadyExists, target);
     }
     FolderChange left(index_, from);
-    if (FolderPart(from) == FolderPart(to)) {
-        MoveWithoutReplacing(from, to, index_);
-        left.Renamed(NamePart(to));
-    } else {
-        FolderChange entered(index_, to);
-        MoveWithoutReplacing(from, to, index_);
-        left.Removed();
-        entered.Added();
-    }
+    FolderChange entered(index_, to);
+    MoveWithoutReplacing(from, to, index_);
+    if (left.IsOfSameFolder(entered)) return left.Renamed(NamePart(from), NamePart(to));
+    left.Removed(NamePart(from));
+    entered.Added(NamePart(to));
 }
 
 void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::string& target) {
@@ -123,7 +130,7 @@ void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::str
     written->Flush();
     FolderChange change(index_, from);
     if (rename(from.c_str(), to.c_str()) == -1) ThrowSystemError(target);
-    change.Removed();
+    change.Removed(NamePart(from));
     FlushFolder(FolderPart(to));
 }
 
@@ -142,7 +149,7 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path)
     if (status && (LacksWriteBit(*status) || !S_ISREG(status->st_mode))) return nullptr;
     FolderChange change(index_, spelled);
     auto file = Open(spelled, O_RDWR | O_CREAT | O_TRUNC);
-    if (file && !status) change.Added();
+    if (file && !status) change.Added(NamePart(spelled));
     return file;
 }
 
@@ -150,7 +157,7 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenNew(const std::string& path) {
     const std::string spelled = Spelled(path);
     FolderChange change(index_, spelled);
     auto file = Open(spelled, O_RDWR | O_CREAT | O_EXCL);
-    if (file) change.Added();
+    if (file) change.Added(NamePart(spelled));
     return file;
 }
 
@@ -191,7 +198,7 @@ void PosixFileSystem::CreateFolder(const std::string& path) {
     const std::string spelled = Spelled(path);
     if (EntryExists(spelled)) throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
     FolderChange change(index_, spelled);
-    if (mkdir(spelled.c_str(), 0777) == 0) return change.Added();
+    if (mkdir(spelled.c_str(), 0777) == 0) return change.Added(NamePart(spelled));
     if (errno == ENOENT) throw RuntimeError(ErrorNumber::PathNotFound, path);
     ThrowSystemError(path);
 }

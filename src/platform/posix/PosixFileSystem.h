@@ -39,6 +39,7 @@ class PosixFileSystem : public FileSystem {
     std::string Spelled(const std::string& path) const;
     std::optional<FileStatus> StatusOf(const std::string& path) const;
     FolderEntry EntryOf(const std::string& folder, const std::string& name, unsigned char type) const;
+    bool MoveWithinFolder(const std::string& source, const std::string& target);
     std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) const;
 
     mutable FolderIndex index_;

@@ -56,7 +56,7 @@ std::vector<std::string> NamesFor(const std::string& target, FolderIndex& index)
 
 /// One step where the file system can do it, else with a look in between; 0, or -1 with errno set.
 int RenameWithoutReplacing(const std::string& source, const std::string& target, FolderIndex& index) {
-    if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return 0;
+    if (RenameToFreeName(source, target)) return 0;
     const bool isUnknownCall = errno == EINVAL || errno == ENOSYS;
     if (errno != EEXIST && !isUnknownCall) return -1;
     // Two spellings of one entry on a file system that folds case are no collision.
@@ -118,6 +118,10 @@ void MoveAcrossFileSystems(const std::string& source, const std::string& target,
 }
 
 }  // namespace
+
+bool RenameToFreeName(const std::string& source, const std::string& target) {
+    return renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0;
+}
 
 bool IsNameTaken(const std::string& source, const std::string& target, FolderIndex& index) {
     const std::vector<std::string> names = NamesFor(target, index);
