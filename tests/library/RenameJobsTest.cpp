@@ -1,7 +1,10 @@
+#include <map>
 #include <sstream>
 
+#include "core/TextLines.h"
 #include "library/RenameJobs.h"
 #include "library/RenameStage.h"
+#include "platform/overlay/OverlayFileSystem.h"
 
 namespace zefta::test {
 namespace {
@@ -12,6 +15,44 @@ class RenameJobs : public RenameStage {
         app.state.FileSpec = fileSpec;
         app.state.ProcessSubfolders = subfolders;
         job(app);
+    }
+
+    /// A folder with all that a job may come to, and lists of every kind of line.
+    void MakeManyFiles() {
+        for (const char* name : {"one.mp3", "sub/three.mp3", "sub/deep/four.mp3"}) MakeSong(name, name);
+        for (const char* name : {"1.mp3", "2.mp3", "sub/1.mp3"}) MakeSong(name, "Same");
+        Make("untagged.mp3", Mp3().Bytes());
+        Make("list.m3u", "#EXTM3U\r\none.mp3\r\n1.mp3\r\nsub\\three.mp3\r\ngone.mp3\r\nuntagged.mp3");
+        Make("sub/list.m3u", "1.mp3\n../2.mp3\n/absolute.mp3\n");
+    }
+
+    using Tree = std::map<std::string, std::string>;
+
+    /// The bytes of all files by their paths, as that file system shows them.
+    static Tree TreeOf(FileSystem& files, const std::string& folder) {
+        Tree tree;
+        for (const FolderEntry& entry : files.List(folder)) {
+            const std::string path = folder + "/" + entry.name;
+            if (entry.isFolder) {
+                tree.merge(TreeOf(files, path));
+            } else {
+                tree[path] = BytesOf(ReadTextLines(files, path));
+            }
+        }
+        return tree;
+    }
+
+    /// The steps of the job run on an overlay of the folder.
+    std::string Preview(void (*job)(App&), std::int16_t format, FileSystem& overlay) {
+        TestApp world(&overlay);
+        overlay.SetCurrentFolder(Root());
+        std::ostringstream steps;
+        world.steps = &steps;
+        world.state = app.state;
+        world.state.RenameFormat = format;
+        world.state.ProcessSubfolders = true;
+        job(world);
+        return steps.str();
     }
 };
 
@@ -159,6 +200,28 @@ TEST_F(RenameJobs, RenameByPlaylists_Failure_TheOtherListsLearnTheNamesGivenBefo
     EXPECT_EQ(RuntimeErrorOf([&] { Run(RenameByPlaylistsJob, "a.m3u"); }), 13);
     EXPECT_EQ(app.folder.Read("a.m3u"), "A - One.MP3\nbad.mp3\n");
     EXPECT_EQ(app.folder.Read("b.m3u"), "A - One.MP3\n");
+}
+
+TEST_F(RenameJobs, Preview_TellsAndDoesWhatARealRunDoes) {
+    for (void (*job)(App&) : {RenameJob, RenameWithPlaylistsJob, RenameByPlaylistsJob}) {
+        for (const std::int16_t format : {std::int16_t{1}, std::int16_t{4}}) {
+            for (const std::string& name : Names()) std::filesystem::remove(app.folder / name);
+            MakeManyFiles();
+            app.state.FileSpec = "*";
+            const Tree before = TreeOf(app.files, Root());
+            OverlayFileSystem overlay(app.files);
+            const std::string steps = Preview(job, format, overlay);
+            const Tree shown = TreeOf(overlay, Root());
+            EXPECT_EQ(TreeOf(app.files, Root()), before);
+            EXPECT_NE(shown, before);
+            std::ostringstream realSteps;
+            app.steps = &realSteps;
+            app.state.RenameFormat = format;
+            Run(job, "*", true);
+            EXPECT_EQ(steps, realSteps.str());
+            EXPECT_TRUE(TreeOf(app.files, Root()) == shown);
+        }
+    }
 }
 
 }  // namespace
