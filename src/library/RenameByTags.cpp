@@ -134,8 +134,8 @@ bool Renaming::MakeFolder(const std::string& folder) {
 /// A folder that is there may have its name in another case, and lists are read where that matters. What a
 /// link leads to is another name altogether.
 std::string Renaming::SpelledAsOnDisk(const std::string& folder) const {
-    const std::string name(NamePart(folder));
-    const std::string onDisk(NamePart(app_.files.FollowLinks(PathOf(folder))));
+    const std::string name = NamePart(folder);
+    const std::string onDisk = NamePart(app_.files.FollowLinks(PathOf(folder)));
     if (name.empty() || !EqualsIgnoringCase(onDisk, name)) return folder;
     return folder.substr(0, folder.size() - name.size()) + onDisk;
 }

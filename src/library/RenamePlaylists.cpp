@@ -136,7 +136,7 @@ void ListRewriting::SaveIfPossible() {
 
 void ListRewriting::TellNoText() {
     TellFolder(run_, FolderPart(path_));
-    TellStep(app_, "refused: " + std::string(NamePart(path_)) + ": no text of lines");
+    TellStep(app_, "refused: " + NamePart(path_) + ": no text of lines");
     Note(": no text of lines; left as it is.");
 }
 
@@ -154,7 +154,7 @@ void ListRewriting::TellMissing() {
 
 void ListRewriting::TellChange() {
     const std::size_t count = CountChanged(list_, texts_);
-    const std::string name(NamePart(path_));
+    const std::string name = NamePart(path_);
     TellStep(app_, count == 0 ? "unchanged: " + name
                               : "playlist: " + name + ": " + std::to_string(count) +
                                     (count == 1 ? " line changed" : " lines changed"));

@@ -82,9 +82,9 @@ std::string TakeFolderOfFileSpec(App& app, const std::string& folder) {
 std::string PlaceOf(const App& app, const std::string& path) {
     const std::string real = app.files.FollowLinks(path);
     if (real == path) return path;
-    const std::string name(NamePart(path));
-    const std::string onDisk(NamePart(real));
-    return JoinPath(app.files.FollowLinks(std::string(FolderPart(path))),
+    const std::string name = NamePart(path);
+    const std::string onDisk = NamePart(real);
+    return JoinPath(app.files.FollowLinks(FolderPart(path)),
                     EqualsIgnoringCase(onDisk, name) ? onDisk : name);
 }
 
