@@ -1,6 +1,9 @@
 #include "library/CopyPlaylist.h"
 
 #include <algorithm>
+#include <optional>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "core/Boxes.h"
@@ -16,6 +19,7 @@
 #include "library/TrackCopy.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 
 namespace zefta {
 
@@ -25,6 +29,8 @@ constexpr std::string_view PlaylistEnding = ".m3u";
 
 struct Track {
     std::string path;
+    /// Behind all links.
+    std::string real;
     std::int64_t bytes = 0;
 };
 
@@ -36,18 +42,58 @@ std::string_view ExtensionOf(std::string_view name) {
     return name.substr(dot);
 }
 
+/// Whether it is a pipe or device. Only what can't be opened pays for the look into its folder.
+bool IsSpecial(const FileSystem& files, const std::string& real) {
+    const std::string name = NamePart(real);
+    const std::vector<FolderEntry> entries = files.List(FolderPart(real));
+    return std::any_of(entries.begin(), entries.end(),
+                       [&](const FolderEntry& entry) { return entry.isSpecial && entry.name == name; });
+}
+
+std::optional<Track> FindTrack(App& app, const std::string& path) {
+    if (path.empty() || !app.files.FileExists(path)) return std::nullopt;
+    const std::string real = app.files.FollowLinks(path);
+    if (!app.files.OpenReadOnly(path) && IsSpecial(app.files, real)) return std::nullopt;
+    return Track{path, real, app.files.FileSize(path)};
+}
+
 /// The files that the lines name, in their order.
 std::vector<Track> FindTracks(App& app, const std::string& folder, const TextLines& text) {
     std::vector<Track> tracks;
     for (const TextLine& line : text.lines) {
-        const std::string path = PathOfPlaylistLine(app.files, app.ansi, folder, line.text);
-        if (!path.empty() && app.files.FileExists(path)) {
-            tracks.push_back({path, app.files.FileSize(path)});
+        auto track = FindTrack(app, PathOfPlaylistLine(app.files, app.ansi, folder, line.text));
+        if (track) {
+            tracks.push_back(std::move(*track));
         } else if (!line.text.empty() && !line.text.starts_with('#')) {
             TellStep(app, "refused: " + line.text + ": no such file");
         }
     }
     return tracks;
+}
+
+/// A list whose lines carriage returns end is one long line to us: to copy nothing must not look like
+/// success.
+void TellIfNothingIsNamed(App& app, const std::string& playlist, const TextLines& text,
+                          const std::vector<Track>& tracks) {
+    if (!tracks.empty() || text.lines.empty()) return;
+    TellStep(app, "refused: " + playlist + ": no line names a file");
+    if (!IsPreview(app))
+        app.desktop.Note(app.ansi.ToText(playlist) + ": no line names a file; nothing is copied.");
+}
+
+/// In the spelling of the disk; that of a link as its line has it.
+std::string NameOf(const FileSystem& files, const Track& track) {
+    const std::string name = NamePart(track.path);
+    const std::string realName = NamePart(track.real);
+    if (name == realName || !EqualsIgnoringCase(name, realName)) return name;
+    const bool isLink = files.FollowLinks(FolderPart(track.path)) != FolderPart(track.real);
+    return isLink ? name : realName;
+}
+
+std::unordered_set<std::string> RealPathsOf(const std::vector<Track>& tracks) {
+    std::unordered_set<std::string> paths;
+    for (const Track& track : tracks) paths.insert(track.real);
+    return paths;
 }
 
 std::int64_t TotalOf(const std::vector<Track>& tracks) {
@@ -78,9 +124,9 @@ std::string TargetFolder(App& app, const std::string& targetPath) {
 
 /// False when it can't be made, or is there and the person does not want to go on.
 bool MakeNewFolder(App& app, const std::string& path) {
-    // A playlist called "...m3u" must not be copied over what lies around its target.
+    // A playlist called ".m3u" or "...m3u" must not be copied over what lies in or around its target.
     const std::string name = NamePart(path);
-    const bool isOwnFolder = name != "." && name != "..";
+    const bool isOwnFolder = !name.empty() && name != "." && name != "..";
     if (isOwnFolder && app.files.FolderExists(path))
         return AskYesNo(app, app.messages.GetMessage(10002, app.ansi.ToText(path)));
     if (isOwnFolder && TryToCreateFolder(app, path)) return true;
@@ -90,18 +136,17 @@ bool MakeNewFolder(App& app, const std::string& path) {
 
 /// The lines of the new playlist.
 std::string CopyTracks(App& app, const std::vector<Track>& tracks, const std::string& folder,
-                       CopyProgress& progress, WaveFile& wave) {
+                       CopyProgress& progress, TrackCopier& copier) {
     std::string lines;
     std::int64_t number = 0;
     std::int64_t done = 0;
     for (const Track& track : tracks) {
         done += track.bytes;
         if (app.files.FileExists(track.path)) {
-            const std::string name = NumberedName(++number, NamePart(track.path));
+            const std::string name = NumberedName(++number, NameOf(app.files, track));
             progress.ShowFile(track.path);
             app.desktop.ServeEvents();
-            TellStep(app, "copy: " + track.path + " -> " + JoinPath(folder, name));
-            CopyTrack(app, wave, track.path, JoinPath(folder, name));
+            copier.Copy(track.path, JoinPath(folder, name));
             lines += name + "\n";
         }
         progress.SetBase(done);
@@ -112,19 +157,24 @@ std::string CopyTracks(App& app, const std::vector<Track>& tracks, const std::st
 
 std::string CopyInto(App& app, const FolderAndMask& source, const TextLines& text,
                      const std::string& folder) {
-    const std::string playlist = JoinPath(folder, source.mask);
-    if (app.files.FollowLinks(playlist) == app.files.FollowLinks(JoinPath(source.folder, source.mask))) {
-        ShowWarning(app, app.messages.GetMessage(1007, app.ansi.ToText(playlist)));
-        return {};
-    }
     WaveFile wave(app);
     CopyProgress progress(app, wave, app.desktop.OpenProgress());
     progress.ShowPlaylist(source.mask);
     app.desktop.ServeEvents();
     const std::vector<Track> tracks = FindTracks(app, source.folder, text);
+    TellIfNothingIsNamed(app, source.mask, text, tracks);
     progress.SetTotal(TotalOf(tracks));
+    TrackCopier copier(app, wave, RealPathsOf(tracks));
+    copier.Keep(JoinPath(source.folder, source.mask));
+    const std::string playlist = JoinPath(folder, source.mask);
+    if (copier.IsKept(playlist)) {
+        TellStep(app, "refused: " + playlist + ": can't be created");
+        ShowWarning(app, app.messages.GetMessage(1007, app.ansi.ToText(playlist)));
+        return {};
+    }
     TextTarget target(app.files, playlist);
-    const std::string lines = CopyTracks(app, tracks, folder, progress, wave);
+    copier.Keep(playlist);
+    const std::string lines = CopyTracks(app, tracks, folder, progress, copier);
     target.Put(lines);
     TellStep(app, "write: " + playlist + ": " + std::to_string(std::count(lines.begin(), lines.end(), '\n')) +
                       " entries");

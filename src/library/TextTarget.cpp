@@ -1,5 +1,6 @@
 #include "library/TextTarget.h"
 
+#include "core/DeleteQuietly.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
@@ -14,11 +15,8 @@ TextTarget::TextTarget(FileSystem& files, const std::string& path) : files_(file
 TextTarget::~TextTarget() {
     if (!newFile_) return;
     newFile_.reset();
-    try {
-        files_.DeleteFile(path_, Force::Yes);
-    } catch (const RuntimeError&) {
-        // The failure that brought us here is the one to tell.
-    }
+    // When this fails too, the failure that brought us here is the one to tell.
+    DeleteQuietly(files_, path_);
 }
 
 void TextTarget::OpenBesideOld() {
@@ -29,7 +27,7 @@ void TextTarget::OpenBesideOld() {
 }
 
 void TextTarget::OpenNew() {
-    newFile_ = files_.OpenNew(path_);
+    newFile_ = files_.OpenCreate(path_);
     if (newFile_) return;
     const std::string folder = FolderPart(path_);
     const bool hasFolder = folder.empty() || files_.FolderExists(folder);

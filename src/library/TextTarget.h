@@ -14,8 +14,9 @@ namespace zefta {
 /// as a whole or not at all: one that was there stays as it is until then.
 class TextTarget {
   public:
-    /// The file exists from now on. RuntimeError 75 when a folder has the name, 76 when its folder is not
-    /// there, 70 when it can't be created or written: it is read-only, say. Nothing is left behind then.
+    /// The file exists from now on, behind a link that led nowhere, too. RuntimeError 75 when a folder has
+    /// the name, 76 when its folder is not there, 70 when it can't be created or written: it is read-only,
+    /// say. Nothing is left behind then.
     TextTarget(FileSystem& files, const std::string& path);
     /// A file that was made for nothing goes.
     ~TextTarget();

@@ -3,31 +3,36 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/DeleteQuietly.h"
+#include "core/FileNames.h"
 #include "platform/Paths.h"
-#include "platform/RuntimeError.h"
 
 namespace zefta {
 
 namespace {
 
 constexpr std::string_view Ending = ".tmp";
-/// How many names are tried where the usual one is too long or taken.
-constexpr int NumberedNames = 9;
+/// What runs that were killed left behind must not be in the way of later ones.
+constexpr int NumberedNames = 999;
+/// Where so many names can't be had and nothing has the last of them, no other name can.
+constexpr int NamesToTry = 9;
 
-/// The beginning of the name, cut between two characters.
-std::string_view Beginning(std::string_view name, std::size_t length) {
-    const auto isInsideCharacter = [&] {
-        return length < name.size() && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80;
+/// The end of the name, cut between two characters.
+std::string_view EndOf(std::string_view name, std::size_t most) {
+    const auto isInsideCharacter = [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
     };
-    while (length > 0 && isInsideCharacter()) --length;
-    return name.substr(0, length);
+    std::string_view end = name.substr(name.size() - std::min(name.size(), most));
+    while (end.size() < name.size() && !end.empty() && isInsideCharacter(end.front())) end.remove_prefix(1);
+    return end;
 }
 
-void DeleteIfPossible(FileSystem& files, const std::string& path) {
-    try {
-        files.DeleteFile(path, Force::Yes);
-    } catch (const RuntimeError&) {
-    }
+std::string NumberedName(std::string_view name, int number, TemporaryFile::OldFile old) {
+    const std::string mark = "~" + std::to_string(number);
+    if (old == TemporaryFile::OldFile::KeepWithEnding)
+        return mark + std::string(EndOf(name, LongestName - mark.size()));
+    const std::string ending = mark + std::string(Ending);
+    return std::string(CutToBytes(name, LongestName - ending.size())) + ending;
 }
 
 }  // namespace
@@ -38,8 +43,8 @@ TemporaryFile::TemporaryFile(FileSystem& files, std::string target, OldFile old)
     if (fits && old == OldFile::Delete) {
         CreateInPlaceOfOld();
     } else {
-        if (fits) file_ = files_.OpenNew(path_);
-        CreateUnderNumberedName();
+        if (fits && old == OldFile::Keep) file_ = files_.OpenNew(path_);
+        CreateUnderNumberedName(old);
     }
     pending_ = file_ != nullptr;
 }
@@ -48,32 +53,35 @@ TemporaryFile::~TemporaryFile() {
     if (!pending_) return;
     file_.reset();
     // When this fails too, the failure that brought us here is the one to tell.
-    DeleteIfPossible(files_, path_);
+    DeleteQuietly(files_, path_);
 }
 
 /// What stands there is not opened: it may be another name of a file that matters.
 void TemporaryFile::CreateInPlaceOfOld() {
     file_ = files_.OpenNew(path_);
     if (file_) return;
-    DeleteIfPossible(files_, path_);
+    DeleteQuietly(files_, path_);
     file_ = files_.OpenNew(path_);
 }
 
 /// Two long names may begin alike: what has the numbered one is not ours to delete.
-void TemporaryFile::CreateUnderNumberedName() {
+void TemporaryFile::CreateUnderNumberedName(OldFile old) {
     const std::string name = NamePart(target_);
     for (int number = 1; number <= NumberedNames && !file_; ++number) {
-        const std::string ending = "~" + std::to_string(number) + std::string(Ending);
-        const std::string_view beginning =
-            Beginning(name, std::min(name.size(), LongestName - ending.size()));
-        path_ = JoinPath(FolderPart(target_), std::string(beginning) + ending);
+        const bool isTaken = files_.FileExists(path_) || files_.FolderExists(path_);
+        if (number > NamesToTry && !isTaken) return;
+        path_ = JoinPath(FolderPart(target_), NumberedName(name, number, old));
         file_ = files_.OpenNew(path_);
     }
 }
 
 void TemporaryFile::TakePlace() {
-    file_.reset();
-    files_.ReplaceFile(path_, target_);
+    Close();
+    if (files_.FileExists(target_)) {
+        files_.ReplaceFile(path_, target_);
+    } else {
+        files_.MoveFile(path_, target_);
+    }
     pending_ = false;
 }
 

@@ -14,9 +14,12 @@ std::string BackupPath(const FileSystem& files, const std::string& path) {
 
 void RefuseTwins(const FileSystem& files, const std::string& path) {
     const std::string name = NamePart(path);
+    std::string spelling;
     for (const FolderEntry& entry : files.List(FolderPart(path))) {
-        if (entry.name != name && EqualsIgnoringCase(entry.name, name))
+        if (!EqualsIgnoringCase(entry.name, name)) continue;
+        if (!spelling.empty() && entry.name != spelling)
             throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
+        spelling = entry.name;
     }
 }
 

@@ -10,8 +10,8 @@ namespace zefta {
 /// behind its name.
 std::string BackupPath(const FileSystem& files, const std::string& path);
 
-/// RuntimeError 58 when another entry of the folder has the name of the file in another case: once the file
-/// has moved away, that one would be taken for it.
+/// RuntimeError 58 when two names of the folder are that of the file, case aside: once the file has
+/// moved away, the other one would be taken for it. A single one in another case is the file itself.
 void RefuseTwins(const FileSystem& files, const std::string& path);
 
 /// RuntimeError 58 when there is a backup: beside a file that was cut short it may be the only whole copy.

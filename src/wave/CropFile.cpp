@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "core/Boxes.h"
 #include "core/DeleteQuietly.h"
 #include "core/FileKind.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "tags/TemporaryFile.h"
+#include "wave/Backup.h"
 #include "wave/ByteRange.h"
 #include "wave/TagWriters.h"
 #include "wave/WaveFile.h"
@@ -25,53 +25,6 @@ constexpr std::int32_t NothingToDo = 1008;
 constexpr std::int32_t CannotCreate = NothingToDo;
 constexpr std::int32_t NotFound = 1009;
 constexpr std::int32_t ReadError = 1010;
-
-/// A path that has no second spelling in its folder: once the file has moved away, a file that is another one
-/// would be taken for it.
-void RefuseTwins(const FileSystem& files, const std::string& path) {
-    const std::string name = NamePart(path);
-    const std::vector<FolderEntry> entries = files.List(FolderPart(path));
-    const auto names = std::count_if(entries.begin(), entries.end(), [&](const FolderEntry& entry) {
-        return EqualsIgnoringCase(entry.name, name);
-    });
-    if (names > 1) throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
-}
-
-/// The new file, until it takes the name of the old one: "~1" and so on in front of that name, since the end
-/// of a name tells the kind of the file to the writers of tags. Gone again when it is dropped before.
-class SideFile {
-  public:
-    SideFile(FileSystem& files, const std::string& target) : files_(files) {
-        constexpr int MostTries = 9;
-        for (int number = 1; number <= MostTries && !file_; ++number) {
-            path_ = JoinPath(FolderPart(target), "~" + std::to_string(number) + NamePart(target));
-            file_ = files_.OpenNew(path_);
-        }
-        pending_ = file_ != nullptr;
-    }
-    ~SideFile() {
-        file_.reset();
-        if (pending_) DeleteQuietly(files_, path_);
-    }
-    SideFile(const SideFile&) = delete;
-    SideFile& operator=(const SideFile&) = delete;
-
-    /// Null when it can't be created, and once it is closed.
-    BinaryFile* File() const { return file_.get(); }
-    const std::string& Path() const { return path_; }
-    void Close() { file_.reset(); }
-
-    void MoveTo(const std::string& target) {
-        files_.MoveFile(path_, target);
-        pending_ = false;
-    }
-
-  private:
-    FileSystem& files_;
-    std::string path_;
-    std::unique_ptr<BinaryFile> file_;
-    bool pending_ = false;
-};
 
 /// From the first to before the second byte position.
 struct Range {
@@ -89,9 +42,11 @@ class Cropping {
         RefuseTwins(app_.files, backup_);
         if (IsMP3File(path_)) tag_ = app_.defaultWaveFile->GetMP3FileInfo(path_);
         const auto source = app_.files.OpenRead(real_);
-        if (!source) return Warn(CannotOpen, path_ + ".bak");
+        if (!source) return Warn(CannotOpen, backup_);
         start = std::max(start, 0);
         if (end < 1) end = source->Size();
+        // An empty file is not what anybody wanted.
+        if (end <= start) return Warn(ReadError, path_);
         CheckByteCount(end - start);
         if (const auto message = Keep(*source, {start, end})) Warn(*message, path_);
     }
@@ -99,13 +54,11 @@ class Cropping {
   private:
     /// The message of what went wrong, if anything did.
     std::optional<std::int32_t> Keep(BinaryFile& source, Range range) {
-        SideFile fresh(app_.files, real_);
+        // The writers of tags look at the end of the name.
+        TemporaryFile fresh(app_.files, real_, TemporaryFile::OldFile::KeepWithEnding);
         if (!fresh.File()) return CannotCreate;
         source.Seek(range.start, SeekFrom::Start);
-        // A range that ends before it begins can't be read either; an empty file is not what anybody wanted.
-        const bool isWhole =
-            range.end >= range.start && CopyBytes(app_, source, *fresh.File(), range.end - range.start);
-        if (!isWhole) return ReadError;
+        if (!CopyBytes(app_, source, *fresh.File(), range.end - range.start)) return ReadError;
         fresh.Close();
         Complete(fresh.Path());
         TakeNames(fresh);
@@ -126,11 +79,11 @@ class Cropping {
         written->Flush();
     }
 
-    void TakeNames(SideFile& fresh) {
+    void TakeNames(TemporaryFile& fresh) {
         if (app_.files.FileExists(backup_)) app_.files.DeleteFile(backup_, Force::No);
         app_.files.MoveFile(real_, backup_);
         try {
-            fresh.MoveTo(real_);
+            fresh.TakePlace();
         } catch (...) {
             PutBack();
             throw;

@@ -17,7 +17,8 @@ namespace zefta {
 /// made read-only or moved: RuntimeError 70 then, and nothing has changed.
 ///
 /// Message 1008 when neither number is given, 1009 for a file that is not there, 1007 for one that can't be
-/// opened for writing, 1008 when the new file can't be created, 1010 when the file does not hold the range.
+/// opened for writing, 1008 when the new file can't be created, 1010 when the file does not hold the
+/// range or nothing is in it.
 /// RuntimeError 6 for a range of 512 MiB and more, 58 when two names differ from the file's or the backup's
 /// in nothing but case.
 void CropFile(App& app, const std::string& path, std::int32_t& start, std::int32_t& end);

@@ -1,11 +1,14 @@
 #include "wave/SplitFile.h"
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "core/Boxes.h"
 #include "core/DeleteQuietly.h"
 #include "core/Numbers.h"
 #include "platform/Paths.h"
+#include "tags/TemporaryFile.h"
 #include "wave/ByteRange.h"
 
 namespace zefta {
@@ -24,10 +27,40 @@ bool IsOneFile(const FileSystem& files, const std::string& a, const std::string&
     return files.FileExists(a) && files.FileExists(b) && files.ContentStamp(a) == files.ContentStamp(b);
 }
 
-/// One of the two new files.
-struct Part {
-    std::string path;
-    std::unique_ptr<BinaryFile> file;
+/// One of the two new files, built beside the place that it takes.
+class Part {
+  public:
+    Part(FileSystem& files, std::string path) : files_(files), path_(std::move(path)) {}
+
+    const std::string& Path() const { return path_; }
+    bool IsReady() const { return fresh_ && fresh_->File(); }
+    BinaryFile& File() { return *fresh_->File(); }
+
+    /// A file of the name that is there keeps its content for now; one that is not there is made, empty.
+    void Create() {
+        const bool isThere = files_.FileExists(path_);
+        if (!(isThere ? files_.OpenRead(path_) : files_.OpenCreate(path_))) return;
+        real_ = files_.FollowLinks(path_);
+        isNew_ = !isThere;
+        fresh_.emplace(files_, real_, TemporaryFile::OldFile::Keep);
+        if (!IsReady()) Drop();
+    }
+
+    void TakePlace() { fresh_->TakePlace(); }
+
+    /// A part that was made goes; a file that was there stays.
+    void Drop() {
+        fresh_.reset();
+        if (isNew_) DeleteQuietly(files_, real_);
+    }
+
+  private:
+    FileSystem& files_;
+    std::string path_;
+    /// Behind all links.
+    std::string real_;
+    bool isNew_ = false;
+    std::optional<TemporaryFile> fresh_;
 };
 
 class Splitting {
@@ -35,8 +68,8 @@ class Splitting {
     Splitting(App& app, const FolderAndMask& place)
         : app_(app),
           source_(JoinPath(place.folder, place.mask)),
-          begin_{JoinPath(place.folder, "b_" + place.mask), nullptr},
-          end_{JoinPath(place.folder, "e_" + place.mask), nullptr} {}
+          begin_(app.files, JoinPath(place.folder, "b_" + place.mask)),
+          end_(app.files, JoinPath(place.folder, "e_" + place.mask)) {}
 
     void Run(std::int32_t offset) {
         const auto source = app_.files.OpenReadOnly(source_);
@@ -46,28 +79,25 @@ class Splitting {
         CheckByteCount(rest);
         if (!Create(begin_, end_) || !Create(end_, begin_)) return;
         try {
-            CopyBytes(app_, *source, *begin_.file, offset);
+            CopyBytes(app_, *source, begin_.File(), offset);
             source->Seek(offset, SeekFrom::Start);
-            CopyBytes(app_, *source, *end_.file, rest);
+            CopyBytes(app_, *source, end_.File(), rest);
+            begin_.TakePlace();
+            end_.TakePlace();
         } catch (...) {
-            Drop(begin_);
-            Drop(end_);
+            begin_.Drop();
+            end_.Drop();
             throw;
         }
     }
 
   private:
     bool Create(Part& part, const Part& other) {
-        const bool isTaken = IsOneFile(app_.files, part.path, source_) ||
-                             (other.file && IsOneFile(app_.files, part.path, other.path));
-        if (!isTaken) part.file = app_.files.OpenCreate(part.path);
-        if (!part.file) WarnOfFile(app_, CannotCreate, part.path);
-        return part.file != nullptr;
-    }
-
-    void Drop(Part& part) {
-        part.file.reset();
-        DeleteQuietly(app_.files, part.path);
+        const bool isTaken = IsOneFile(app_.files, part.Path(), source_) ||
+                             (other.IsReady() && IsOneFile(app_.files, part.Path(), other.Path()));
+        if (!isTaken) part.Create();
+        if (!part.IsReady()) WarnOfFile(app_, CannotCreate, part.Path());
+        return part.IsReady();
     }
 
     App& app_;

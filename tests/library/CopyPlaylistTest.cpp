@@ -181,8 +181,17 @@ TEST_F(CopyPlaylistTest, Playlist_IsTakenInAnyCase) {
     WriteTracks({"a.mp3"});
     app.folder.Write("music/LOUD.M3U", "A.MP3\n");
     EXPECT_EQ(CopyPlaylist(app, "music/LOUD.M3U", "usb"), "usb/LOUD/LOUD.M3U");
-    EXPECT_EQ(app.folder.Read("usb/LOUD/LOUD.M3U"), "(001) A.MP3\n");
-    EXPECT_EQ(app.folder.Read("usb/LOUD/(001) A.MP3"), "bytes of a.mp3");
+    EXPECT_EQ(app.folder.Read("usb/LOUD/LOUD.M3U"), "(001) a.mp3\n");
+    EXPECT_EQ(app.folder.Read("usb/LOUD/(001) a.mp3"), "bytes of a.mp3");
+}
+
+TEST_F(CopyPlaylistTest, Names_AreSpelledAsOnTheDiskAndLinksAsInTheirLine) {
+    app.files.CreateFolder("music/Sub");
+    WriteTracks({"Sub/Song.mp3", "store.mp3"});
+    std::filesystem::create_symlink("store.mp3", app.folder / "music/link.mp3");
+    Copy("SUB\\SONG.MP3\nlink.mp3\nLINK.mp3\n");
+    EXPECT_EQ(NewList(), "(001) Song.mp3\n(002) link.mp3\n(003) LINK.mp3\n");
+    EXPECT_EQ(Copied("(003) LINK.mp3"), "bytes of store.mp3");
 }
 
 TEST_F(CopyPlaylistTest, TargetFolder_IsMade) {
@@ -250,11 +259,12 @@ TEST_F(CopyPlaylistTest, NewFolderThatCannotBeMade_IsToldAndStops) {
 
 TEST_F(CopyPlaylistTest, PlaylistNamedLikeTheParentFolder_IsNotCopiedIntoIt) {
     app.desktop.answers = {true, true};
-    for (const char* name : {"music/..m3u", "music/...m3u"}) {
+    for (const char* name : {"music/.m3u", "music/..m3u", "music/...m3u"}) {
         app.folder.Write(name, "");
         EXPECT_EQ(CopyPlaylist(app, name, "usb"), "");
     }
-    EXPECT_EQ(Boxes(), (Texts{"Unable to create folder: usb/.", "Unable to create folder: usb/.."}));
+    EXPECT_EQ(Boxes(), (Texts{"Unable to create folder: usb/", "Unable to create folder: usb/.",
+                              "Unable to create folder: usb/.."}));
     EXPECT_EQ(EntryCount("usb"), 0U);
 }
 
@@ -300,15 +310,109 @@ TEST_F(CopyPlaylistTest, HardLinkToTheTrack_LosesNothing) {
 }
 
 TEST_F(CopyPlaylistTest, TrackThatCannotBeOpened_IsToldKeepsItsLineAndTheOthersGoOn) {
+    class Locking : public PosixFileSystem {
+      public:
+        std::unique_ptr<BinaryFile> OpenReadOnly(const std::string& path) override {
+            return path.ends_with("locked.mp3") ? nullptr : PosixFileSystem::OpenReadOnly(path);
+        }
+    } files;
+    TestApp locked(&files);
+    for (const char* folder : {"music", "usb"}) files.CreateFolder(folder);
+    locked.folder.Write("music/locked.mp3", "bytes");
+    locked.folder.Write("music/b.mp3", "bytes of b");
+    locked.folder.Write("music/mix.m3u", "locked.mp3\nb.mp3\n");
+    CopyPlaylist(locked, "music/mix.m3u", "usb");
+    ASSERT_EQ(locked.desktop.boxes.size(), 1U);
+    EXPECT_EQ(locked.desktop.boxes[0].text,
+              "File \"" + files.CurrentFolder() + "/music/locked.mp3\" could not be opened.");
+    EXPECT_EQ(locked.desktop.boxes[0].kind, BoxKind::Warning);
+    EXPECT_EQ(locked.folder.Read("usb/mix/mix.m3u"), "(001) locked.mp3\n(002) b.mp3\n");
+    EXPECT_EQ(locked.folder.Read("usb/mix/(002) b.mp3"), "bytes of b");
+    EXPECT_EQ(files.List("usb/mix").size(), 2U);
+}
+
+TEST_F(CopyPlaylistTest, PipesAndDevices_AreNoFiles) {
     WriteTracks({"b.mp3"});
     ASSERT_EQ(mkfifo((app.folder / "music/pipe.mp3").c_str(), 0600), 0);
-    Copy("pipe.mp3\nb.mp3\n");
-    EXPECT_EQ(Boxes(),
-              Texts{"File \"" + app.files.CurrentFolder() + "/music/pipe.mp3\" could not be opened."});
-    EXPECT_EQ(app.desktop.boxes[0].kind, BoxKind::Warning);
-    EXPECT_EQ(NewList(), "(001) pipe.mp3\n(002) b.mp3\n");
-    EXPECT_EQ(Copied("(002) b.mp3"), "bytes of b.mp3");
+    std::filesystem::create_symlink("/dev/zero", app.folder / "music/zero.mp3");
+    Copy("pipe.mp3\n/dev/zero\n/dev/null\nzero.mp3\nPIPE.mp3\nb.mp3\n");
+    EXPECT_EQ(Boxes(), Texts{});
+    EXPECT_EQ(NewList(), "(001) b.mp3\n");
     EXPECT_EQ(EntryCount("usb/mix"), 2U);
+}
+
+TEST_F(CopyPlaylistTest, FileOfTheNameOfACopy_IsNotWrittenOverWhileItIsATrackItself) {
+    WriteTracks({"a.mp3"});
+    app.files.CreateFolder("usb/mix");
+    app.folder.Write("usb/mix/(001) a.mp3", "another song");
+    app.desktop.answers = {true};
+    Copy("a.mp3\n..\\usb\\mix\\(001) A.mp3\n");
+    EXPECT_EQ(Boxes(), Texts{"File \"usb/mix/(001) a.mp3\" could not be created."});
+    EXPECT_EQ(Copied("(001) a.mp3"), "another song");
+    EXPECT_EQ(Copied("(002) (001) a.mp3"), "another song");
+    EXPECT_EQ(NewList(), "(001) a.mp3\n(002) (001) a.mp3\n");
+}
+
+TEST_F(CopyPlaylistTest, TrackThatLeadsToALaterOnesSource_IsNotWrittenThere) {
+    WriteTracks({"a.mp3", "b.mp3"});
+    app.files.CreateFolder("usb/mix");
+    std::filesystem::create_symlink(app.folder / "music/b.mp3", app.folder / "usb/mix/(001) a.mp3");
+    app.desktop.answers = {true};
+    Copy("a.mp3\nb.mp3\n");
+    EXPECT_EQ(Boxes(), Texts{"File \"usb/mix/(001) a.mp3\" could not be created."});
+    EXPECT_EQ(app.folder.Read("music/b.mp3"), "bytes of b.mp3");
+    EXPECT_EQ(Copied("(002) b.mp3"), "bytes of b.mp3");
+}
+
+TEST_F(CopyPlaylistTest, CopyThatWouldTakeThePlaceOfThePlaylist_IsRefused) {
+    app.files.CreateFolder("usb/(001) list");
+    app.folder.Write("music/list.m3u", "a list as a track");
+    app.folder.Write("music/(001) list.m3u", "list.m3u\n");
+    app.desktop.answers = {true};
+    EXPECT_EQ(CopyPlaylist(app, "music/(001) list.m3u", "usb"), "usb/(001) list/(001) list.m3u");
+    EXPECT_EQ(Boxes(), Texts{"File \"usb/(001) list/(001) list.m3u\" could not be created."});
+    EXPECT_EQ(app.folder.Read("usb/(001) list/(001) list.m3u"), "(001) list.m3u\n");
+    EXPECT_EQ(EntryCount("usb/(001) list"), 1U);
+}
+
+TEST_F(CopyPlaylistTest, NewPlaylistThatIsATrackItself_IsRefused) {
+    app.files.CreateFolder("usb/mix");
+    app.folder.Write("usb/mix/mix.m3u", "the list of the last time");
+    app.desktop.answers = {true};
+    EXPECT_EQ(Copy("../usb/mix/mix.m3u\n"), "");
+    EXPECT_EQ(Boxes(), Texts{"File \"usb/mix/mix.m3u\" could not be created."});
+    EXPECT_EQ(NewList(), "the list of the last time");
+    EXPECT_EQ(EntryCount("usb/mix"), 1U);
+}
+
+TEST_F(CopyPlaylistTest, FileWithTheNameOfTheNewFolder_MayBeATrack) {
+    app.folder.Write("usb/mix", "bytes");
+    EXPECT_EQ(Copy("../usb/mix\n"), "");
+    EXPECT_EQ(Boxes(), Texts{"Unable to create folder: usb/mix"});
+    EXPECT_EQ(app.folder.Read("usb/mix"), "bytes");
+    app.folder.Write("music/mix", "a file called like the folder");
+    Copy("mix\n", "other");
+    EXPECT_EQ(app.folder.Read("other/mix/(001) mix"), "a file called like the folder");
+}
+
+TEST_F(CopyPlaylistTest, CopiesOfAKilledRun_AreInNobodysWay) {
+    WriteTracks({"a.mp3"});
+    app.files.CreateFolder("usb/mix");
+    app.folder.Write("usb/mix/(001) a.mp3.tmp", "half");
+    for (int number = 1; number <= 20; ++number)
+        app.folder.Write("usb/mix/(001) a.mp3~" + std::to_string(number) + ".tmp", "half");
+    app.desktop.answers = {true};
+    Copy("a.mp3\n");
+    EXPECT_EQ(Boxes(), Texts{});
+    EXPECT_EQ(Copied("(001) a.mp3"), "bytes of a.mp3");
+}
+
+TEST_F(CopyPlaylistTest, LoneCarriageReturns_EndNoLinesWhichIsTold) {
+    WriteTracks({"a.mp3", "b.mp3"});
+    Copy("#EXTM3U\ra.mp3\rb.mp3\r");
+    EXPECT_EQ(app.desktop.notes, Texts{"mix.m3u: no line names a file; nothing is copied."});
+    EXPECT_EQ(NewList(), "");
+    EXPECT_EQ(EntryCount("usb/mix"), 1U);
 }
 
 TEST_F(CopyPlaylistTest, TargetThatIsAFolderOrReadOnly_IsToldAndStays) {
@@ -409,6 +513,30 @@ TEST_F(CopyPlaylistTest, Preview_TellsWhatWouldBeCopied) {
     EXPECT_EQ(steps.str(), "folder: new\nfolder: new/mix\nrefused: gone.mp3: no such file\ncopy: " + here +
                                "/music/a.mp3 -> new/mix/(001) a.mp3\nwrite: new/mix/mix.m3u: 1 entries\n");
     EXPECT_FALSE(app.folder.Exists("new/mix/(001) a.mp3"));
+}
+
+TEST_F(CopyPlaylistTest, Preview_TellsWhatWouldBeRefusedAndCountsItsLine) {
+    WriteTracks({"a.mp3", "b.mp3", "huge.mp3"});
+    std::filesystem::resize_file(app.folder / "music/huge.mp3", 32768LL * 44100);
+    app.files.CreateFolder("usb/mix");
+    app.files.CreateFolder("usb/mix/(001) a.mp3");
+    app.desktop.answers = {true};
+    std::ostringstream steps;
+    app.steps = &steps;
+    Copy("a.mp3\nb.mp3\nhuge.mp3\n");
+    const std::string music = app.files.CurrentFolder() + "/music/";
+    EXPECT_EQ(steps.str(), "refused: " + music + "a.mp3: usb/mix/(001) a.mp3 can't be created\ncopy: " +
+                               music + "b.mp3 -> usb/mix/(002) b.mp3\nrefused: " + music +
+                               "huge.mp3: Overflow\nwrite: usb/mix/mix.m3u: 3 entries\n");
+    EXPECT_EQ(EntryCount("usb/mix"), 2U);
+}
+
+TEST_F(CopyPlaylistTest, Preview_TellsAListThatNamesNoFile) {
+    std::ostringstream steps;
+    app.steps = &steps;
+    Copy("#EXTM3U\ra.mp3\r");
+    EXPECT_NE(steps.str().find("refused: mix.m3u: no line names a file\n"), std::string::npos);
+    EXPECT_TRUE(app.desktop.notes.empty());
 }
 
 TEST_F(CopyPlaylistTest, Job_TakesItsFieldsFromTheRecord) {

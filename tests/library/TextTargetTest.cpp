@@ -63,6 +63,17 @@ TEST_F(TextTargetTest, Link_IsFollowed) {
     EXPECT_TRUE(std::filesystem::is_symlink(app.folder / "a.m3u"));
 }
 
+TEST_F(TextTargetTest, LinkThatLeadsNowhere_GetsTheFileBehindIt) {
+    std::filesystem::create_symlink("nowhere.m3u", app.folder / "a.m3u");
+    { const TextTarget target(app.files, app.folder / "a.m3u"); }
+    EXPECT_FALSE(app.folder.Exists("nowhere.m3u"));
+    TextTarget(app.files, app.folder / "a.m3u").Put("new");
+    EXPECT_EQ(app.folder.Read("nowhere.m3u"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(app.folder / "a.m3u"));
+    std::filesystem::create_symlink("missing/nowhere.m3u", app.folder / "b.m3u");
+    EXPECT_EQ(ErrorOf("b.m3u"), 70);
+}
+
 TEST_F(TextTargetTest, OldTemporaryFile_OfSomeoneElseStays) {
     app.folder.Write("a.m3u", "old");
     app.folder.Write("a.m3u.tmp", "foreign");

@@ -120,6 +120,37 @@ TEST_F(TemporaryFileTest, NameWithoutRoomForTheEnding_IsCutBetweenCharacters) {
     EXPECT_EQ(Names(), (std::vector<std::string>{name.substr(0, 248) + "~1.tmp", name}));
 }
 
+TEST_F(TemporaryFileTest, FilesOfKilledRuns_AreInNobodysWay) {
+    for (int number = 1; number <= 20; ++number)
+        folder.Write("c.mp3~" + std::to_string(number) + ".tmp", "left behind");
+    folder.Write("c.mp3.tmp", "left behind");
+    TemporaryFile fresh(files, folder / "c.mp3", TemporaryFile::OldFile::Keep);
+    ASSERT_NE(fresh.File(), nullptr);
+    EXPECT_EQ(fresh.Path(), folder / "c.mp3~21.tmp");
+}
+
+TEST_F(TemporaryFileTest, KeepWithEnding_PutsTheNumberInFront) {
+    folder.Write("~1c.mp3", "of somebody");
+    const TemporaryFile fresh(files, folder / "c.mp3", TemporaryFile::OldFile::KeepWithEnding);
+    EXPECT_EQ(fresh.Path(), folder / "~2c.mp3");
+    EXPECT_EQ(folder.Read("~1c.mp3"), "of somebody");
+}
+
+TEST_F(TemporaryFileTest, KeepWithEnding_CutsALongNameInFrontBetweenCharacters) {
+    std::string name;
+    for (int i = 0; i < 125; ++i) name += "Д";
+    name += "a.mp3";
+    const TemporaryFile fresh(files, folder / name, TemporaryFile::OldFile::KeepWithEnding);
+    ASSERT_NE(fresh.File(), nullptr);
+    EXPECT_EQ(Names(), std::vector<std::string>{"~1" + name.substr(2)});
+}
+
+TEST_F(TemporaryFileTest, TargetThatIsNotThere_GetsItsName) {
+    EXPECT_TRUE(Rebuild("c.mp3"));
+    EXPECT_EQ(folder.Read("c.mp3"), "new");
+    EXPECT_EQ(Names(), std::vector<std::string>{"c.mp3"});
+}
+
 TEST_F(TemporaryFileTest, LongestName_IsTaggedAndUntagged) {
     const std::string audio = Audio(1000);
     ID3Tag tag;

@@ -76,8 +76,6 @@ TEST(CropFile, StartAndEnd_KeepTheBytesBetweenThem) {
         {100, -5, 100, Size},
         {7, 7 + Block, 7, 7 + Block},
         {0, Size, 0, Size},
-        {100, 100, 100, 100},
-        {Size, 0, Size, Size},
         {Size - 1, 0, Size - 1, Size},
         {0, 2 * Block, 0, 2 * Block},
     };
@@ -140,7 +138,7 @@ TEST(CropFile, RangeThatTheFileDoesNotHold_IsAReadErrorAndTheDiskIsAsBefore) {
         std::int32_t end;
     };
     for (const Row row : {Row{0, 1001}, Row{0, 400000000}, Row{1001, 0}, Row{2000, 3000}, Row{500, 499},
-                          Row{500, 1}, Row{1000, 999}}) {
+                          Row{500, 1}, Row{1000, 999}, Row{100, 100}, Row{1000, 0}}) {
         CropStage app;
         app.folder.Write("a.wav", Audio(1000));
         app.folder.Write("a.wav.bak", "former");
@@ -213,7 +211,7 @@ TEST(CropFile, ReadOnlyFile_CannotBeOpenedAndStays) {
 TEST(CropFile, NewFileThatCannotBeCreated_IsToldAndTheDiskIsAsBefore) {
     CropStage app;
     app.folder.Write("a.wav", "abcdef");
-    for (int number = 1; number <= 9; ++number)
+    for (int number = 1; number <= 999; ++number)
         app.files.CreateFolder("~" + std::to_string(number) + "a.wav");
     app.Crop("a.wav", 2, 4);
     ExpectOneBox(app, "Error. Nothing to do!");
@@ -228,6 +226,34 @@ TEST(CropFile, FileOfTheSideName_IsLeftAlone) {
     app.Crop("a.wav", 2, 4);
     EXPECT_EQ(FilesOf(app.folder),
               (Files{{"a.wav", "cd"}, {"a.wav.bak", "abcdef"}, {"~1a.wav", "somebody's"}}));
+}
+
+TEST(CropFile, SideFilesOfKilledRuns_AreInNobodysWay) {
+    CropStage app;
+    app.folder.Write("a.wav", "abcdef");
+    for (int number = 1; number <= 20; ++number)
+        app.folder.Write("~" + std::to_string(number) + "a.wav", "left behind");
+    app.Crop("a.wav", 2, 4);
+    EXPECT_EQ(app.folder.Read("a.wav"), "cd");
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST(CropFile, EmptyFile_IsAReadErrorAndStays) {
+    CropStage app;
+    app.folder.Write("a.wav", "");
+    app.Crop("a.wav", 1, 0);
+    ExpectOneBox(app, "Read Error!");
+    EXPECT_EQ(FilesOf(app.folder), (Files{{"a.wav", ""}}));
+}
+
+TEST(CropFile, LinkedFileThatCannotBeOpened_IsToldWithItsRealBackup) {
+    CropStage app;
+    app.files.CreateFolder("music");
+    app.files.SetReadOnly(app.folder.Write("music/real.dat", "abcdef"), true);
+    std::filesystem::create_symlink("music/real.dat", "a.wav");
+    app.Crop("a.wav", 2, 4);
+    const std::string real = app.files.FollowLinks("music/real.dat");
+    ExpectOneBox(app, "File \"" + real + ".bak\" could not be created.");
 }
 
 TEST(CropFile, NameThatLeavesNoRoomForTheBackup_FailsAndTheDiskIsAsBefore) {

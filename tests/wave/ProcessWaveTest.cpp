@@ -444,7 +444,7 @@ TEST(ProcessWave, FileThatIsGone_IsAFailure) {
 
 TEST(ProcessWave, FileThatDiffersInCaseOnly_IsNotTakenForIt) {
     WaveStage stage;
-    const std::string source = Wav().Silence(4704).Tone(4704).Silence(4704).Bytes();
+    const std::string source = Wav().Silence(600).Tone(2 * Block).Silence(600).Bytes();
     stage.app.folder.Write("A.wav", "another one");
     ASSERT_EQ(stage.Scan(source), 0);
     EXPECT_EQ(RuntimeErrorOf([&] { stage.wave.ProcessWave(false); }), 58);
@@ -457,7 +457,7 @@ TEST(ProcessWave, BackupsOfTwoSpellings_AreBothKept) {
     WaveStage stage;
     stage.app.folder.Write("a.wav.BAK", "first");
     stage.app.folder.Write("A.wav.BAK", "second");
-    ASSERT_EQ(stage.Scan(Wav().Silence(4704).Tone(4704).Bytes()), 0);
+    ASSERT_EQ(stage.Scan(Wav().Silence(600).Tone(2 * Block).Bytes()), 0);
     EXPECT_EQ(RuntimeErrorOf([&] { stage.wave.ProcessWave(false); }), 58);
     EXPECT_EQ(stage.app.folder.Read("a.wav.BAK") + stage.app.folder.Read("A.wav.BAK"), "firstsecond");
 }

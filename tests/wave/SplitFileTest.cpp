@@ -167,6 +167,27 @@ TEST(SplitFile, ReadOnlyEnd_IsToldAndTheFirstFileStays) {
     EXPECT_EQ(app.folder.Read("b_a.wav"), "");
 }
 
+TEST(SplitFile, ReadOnlyEnd_LeavesAnOldBeginAsItIs) {
+    TestApp app;
+    app.folder.Write("a.wav", "abcdef");
+    app.folder.Write("b_a.wav", "kept too");
+    app.files.SetReadOnly(app.folder.Write("e_a.wav", "kept"), true);
+    SplitFile(app, "a.wav", 2);
+    ExpectOneBox(app, CannotCreate(app, "e_a.wav"));
+    EXPECT_EQ(app.folder.Read("b_a.wav"), "kept too");
+    EXPECT_EQ(app.files.List(app.folder.Path()).size(), 3U);
+}
+
+TEST(SplitFile, LongestNameThatLeavesRoomForThePrefix_IsSplit) {
+    TestApp app;
+    const std::string name = std::string(249, 'x') + ".wav";
+    app.folder.Write(name, "abcdef");
+    SplitFile(app, name, 2);
+    EXPECT_EQ(app.folder.Read("b_" + name), "ab");
+    EXPECT_EQ(app.folder.Read("e_" + name), "cdef");
+    EXPECT_EQ(app.files.List(app.folder.Path()).size(), 3U);
+}
+
 TEST(SplitFile, NameThatLeavesNoRoomForThePrefix_IsTold) {
     TestApp app;
     const std::string name = std::string(250, 'x') + ".wav";
@@ -224,10 +245,38 @@ TEST(SplitFile, FaultAtAnyOperation_LeavesTheFileAndNoHalfPart) {
                 RuntimeErrorOf([&] { SplitFile(app, "a.wav", static_cast<std::int32_t>(Block + 7)); });
             EXPECT_TRUE(SameBytes(app.folder.Read("a.wav"), bytes)) << nth;
             if (files.faults.operations < nth) break;
-            EXPECT_TRUE(error == 61 || app.desktop.HasComplained()) << nth;
+            // A temporary name that can't be had is not the last one.
+            const bool isDone = app.folder.Exists("e_a.wav") &&
+                                app.folder.Read("b_a.wav") + app.folder.Read("e_a.wav") == bytes;
+            EXPECT_TRUE(error == 61 || app.desktop.HasComplained() || isDone) << nth;
             if (mode == FaultPlan::Mode::OnlyTheNth && error == 61) {
                 EXPECT_FALSE(app.folder.Exists("b_a.wav") || app.folder.Exists("e_a.wav")) << nth;
             }
+        }
+    }
+}
+
+TEST(SplitFile, FaultAtAnyOperation_KeepsFilesOfTheNamesOfTheParts) {
+    const std::string bytes = Audio(2 * Block + 100);
+    for (const auto mode : {FaultPlan::Mode::OnlyTheNth, FaultPlan::Mode::FromTheNthOn}) {
+        for (int nth = 1;; ++nth) {
+            PosixFileSystem real;
+            FaultInjectingFileSystem files(real);
+            TestApp app(&files);
+            app.folder.Write("a.wav", bytes);
+            app.folder.Write("b_a.wav", "old begin");
+            app.folder.Write("e_a.wav", "old end");
+            files.faults.plan = {mode, nth, ErrorNumber::DiskFull};
+            RuntimeErrorOf([&] { SplitFile(app, "a.wav", static_cast<std::int32_t>(Block)); });
+            const std::string begin = app.folder.Read("b_a.wav");
+            const std::string end = app.folder.Read("e_a.wav");
+            EXPECT_TRUE(begin == "old begin" || SameBytes(begin, bytes.substr(0, Block))) << nth;
+            EXPECT_TRUE(end == "old end" || SameBytes(end, bytes.substr(Block))) << nth;
+            EXPECT_TRUE(end == "old end" || begin != "old begin") << nth;
+            if (mode == FaultPlan::Mode::OnlyTheNth) {
+                EXPECT_EQ(app.files.List(app.folder.Path()).size(), 3U) << nth;
+            }
+            if (files.faults.operations < nth) break;
         }
     }
 }
