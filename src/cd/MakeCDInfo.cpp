@@ -1,5 +1,6 @@
 #include "cd/MakeCDInfo.h"
 
+#include <unordered_set>
 #include <utility>
 
 #include "cd/CDInfoFile.h"
@@ -15,6 +16,7 @@
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "tags/CompressedFile.h"
+#include "tags/TagText.h"
 
 namespace zefta {
 
@@ -24,10 +26,6 @@ constexpr std::int32_t CannotOpen = 1003;
 constexpr std::string_view PlaylistMask = "*.m3u";
 constexpr std::string_view PlaylistExtension = ".m3u";
 constexpr std::string_view Separator = " / ";
-
-const std::string& FirstGiven(const std::string& first, const std::string& second) {
-    return first.empty() ? second : first;
-}
 
 /// The album of one playlist, track by track.
 class Album {
@@ -39,7 +37,7 @@ class Album {
     void Add(const ID3Tag& tag) {
         ++tracks_;
         length_ = zefta::Add(length_, tag.Seconds);
-        if (year_.empty()) year_ = tag.Year;
+        if (year_.empty()) year_ = ShownText(tag.Year);
         const std::string key = TrackKey(tracks_);
         file_.WriteProfileValue(NamesSection, key, NameOf(tag));
         file_.WriteProfileValue(TimesSection, key, std::to_string(tag.Seconds));
@@ -63,12 +61,12 @@ class Album {
     /// Name of the track; the album takes from the tag what it lacks.
     std::string NameOf(const ID3Tag& tag) {
         const ID3v2Extension& v2 = tag.ID3v2Extension;
-        const std::string& artist = FirstGiven(v2.Artist, tag.Artist);
+        const std::string artist = FirstShown(v2.Artist, tag.Artist);
         if (artist_.empty()) artist_ = compilation_ ? name_ : artist;
-        if (title_.empty()) title_ = compilation_ ? name_ : FirstGiven(v2.AlbumTitle, tag.Album);
+        if (title_.empty()) title_ = compilation_ ? name_ : FirstShown(v2.AlbumTitle, tag.Album);
         std::string name = compilation_ ? artist + std::string(Separator) : "";
-        name.append(FirstGiven(v2.TrackTitle, tag.Title)).append(Separator);
-        return name.append(FirstGiven(v2.Mix, tag.Comment));
+        name.append(FirstShown(v2.TrackTitle, tag.Title)).append(Separator);
+        return name.append(FirstShown(v2.Mix, tag.Comment));
     }
 
     ProfileFile& file_;
@@ -97,6 +95,7 @@ class CDInfoMaker {
     void Make(const std::string& playlist) {
         const std::string path =
             JoinPath(target_, ReplaceAllIgnoringCase(playlist, PlaylistExtension, ".zfc"));
+        RefuseSecondAlbum(path);
         ProfileFile file = ReadProfileFile(app_.files, app_.ansi, path);
         Album album(file, app_.ansi.ToText(ReplaceAllIgnoringCase(playlist, PlaylistExtension, "")),
                     compilation_);
@@ -107,11 +106,18 @@ class CDInfoMaker {
         }
         album.WriteOptions();
         WriteProfileFile(app_.files, path, file);
+        written_.insert(app_.files.FollowLinks(path));
         const std::string shown = target_ == folder_ ? NamePart(path) : path;
         TellStep(app_, "write: " + shown + ": " + std::to_string(album.Tracks()) + " tracks");
     }
 
   private:
+    /// Of two playlists whose names differ in case alone: their tracks would mix in one file.
+    void RefuseSecondAlbum(const std::string& path) const {
+        if (app_.files.FileExists(path) && written_.contains(app_.files.FollowLinks(path)))
+            throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
+    }
+
     void CreateTarget(const std::string& target) {
         try {
             app_.files.CreateFolder(target);
@@ -139,7 +145,18 @@ class CDInfoMaker {
     std::string folder_;
     std::string target_;
     bool compilation_;
+    /// Behind all links.
+    std::unordered_set<std::string> written_;
 };
+
+void MakeOrTell(App& app, CDInfoMaker& maker, const std::string& playlist) {
+    try {
+        maker.Make(playlist);
+    } catch (const RuntimeError& error) {
+        TellStep(app, "refused: " + playlist + ": " + error.Text());
+        throw;
+    }
+}
 
 }  // namespace
 
@@ -150,7 +167,7 @@ void MakeCDInfo(App& app, const std::string& mask, const std::string& targetPath
     CDInfoMaker maker(app, work.folder, compilation);
     maker.UseTarget(targetPath);
     for (const std::string& name : FilesOf(app.files, work)) {
-        if (MatchesMask(name, PlaylistMask)) CheckRuntimeError(app, [&] { maker.Make(name); });
+        if (MatchesMask(name, PlaylistMask)) CheckRuntimeError(app, [&] { MakeOrTell(app, maker, name); });
     }
 }
 

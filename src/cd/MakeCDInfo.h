@@ -15,7 +15,8 @@ namespace zefta {
 /// compilation has the artist in front of each track's title, and its playlist's name as artist and title.
 ///
 /// Message 1003 for a mask that is not "*.m3u". RuntimeError 76 when the folder can't be entered; a failure
-/// with one playlist costs a box, leaves its file as it was, and the walk goes on.
+/// with one playlist costs a box, leaves its file as it was, and the walk goes on. One whose file is that of
+/// a playlist before it, their names differing in case alone, is left out (RuntimeError 58).
 void MakeCDInfo(App& app, const std::string& mask, const std::string& targetPath, bool compilation);
 
 /// The job of /makezfc.

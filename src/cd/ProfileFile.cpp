@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "core/Steps.h"
 #include "core/Strings.h"
 #include "library/TextTarget.h"
 #include "platform/RuntimeError.h"
@@ -41,16 +42,6 @@ std::string_view FirstLineOf(std::string_view text) {
 /// A key with its section in front; a line break can't be part of either.
 std::string IndexName(std::string_view section, std::string_view key) {
     return AsciiLower(section) + '\n' + AsciiLower(key);
-}
-
-/// No character that ends a line or a text.
-std::string OneLine(std::string_view value) {
-    const auto isControl = [](char character) {
-        return static_cast<unsigned char>(character) < 32 || character == 127;
-    };
-    std::string line(value);
-    std::replace_if(line.begin(), line.end(), isControl, ' ');
-    return line;
 }
 
 }  // namespace

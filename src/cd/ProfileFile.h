@@ -24,11 +24,11 @@ class ProfileFile {
     /// The bytes of the file; none for a new one. The code page has to outlive the object.
     ProfileFile(std::string_view bytes, const CodePage& ansi);
 
-    /// "" for a key that is not there. A control character is told as a blank, as it would be written.
+    /// "" for a key that is not there. As OneLine tells it, and as it would be written.
     std::string ReadProfileValue(std::string_view section, std::string_view key) const;
 
     /// Replaces the value in its place, or adds the key behind the last one of its section, or the section at
-    /// the end. A control character in the value becomes a blank: no value can reach into the next line.
+    /// the end. The value is written as OneLine tells it: none can reach into the next line.
     void WriteProfileValue(std::string_view section, std::string_view key, std::string_view value);
 
     std::string Bytes() const;

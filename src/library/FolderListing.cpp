@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/Strings.h"
+#include "library/SortWithoutCase.h"
 #include "platform/Text.h"
 
 namespace zefta {
@@ -27,16 +28,6 @@ constexpr std::array<ListedExtension, 7> ListedExtensions = {{
 
 /// Of an extension with its dot.
 constexpr std::size_t ExtensionLength = 4;
-
-struct SortedEntry {
-    std::string key;
-    ListEntry entry;
-
-    bool operator<(const SortedEntry& other) const {
-        const int order = key.compare(other.key);
-        return order != 0 ? order < 0 : entry.name < other.entry.name;
-    }
-};
 
 char GroupOf(ListKind kind) {
     return kind == ListKind::Folder ? '0' : kind == ListKind::Playlist ? '1' : '2';
@@ -62,15 +53,7 @@ std::string SortOrder(const ListEntry& entry, const CodePage& ansi) {
 }
 
 void SortEntries(std::vector<ListEntry>& entries, const CodePage& ansi) {
-    std::vector<SortedEntry> sorted;
-    sorted.reserve(entries.size());
-    for (ListEntry& entry : entries) {
-        std::string key = ToLower(SortOrder(entry, ansi));
-        sorted.push_back({std::move(key), std::move(entry)});
-    }
-    std::sort(sorted.begin(), sorted.end());
-    std::transform(sorted.begin(), sorted.end(), entries.begin(),
-                   [](SortedEntry& item) { return std::move(item.entry); });
+    SortWithoutCase(entries, [&](const ListEntry& entry) { return SortOrder(entry, ansi); });
 }
 
 std::vector<ListEntry> ListFolder(const FileSystem& files, const std::string& folder, std::string_view mask,

@@ -1,9 +1,8 @@
 #include "library/Playlist.h"
 
-#include <algorithm>
-#include <new>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Boxes.h"
@@ -13,10 +12,10 @@
 #include "core/TextInRuns.h"
 #include "library/FolderListing.h"
 #include "library/PlaylistText.h"
+#include "library/SortWithoutCase.h"
 #include "library/TextTarget.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
 #include "tags/CompressedFile.h"
 
 namespace zefta {
@@ -26,14 +25,8 @@ namespace {
 constexpr std::string_view UsualName = "!Playlist.m3u";
 
 struct ListedName {
-    std::string key;
     /// Relative to the folder of the list.
     std::string name;
-
-    bool operator<(const ListedName& other) const {
-        const int order = key.compare(other.key);
-        return order != 0 ? order < 0 : name < other.name;
-    }
 };
 
 /// In an entry it would make two lines of one.
@@ -41,10 +34,22 @@ bool HasLineFeed(std::string_view name) {
     return name.find('\n') != std::string_view::npos;
 }
 
-bool IsListed(const FolderEntry& entry) {
-    if (entry.isFolder || entry.isSpecial) return false;
-    const auto kind = ListKindOf(entry.name);
+bool IsAudioName(std::string_view name) {
+    const auto kind = ListKindOf(name);
     return kind && *kind != ListKind::Playlist;
+}
+
+bool IsListed(const FolderEntry& entry) {
+    return !entry.isFolder && !entry.isSpecial && IsAudioName(entry.name);
+}
+
+/// A slip of the hand must not cost a song.
+void RefuseAudioFile(const FileSystem& files, const std::string& path) {
+    if (!files.FileExists(path)) return;
+    for (const std::string& name : {NamePart(path), NamePart(files.FollowLinks(path))}) {
+        if (IsAudioName(name) || IsCompressedFile(name) || IsWaveFile(name))
+            throw RuntimeError(ErrorNumber::FileAlreadyExists, path);
+    }
 }
 
 void Refuse(App& app, const std::string& name, const RuntimeError& error) {
@@ -71,7 +76,7 @@ class NameList {
     }
 
     std::vector<ListedName> TakeSorted() {
-        std::sort(names_.begin(), names_.end());
+        SortWithoutCase(names_, [&](const ListedName& listed) { return app_.ansi.ToText(listed.name); });
         return std::move(names_);
     }
 
@@ -96,8 +101,7 @@ class NameList {
             Refuse(app_, name, RuntimeError(ErrorNumber::BadFileName, name));
             return;
         }
-        std::string key = ToLower(app_.ansi.ToText(name));
-        names_.push_back({std::move(key), std::move(name)});
+        names_.push_back({std::move(name)});
     }
 
     App& app_;
@@ -114,8 +118,6 @@ std::string CommentOf(const FileReading& reading, const std::string& path) {
         const ID3Tag tag = ReadCompressedFile(reading, path);
         return tag.Path.empty() ? std::string() : CommentLine(tag, reading.ansi) + "\n";
     } catch (const RuntimeError&) {
-        return {};
-    } catch (const std::bad_alloc&) {
         return {};
     }
 }
@@ -141,6 +143,7 @@ void WritePlaylist(App& app) {
     const std::string folder = app.files.CurrentFolder();
     const std::string path = TargetOf(app, folder);
     if (app.state.UsePaths && HasLineFeed(folder)) throw RuntimeError(ErrorNumber::BadFileName, folder);
+    RefuseAudioFile(app.files, path);
     TextTarget target(app.files, path);
     NameList list(app, target.Path());
     list.AddFolderToList(folder, "");

@@ -4,19 +4,11 @@
 #include "core/Strings.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "tags/TagText.h"
 
 namespace zefta {
 
 namespace {
-
-/// What follows a NUL was never shown.
-std::string_view Shown(std::string_view text) {
-    return text.substr(0, text.find('\0'));
-}
-
-std::string FirstNotEmpty(std::string_view first, std::string_view second) {
-    return std::string(Shown(first).empty() ? Shown(second) : Shown(first));
-}
 
 /// Next line (C1), line separator, paragraph separator: line ends for some readers.
 std::string WithoutLineEnds(std::string text) {
@@ -28,8 +20,8 @@ std::string WithoutLineEnds(std::string text) {
 
 /// The two kinds of bracket tell mix and comment apart.
 std::string Tail(const ID3Tag& tag) {
-    const std::string mix(Shown(tag.ID3v2Extension.Mix));
-    const std::string comment(Shown(tag.Comment));
+    const std::string mix(ShownText(tag.ID3v2Extension.Mix));
+    const std::string comment(ShownText(tag.Comment));
     if (!mix.empty()) return " (" + mix + ")";
     return comment.empty() ? std::string() : " [" + comment + "]";
 }
@@ -37,8 +29,8 @@ std::string Tail(const ID3Tag& tag) {
 }  // namespace
 
 std::string DisplayText(const ID3Tag& tag, const CodePage& ansi) {
-    const std::string artist = FirstNotEmpty(tag.ID3v2Extension.Artist, tag.Artist);
-    const std::string title = FirstNotEmpty(tag.ID3v2Extension.TrackTitle, tag.Title);
+    const std::string artist = FirstShown(tag.ID3v2Extension.Artist, tag.Artist);
+    const std::string title = FirstShown(tag.ID3v2Extension.TrackTitle, tag.Title);
     const bool hasNone = artist.empty() && title.empty();
     return WithoutLineEnds(
         OneLine(hasNone ? ansi.ToText(NamePart(tag.Path)) : artist + " - " + title + Tail(tag)));

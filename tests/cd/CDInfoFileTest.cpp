@@ -196,7 +196,7 @@ TEST(SaveCDInfo, LineBreaksInAName_CannotBreakTheFile) {
     SaveCDInfo(app, "a.zfc", info);
     CDInfo loaded;
     LoadCDInfo(app, "a.zfc", loaded);
-    EXPECT_EQ(loaded.Artist, "A  [Options] Tracks=99");
+    EXPECT_EQ(loaded.Artist, "A [Options] Tracks=99");
     ASSERT_EQ(loaded.Tracks.size(), 1U);
     EXPECT_EQ(loaded.Tracks[0].Name, "x 02=y");
 }

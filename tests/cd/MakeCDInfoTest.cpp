@@ -1,8 +1,10 @@
 #include <filesystem>
+#include <new>
 #include <sstream>
 
 #include <gtest/gtest.h>
 
+#include "cd/CDInfoFile.h"
 #include "cd/MakeCDInfo.h"
 #include "core/Options.h"
 #include "support/ExpectRuntimeError.h"
@@ -123,6 +125,74 @@ TEST(MakeCDInfo, NamesInTheCodePage_AreFound) {
     app.files.MoveFile("a.mp3", "caf\xC3\xA9.mp3");
     app.files.MoveFile("b.mp3", "th\xE9.mp3");
     EXPECT_EQ(app.InfoOf("caf\xE9.mp3\nth\xE9.mp3\n"), BothSongs);
+}
+
+TEST(MakeCDInfo, Values_EndAtTheirFirstNul) {
+    using namespace std::string_literals;
+    CDInfoStage app;
+    const std::string frames =
+        TextFrame("TPE1", "Shown\0hidden"s) + TextFrame("TIT2", "\0hidden"s) + TextFrame("TALB", "Whole"s);
+    app.folder.Write("n.mp3", Song(3, {.title = "Short"}, frames));
+    EXPECT_EQ(app.InfoOf("n.mp3\n"),
+              Info("01=Short / \n", "01=3\n",
+                   "Artist=Shown\nTitle=Whole\nYear=\nTracks=1\nLength=3\nCompilation=0\n"));
+}
+
+TEST(MakeCDInfo, PlaylistsWhoseNamesDifferInCaseAlone_DoNotMix) {
+    CDInfoStage app;
+    std::ostringstream steps;
+    app.steps = &steps;
+    app.folder.Write("List.m3u", "a.mp3\nb.mp3\n");
+    app.folder.Write("LIST.m3u", "a.mp3\nb.mp3\n");
+    app.folder.Write("Other.m3u", "a.mp3\nb.mp3\n");
+    app.Make();
+    ASSERT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_TRUE(app.desktop.boxes[0].text.starts_with("Error #58")) << app.desktop.boxes[0].text;
+    const bool firstIsUpper = app.folder.Exists("LIST.zfc");
+    EXPECT_NE(firstIsUpper, app.folder.Exists("List.zfc"));
+    const std::string second = firstIsUpper ? "List" : "LIST";
+    EXPECT_NE(app.desktop.boxes[0].text.find("/" + second + ".zfc"), std::string::npos);
+    EXPECT_NE(steps.str().find("refused: " + second + ".m3u: "), std::string::npos);
+    EXPECT_EQ(app.folder.Read(firstIsUpper ? "LIST.zfc" : "List.zfc"), BothSongs);
+    EXPECT_EQ(app.folder.Read("Other.zfc"), BothSongs);
+}
+
+TEST(MakeCDInfo, PlaylistsWhoseNamesDifferInCaseAlone_KeepFilesOfTheirOwn) {
+    CDInfoStage app;
+    for (const std::string name : {"List", "LIST"}) {
+        app.folder.Write(name + ".m3u", "a.mp3\nb.mp3\n");
+        app.folder.Write(name + ".zfc", "");
+    }
+    app.Make();
+    EXPECT_TRUE(app.desktop.boxes.empty());
+    EXPECT_EQ(app.folder.Read("List.zfc"), BothSongs);
+    EXPECT_EQ(app.folder.Read("LIST.zfc"), BothSongs);
+}
+
+TEST(MakeCDInfo, NameWithAnEqualsSign_Survives) {
+    CDInfoStage app;
+    app.folder.Write("e.mp3", Song(1, {.title = "E=mc2", .artist = "=A=", .album = "B="}));
+    app.InfoOf("e.mp3\n");
+    CDInfo info;
+    LoadCDInfo(app, "List.zfc", info);
+    EXPECT_EQ(info.Artist, "=A=");
+    EXPECT_EQ(info.Title, "B=");
+    ASSERT_EQ(info.Tracks.size(), 1U);
+    EXPECT_EQ(info.Tracks[0].Name, "E=mc2 /");
+}
+
+TEST(MakeCDInfo, EntryThatMemoryDoesNotSufficeFor_IsLeftOut) {
+    class Hungry : public PosixFileSystem {
+      public:
+        std::unique_ptr<BinaryFile> OpenReadOnly(const std::string& path) override {
+            if (path.ends_with("huge.mp3")) throw std::bad_alloc();
+            return PosixFileSystem::OpenReadOnly(path);
+        }
+    } files;
+    CDInfoStage app(&files);
+    app.folder.Write("huge.mp3", Song(1, {}));
+    EXPECT_EQ(app.InfoOf("huge.mp3\na.mp3\nb.mp3\n"), BothSongs);
+    EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
 TEST(MakeCDInfo, EveryPlaylistOfTheMask_GetsItsFile) {

@@ -117,8 +117,8 @@ TEST(WriteProfileValue, ControlCharacters_BecomeBlanks) {
     const std::string value("a\r\n[T]\nK=x\ty\0z\x7F", 15);
     ProfileFile file("", Ansi());
     file.WriteProfileValue("S", "K", value);
-    EXPECT_EQ(file.Bytes(), "[S]\nK=a  [T] K=x y z \n");
-    EXPECT_EQ(ValueIn(file.Bytes(), "S", "K"), "a  [T] K=x y z ");
+    EXPECT_EQ(file.Bytes(), "[S]\nK=a [T] K=x y z \n");
+    EXPECT_EQ(ValueIn(file.Bytes(), "S", "K"), "a [T] K=x y z ");
     EXPECT_EQ(ValueIn(file.Bytes(), "T", "K"), "");
 }
 

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <new>
 #include <sstream>
 #include <sys/stat.h>
 
@@ -47,6 +48,56 @@ class PlaylistTest : public ::testing::Test {
 TEST_F(PlaylistTest, EmptyFolder_GivesTheHeaderAlone) {
     EXPECT_EQ(Made(), "#EXTM3U\n");
     EXPECT_EQ(EntryCount(), 1U);
+}
+
+TEST_F(PlaylistTest, TargetThatIsAnAudioFile_IsNotReplaced) {
+    for (const std::string name : {"a.mp3", "b.WAV", "c.ogg", "d.lqt", "e.mpc", "f.mp+", "xmp3"}) {
+        TestApp fresh;
+        fresh.folder.Write(name, "audio");
+        fresh.state.TargetPath = name;
+        MakePlaylist(fresh);
+        ASSERT_EQ(fresh.desktop.boxes.size(), 1U) << name;
+        EXPECT_EQ(fresh.desktop.boxes[0].text.find("Error #58"), 0U) << fresh.desktop.boxes[0].text;
+        EXPECT_NE(fresh.desktop.boxes[0].text.find("/" + name), std::string::npos);
+        EXPECT_EQ(fresh.folder.Read(name), "audio");
+        EXPECT_EQ(fresh.files.List(fresh.folder.Path()).size(), 1U);
+    }
+}
+
+TEST_F(PlaylistTest, TargetThatLeadsToAnAudioFile_IsNotReplaced) {
+    app.folder.Write("a.mp3", "audio");
+    std::filesystem::create_symlink("a.mp3", app.folder / "!Playlist.m3u");
+    MakePlaylist(app);
+    EXPECT_EQ(OnlyBox().find("Error #58"), 0U);
+    EXPECT_EQ(app.folder.Read("a.mp3"), "audio");
+}
+
+TEST_F(PlaylistTest, TargetWithTheNameOfAnAudioFileThatIsNotThere_IsWrittenAndNotListed) {
+    WriteWaves({"a.wav"});
+    app.state.TargetPath = "new.mp3";
+    EXPECT_EQ(Made("new.mp3"), "#EXTM3U\na.wav\n");
+}
+
+TEST_F(PlaylistTest, TargetThatLeadsNowhere_IsMadeBehindTheLink) {
+    WriteWaves({"a.wav"});
+    std::filesystem::create_symlink("nowhere.m3u", app.folder / "!Playlist.m3u");
+    EXPECT_EQ(Made("nowhere.m3u"), "#EXTM3U\na.wav\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(app.folder / "!Playlist.m3u"));
+}
+
+TEST_F(PlaylistTest, TagThatMemoryDoesNotSufficeFor_GivesTheEntryAlone) {
+    class Hungry : public PosixFileSystem {
+      public:
+        std::unique_ptr<BinaryFile> OpenReadOnly(const std::string& path) override {
+            if (path.ends_with("huge.mp3")) throw std::bad_alloc();
+            return PosixFileSystem::OpenReadOnly(path);
+        }
+    } files;
+    TestApp hungry(&files);
+    hungry.folder.Write("huge.mp3", "");
+    MakePlaylist(hungry);
+    EXPECT_TRUE(hungry.desktop.boxes.empty());
+    EXPECT_EQ(hungry.folder.Read("!Playlist.m3u"), "#EXTM3U\nhuge.mp3\n");
 }
 
 TEST_F(PlaylistTest, MadeTwice_DoesNotListItself) {
@@ -192,17 +243,6 @@ TEST_F(PlaylistTest, Target_MayLieElsewhereAndUseBackslashes) {
     EXPECT_EQ(Made("full.m3u"), "#EXTM3U\na.wav\n");
     EXPECT_FALSE(app.folder.Exists("!Playlist.m3u"));
     EXPECT_EQ(app.state.TargetPath, app.folder / "full.m3u");
-}
-
-TEST_F(PlaylistTest, TargetOfAListedKind_IsNotListed) {
-    WriteWaves({"a.wav", "b.wav"});
-    for (const char* target : {"list.mp3", "B.WAV"}) {
-        app.state.TargetPath = target;
-        MakePlaylist(app);
-        app.files.DeleteFile("list.mp3", Force::Yes);
-        app.folder.Write("list.mp3", "");
-    }
-    EXPECT_EQ(app.folder.Read("b.wav"), "#EXTM3U\na.wav\n#EXTINF:0,list.mp3\nlist.mp3\n");
 }
 
 TEST_F(PlaylistTest, TargetThatCannotBeCreated_IsToldAndNothingIsWritten) {
