@@ -218,16 +218,6 @@ RenameFields FieldsOf(const Kind& kind, const ID3Tag& tag, const std::string& pa
     }
 }
 
-RenamePlan ReadOrTell(App& app, const RenameRule& rule, const std::string& path,
-                      const std::string& fileName) {
-    try {
-        return ReadForRename({app.files, app.ansi, UnknownContent::PassOver}, rule, path, fileName);
-    } catch (const RuntimeError& error) {
-        TellStep(app, "refused: " + fileName + ": " + RuntimeError(error.Kind()).Text());
-        throw;
-    }
-}
-
 }  // namespace
 
 RenameRule RuleOfRun(App& app, std::int32_t mode) {
@@ -252,6 +242,15 @@ RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, con
             .wanted = NameByRule(rule, FieldsOf(*kind, tag, filePath), fileName)};
 }
 
+RenamePlan PlanOrTell(App& app, const std::string& fileName, const std::function<RenamePlan()>& read) {
+    try {
+        return read();
+    } catch (const RuntimeError& error) {
+        TellStep(app, "refused: " + fileName + ": " + RuntimeError(error.Kind()).Text());
+        throw;
+    }
+}
+
 RenameOutcome RenameAsPlanned(App& app, const RenamePlan& plan, const std::string& path,
                               std::string& fileName) {
     if (plan.result != 0) {
@@ -266,7 +265,10 @@ RenameOutcome RenameAsPlanned(App& app, const RenamePlan& plan, const std::strin
 
 RenameOutcome RenameByTags(App& app, const std::string& path, std::string& fileName, std::int32_t mode) {
     const RenameRule rule = RuleOfRun(app, mode);
-    return RenameAsPlanned(app, ReadOrTell(app, rule, path, fileName), path, fileName);
+    const FileReading reading = {app.files, app.ansi, UnknownContent::PassOver};
+    const RenamePlan plan =
+        PlanOrTell(app, fileName, [&] { return ReadForRename(reading, rule, path, fileName); });
+    return RenameAsPlanned(app, plan, path, fileName);
 }
 
 std::int32_t WaveFile::RenameFileByTAGsData(const std::string& path, std::string& fileName,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "core/App.h"
@@ -32,6 +33,9 @@ RenameRule RuleOfRun(App& app, std::int32_t mode);
 RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, const std::string& path,
                          const std::string& fileName);
 
+/// What `read` gives. A preview tells of a run-time failure before it goes on.
+RenamePlan PlanOrTell(App& app, const std::string& fileName, const std::function<RenamePlan()>& read);
+
 /// What the moving half comes to.
 struct RenameOutcome {
     /// Of the whole operation.
@@ -45,7 +49,7 @@ struct RenameOutcome {
 RenameOutcome RenameAsPlanned(App& app, const RenamePlan& plan, const std::string& path,
                               std::string& fileName);
 
-/// Both halves, as WaveFile::RenameFileByTAGsData. A preview tells of a run-time failure before it goes on.
+/// Both halves, as WaveFile::RenameFileByTAGsData.
 RenameOutcome RenameByTags(App& app, const std::string& path, std::string& fileName, std::int32_t mode);
 
 }  // namespace zefta

@@ -8,6 +8,7 @@
 #include "core/Steps.h"
 #include "core/Strings.h"
 #include "library/RenameByTags.h"
+#include "library/RenamesAhead.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -21,6 +22,16 @@ bool IsMeant(const App& app, const std::string& name) {
 
 bool IsNameOfFile(const App& app, const std::string& folder, const std::string& text) {
     return text.find(PathSeparator) == std::string::npos && app.files.FileExists(JoinPath(folder, text));
+}
+
+/// The name that the file has then, relative to the folder.
+std::string MoveAndRemember(RenameRun& run, const std::string& folder, const std::string& name,
+                            const RenamePlan& plan) {
+    std::string told = name;
+    const bool hasStayed = RenameAsPlanned(run.app, plan, folder, told).hasStayed;
+    const std::string newName = hasStayed ? name : told;
+    if (run.map) run.map->Add(JoinPath(folder, name), newName);
+    return newName;
 }
 
 }  // namespace
@@ -53,9 +64,21 @@ std::string RenameAndRemember(RenameRun& run, const std::string& folder, const s
 
 void RenameFolderFiles(RenameRun& run, const std::string& folder) {
     const std::string place = run.app.files.FollowLinks(folder);
-    for (const std::string& name : NamesOfFiles(run.app, folder)) {
-        if (!IsMeant(run.app, name) || run.places.contains(JoinPath(place, name))) continue;
-        RenameAndRemember(run, folder, name);
+    std::vector<std::string> names = NamesOfFiles(run.app, folder);
+    std::erase_if(names, [&](const std::string& name) {
+        return !IsMeant(run.app, name) || run.places.contains(JoinPath(place, name));
+    });
+    if (names.empty()) return;
+    TellFolder(run, folder);
+    const RenameRule rule = RuleOfRun(run.app, run.app.state.RenameFormat);
+    const FileReading reading = {run.app.files, run.app.ansi, UnknownContent::PassOver};
+    RenamesAhead ahead(reading, rule, folder, names);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const RenamePlan plan = PlanOrTell(run.app, names[i], [&] { return ahead.Take(i); });
+        const std::string newName = MoveAndRemember(run, folder, names[i], plan);
+        const bool isInFolder = newName.find(PathSeparator) == std::string::npos;
+        run.places.insert(isInFolder ? JoinPath(place, newName)
+                                     : PlaceOf(run.app, JoinPath(folder, newName)));
         run.app.desktop.ServeEvents();
     }
 }
