@@ -10,7 +10,7 @@ namespace zefta {
 namespace {
 
 /// Fewer files are not worth a thread.
-constexpr std::size_t FilesAtATime = 64;
+constexpr std::size_t FilesAtATime = 256;
 
 /// In a thread of its own where the machine has a second processor and a thread to give, else when asked for.
 template <typename Step>

@@ -13,6 +13,8 @@ namespace {
 
 /// A job works on one folder, or moves files from one to another.
 constexpr std::size_t RememberedFolders = 4;
+/// For so long the folder is as it was seen: less than the tick in which changes of others go unseen anyway.
+constexpr std::chrono::milliseconds JustNow(1);
 
 using ByLowerCase = std::unordered_multimap<std::string, std::string>;
 
@@ -50,6 +52,15 @@ std::optional<FolderIndex::Stamp> FolderIndex::StampOf(const std::string& folder
     struct stat status;
     if (stat(folder.empty() ? "." : folder.c_str(), &status) != 0) return std::nullopt;
     return Stamp{status.st_dev, status.st_ino, status.st_size, status.st_mtim, status.st_ctim};
+}
+
+std::optional<FolderIndex::Stamp> FolderIndex::RecentStampOf(const std::string& folder) {
+    {
+        const std::lock_guard lock(mutex_);
+        const bool isSame = folder == lastSeen_.folder && folder.starts_with(PathSeparator);
+        if (isSame && std::chrono::steady_clock::now() - lastSeen_.when < JustNow) return lastSeen_.stamp;
+    }
+    return StampOf(folder);
 }
 
 FolderIndex::Names* FolderIndex::Find(const Stamp& stamp) {
@@ -90,7 +101,7 @@ std::vector<std::string> FolderIndex::NamesInAnyCase(const std::string& folder, 
 }
 
 FolderChange::FolderChange(FolderIndex& index, const std::string& path)
-    : index_(index), folder_(FolderPart(path)), before_(FolderIndex::StampOf(folder_)) {}
+    : index_(index), folder_(FolderPart(path)), before_(index.RecentStampOf(folder_)) {}
 
 std::vector<std::string> FolderChange::NamesInAnyCase(const std::string& name) {
     return before_ ? index_.NamesInAnyCase(*before_, folder_, name) : std::vector<std::string>();
@@ -110,6 +121,7 @@ void FolderChange::Follow(Change change) {
     if (names->isFilled) change(names->byLowerCase);
     names->stamp = *after;
     before_ = after;
+    index_.lastSeen_ = {folder_, *after, std::chrono::steady_clock::now()};
 }
 
 void FolderChange::Added(const std::string& name) {
@@ -123,7 +135,7 @@ void FolderChange::Removed(const std::string& name) {
 void FolderChange::Renamed(const std::string& from, const std::string& to) {
     Follow([&](ByLowerCase& names) {
         Erase(names, from);
-        Insert(names, to);
+        names.emplace(ToLower(to), to);
     });
 }
 

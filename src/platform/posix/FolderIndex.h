@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <ctime>
 #include <mutex>
@@ -48,19 +49,28 @@ class FolderIndex {
         std::unordered_multimap<std::string, std::string> byLowerCase;
     };
 
+    /// The stamp that a change of ours has just left.
+    struct LastSeen {
+        std::string folder;
+        Stamp stamp;
+        std::chrono::steady_clock::time_point when;
+    };
+
     static std::optional<Stamp> StampOf(const std::string& folder);
+    std::optional<Stamp> RecentStampOf(const std::string& folder);
     std::vector<std::string> NamesInAnyCase(const Stamp& stamp, const std::string& folder,
                                             const std::string& name);
     Names* Find(const Stamp& stamp);
     void StartAnew(Names* names, const Stamp& stamp);
 
     std::mutex mutex_;
+    LastSeen lastSeen_;
     /// The one asked about last stands last.
     std::vector<Names> folders_;
 };
 
 /// Stands around a change that the process makes to a folder, so that the index need not forget it. Looks at
-/// the folder once before the change and once behind it.
+/// the folder before the change, unless it did so just now, and behind it.
 class FolderChange {
   public:
     /// Of the folder in which the path lies.
