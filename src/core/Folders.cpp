@@ -1,6 +1,7 @@
 #include "core/Folders.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Strings.h"
 #include "platform/Paths.h"
@@ -26,18 +27,18 @@ FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec
     return {JoinPath(files.CurrentFolder(), folder), NamePart(native)};
 }
 
-std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work) {
-    const std::vector<FolderEntry> entries = files.List(work.folder);
-    const auto isFile = [](const FolderEntry& entry) { return !entry.isFolder && !entry.isSpecial; };
-    const bool namesOne = std::any_of(entries.begin(), entries.end(), [&](const FolderEntry& entry) {
-        return isFile(entry) && entry.name == work.mask;
-    });
-    if (namesOne) return {work.mask};
-    std::vector<std::string> names;
-    for (const FolderEntry& entry : entries) {
-        if (isFile(entry) && MatchesMask(entry.name, work.mask)) names.push_back(entry.name);
-    }
+std::vector<std::string> NamesMeant(std::vector<std::string> names, const std::string& mask) {
+    if (std::find(names.begin(), names.end(), mask) != names.end()) return {mask};
+    std::erase_if(names, [&](const std::string& name) { return !MatchesMask(name, mask); });
     return names;
+}
+
+std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work) {
+    std::vector<std::string> names;
+    for (FolderEntry& entry : files.List(work.folder)) {
+        if (!entry.isFolder && !entry.isSpecial) names.push_back(std::move(entry.name));
+    }
+    return NamesMeant(std::move(names), work.mask);
 }
 
 }  // namespace zefta

@@ -22,6 +22,10 @@ struct FolderAndMask {
 /// stands; a relative one counts from there.
 FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec);
 
+/// Those of the names that the mask means, in their order: a mask that is the very name of one means that one
+/// alone, be there others that differ from it in case only or that it matches as a mask.
+std::vector<std::string> NamesMeant(std::vector<std::string> names, const std::string& mask);
+
 /// The names of the files that the mask means, in folder order; pipes and devices are none. A mask that is
 /// the very name of a file means that file alone, also when the name holds what would else stand for other
 /// characters.

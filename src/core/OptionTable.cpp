@@ -171,7 +171,7 @@ constexpr Option Options[] = {
     {"/paths", Files, "", "write paths into playlists", [](Reader& r) { r.app.state.UsePaths = true; }},
     {"/compilation /cmpl", Files, "", "the tracks are of several artists", [](Reader& r) { r.app.state.IsCompilation = true; }},
     {"/translate /tran", Files, "", "plain ASCII names; behind /rename or /autorename", [](Reader& r) { if (IsRenameJob(r.app.state)) r.app.state.TranslateNames = true; }},
-    {"/template", Files, "text", "name template; behind /rename or /autorename", ApplyTemplate},
+    {"/template", Files, "text", "name template of %A artist, %T title, %M mix, %L album, %Y year, %N or %N3 track, %R plain letters, %W the same without blanks; behind /rename or /autorename", ApplyTemplate},
     {"/offset", Files, "bytes", "where /split divides", [](Reader& r) { TakeNumber(r, &AppState::SplitOffset); }},
     {"/start /start_offset", Files, "bytes", "where /crop begins", [](Reader& r) { TakeNumber(r, &AppState::CropStart); }},
     {"/end /end_offset", Files, "bytes", "where /crop ends", [](Reader& r) { TakeNumber(r, &AppState::CropEnd); }},

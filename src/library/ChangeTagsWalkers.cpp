@@ -24,11 +24,13 @@ struct WalkedFolder {
 
 void ChangeMatchingFiles(App& app, const WalkedFolder& folder, const std::vector<FolderEntry>& entries) {
     const TagValues values = ValuesOfOptions(app.state);
+    std::vector<std::string> names;
     for (const FolderEntry& entry : entries) {
-        if (entry.isFolder || entry.isSpecial || !IsCompressedFile(entry.name) ||
-            !MatchesMask(entry.name, app.state.FileSpec))
-            continue;
-        const ChangedFile file = {JoinPath(folder.path, entry.name), JoinPath(folder.shownName, entry.name)};
+        if (!entry.isFolder && !entry.isSpecial) names.push_back(entry.name);
+    }
+    for (const std::string& name : NamesMeant(std::move(names), app.state.FileSpec)) {
+        if (!IsCompressedFile(name)) continue;
+        const ChangedFile file = {JoinPath(folder.path, name), JoinPath(folder.shownName, name)};
         CheckRuntimeError(app, [&] { ChangeTagsOfFile(app, file, values); });
         app.desktop.ServeEvents();
     }

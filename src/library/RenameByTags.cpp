@@ -209,10 +209,11 @@ std::string Renaming::NameWithNumber(int number) const {
     return newName_.substr(0, start) + std::string(CutToBytes(NamePart(newName_), room)) + ending;
 }
 
-/// The values of the tag; a failure names the file that they are of.
-RenameFields FieldsOf(const Kind& kind, const ID3Tag& tag, const std::string& path) {
+/// A failure names the file that it is about: one of ten thousand ends the job.
+template <typename Step>
+auto NamingTheFile(const std::string& path, Step step) {
     try {
-        return kind.fields(tag);
+        return step();
     } catch (const RuntimeError& error) {
         throw RuntimeError(error.Kind(), path);
     }
@@ -231,7 +232,7 @@ RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, con
     if (kind == nullptr) return Refusal(NoKindWithTags, "no kind of file that has tags");
     const std::string filePath = JoinPath(path, fileName);
     ID3Tag tag;
-    kind->read(reading, filePath, tag);
+    NamingTheFile(filePath, [&] { kind->read(reading, filePath, tag); });
     if (tag.Path.empty()) return Refusal(NothingToNameBy, "can't be read");
     if (tag.Artist.empty() && tag.Title.empty())
         return Refusal(NothingToNameBy, "holds neither artist nor title");
@@ -239,7 +240,7 @@ RenamePlan ReadForRename(const FileReading& reading, const RenameRule& rule, con
     return {.result = 0,
             .reason = {},
             .extension = kind->caseOfExtension(extension),
-            .wanted = NameByRule(rule, FieldsOf(*kind, tag, filePath), fileName)};
+            .wanted = NameByRule(rule, NamingTheFile(filePath, [&] { return kind->fields(tag); }), fileName)};
 }
 
 RenamePlan PlanOrTell(App& app, const std::string& fileName, const std::function<RenamePlan()>& read) {

@@ -1,15 +1,9 @@
 #include "library/RenameMap.h"
 
-#include <filesystem>
-
+#include "platform/Paths.h"
 #include "platform/Text.h"
 
 namespace zefta {
-
-std::string LexicalPath(const std::string& path) {
-    const bool isPlain = path.find("/.") == std::string::npos && path.find("//") == std::string::npos;
-    return isPlain ? path : std::filesystem::path(path).lexically_normal().string();
-}
 
 void RenameMap::Add(const std::string& path, const std::string& newName, const std::string& countsFrom) {
     const std::string key = LexicalPath(path);

@@ -14,9 +14,6 @@ struct RenamedEntry {
     std::string countsFrom;
 };
 
-/// The path without "." and with each ".." taken together with the folder in front of it, by its text alone.
-std::string LexicalPath(const std::string& path);
-
 /// What became of the names of files that a job gave new ones to, so that playlists can learn them. A file
 /// that kept its name stands in it too.
 class RenameMap {

@@ -162,14 +162,13 @@ void ListRewriting::TellChange() {
 
 /// A link that leads nowhere is no playlist.
 bool IsPlaylist(const App& app, const std::string& folder, const std::string& name) {
-    return MatchesFileSpec(app, name) && MatchesMask(name, AllPlaylists) &&
-           app.files.FileExists(JoinPath(folder, name));
+    return MatchesMask(name, AllPlaylists) && app.files.FileExists(JoinPath(folder, name));
 }
 
 void RewriteFolder(RenameRun& run, const std::string& folder, bool renameFiles) {
     RenamedLines lines(run, folder, renameFiles);
     bool hasPlaylists = false;
-    for (const std::string& name : NamesOfFiles(run.app, folder)) {
+    for (const std::string& name : FilesMeant(run.app, folder)) {
         if (!IsPlaylist(run.app, folder, name)) continue;
         hasPlaylists = true;
         ListRewriting(run, JoinPath(folder, name), lines).Run();

@@ -16,10 +16,6 @@ namespace zefta {
 
 namespace {
 
-bool IsMeant(const App& app, const std::string& name) {
-    return IsCompressedFile(name) && MatchesFileSpec(app, name);
-}
-
 bool IsNameOfFile(const App& app, const std::string& folder, const std::string& text) {
     return text.find(PathSeparator) == std::string::npos && app.files.FileExists(JoinPath(folder, text));
 }
@@ -64,9 +60,9 @@ std::string RenameAndRemember(RenameRun& run, const std::string& folder, const s
 
 void RenameFolderFiles(RenameRun& run, const std::string& folder) {
     const std::string place = run.app.files.FollowLinks(folder);
-    std::vector<std::string> names = NamesOfFiles(run.app, folder);
+    std::vector<std::string> names = FilesMeant(run.app, folder);
     std::erase_if(names, [&](const std::string& name) {
-        return !IsMeant(run.app, name) || run.places.contains(JoinPath(place, name));
+        return !IsCompressedFile(name) || run.places.contains(JoinPath(place, name));
     });
     if (names.empty()) return;
     TellFolder(run, folder);
@@ -111,16 +107,8 @@ std::string PlaceOf(const App& app, const std::string& path) {
                     EqualsIgnoringCase(onDisk, name) ? onDisk : name);
 }
 
-bool MatchesFileSpec(const App& app, const std::string& name) {
-    return MatchesMask(name, app.state.FileSpec);
-}
-
-std::vector<std::string> NamesOfFiles(const App& app, const std::string& folder) {
-    std::vector<std::string> names;
-    for (FolderEntry& entry : app.files.List(folder)) {
-        if (!entry.isFolder && !entry.isSpecial) names.push_back(std::move(entry.name));
-    }
-    return names;
+std::vector<std::string> FilesMeant(const App& app, const std::string& folder) {
+    return FilesOf(app.files, {folder, app.state.FileSpec});
 }
 
 std::vector<std::string> Subfolders(const App& app, const std::string& folder) {

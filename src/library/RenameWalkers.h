@@ -69,11 +69,8 @@ std::string TakeFolderOfFileSpec(App& app, const std::string& folder);
 /// keeps its own name.
 std::string PlaceOf(const App& app, const std::string& path);
 
-/// Whether the name is among those that FileSpec means.
-bool MatchesFileSpec(const App& app, const std::string& name);
-
-/// The files of the folder, in folder order, without pipes and devices.
-std::vector<std::string> NamesOfFiles(const App& app, const std::string& folder);
+/// The files of the folder that FileSpec means, in folder order, without pipes and devices.
+std::vector<std::string> FilesMeant(const App& app, const std::string& folder);
 
 /// Paths of the subfolders. A link to a folder is none: a walk that changes names must not leave its tree,
 /// and has to end when the link leads back into it.

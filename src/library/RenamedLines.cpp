@@ -1,7 +1,6 @@
 #include "library/RenamedLines.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "core/Strings.h"
 #include "platform/Paths.h"
@@ -84,8 +83,7 @@ std::optional<std::string> RenamedLines::Remembered(const Reading& reading) cons
 
 std::string RenamedLines::FromHere(const RenamedEntry& entry) const {
     if (entry.countsFrom.empty() || entry.countsFrom == prefix_) return entry.newName;
-    const std::filesystem::path path(LexicalPath(entry.countsFrom + entry.newName));
-    return path.lexically_relative(LexicalPath(folder_)).string();
+    return PathFrom(folder_, entry.countsFrom + entry.newName);
 }
 
 std::optional<std::string> RenamedLines::NewNameOf(const std::string& line,

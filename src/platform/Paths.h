@@ -24,4 +24,12 @@ std::string WithClosingSeparator(std::string_view folder);
 /// Folder, separator, name. An empty folder gives the name alone.
 std::string JoinPath(std::string_view folder, std::string_view name);
 
+/// The path without ".", doubled separators and the names that ".." takes back, as far as the text tells: the
+/// disk is not asked, links are not followed. "." when nothing is left.
+std::string LexicalPath(std::string_view path);
+
+/// How one comes to `path` from `folder`, both absolute or both relative to one place: "../b/x" for "a" and
+/// "b/x".
+std::string PathFrom(std::string_view folder, std::string_view path);
+
 }  // namespace zefta

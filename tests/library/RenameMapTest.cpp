@@ -68,14 +68,6 @@ TEST(RenameMap, Add_WhereANameCountsFrom) {
     EXPECT_EQ(map.Find("/m/b.mp3")->countsFrom, "");
 }
 
-TEST(LexicalPath, Dots_AreTakenOut) {
-    EXPECT_EQ(LexicalPath("/m/a.mp3"), "/m/a.mp3");
-    EXPECT_EQ(LexicalPath("/m/./a.mp3"), "/m/a.mp3");
-    EXPECT_EQ(LexicalPath("/m/s/../../n/a.mp3"), "/n/a.mp3");
-    EXPECT_EQ(LexicalPath("/../a.mp3"), "/a.mp3");
-    EXPECT_EQ(LexicalPath("/m/.hidden/..a.mp3"), "/m/.hidden/..a.mp3");
-}
-
 TEST(RenameMap, Find_BytesThatAreNoText) {
     RenameMap map;
     map.Add("/m/caf\xE9.mp3", "new");
