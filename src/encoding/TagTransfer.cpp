@@ -8,7 +8,6 @@
 #include "core/Strings.h"
 #include "core/Version.h"
 #include "encoding/FrameText.h"
-#include "tags/ID3v2Frames.h"
 
 namespace zefta {
 
@@ -257,17 +256,6 @@ void TellLostLetters(const std::string& name, const std::string& value, const Co
         leftOut.push_back({"letters of the " + name, "the code page of MP3 tags lacks them"});
 }
 
-/// Blanks behind a text count in the size that the writer plans with and are not written. They make room
-/// where the plan, which leaves out genre and mix, would be too small for the frames and take audio in.
-void MakeRoomForFrames(ID3v2Extension& tag, const CodePage& ansi) {
-    constexpr std::int64_t SmallestTag = 512;
-    const std::int64_t planned = tag.GetTagSize(ansi);
-    const std::int64_t needed = static_cast<std::int64_t>(ID3v2FrameArea(tag, ansi).size()) + ID3v2HeaderSize;
-    // The writer's reserve is a tenth.
-    if (needed <= std::max(SmallestTag, planned + planned / 10)) return;
-    tag.EncodedBy.append(static_cast<std::size_t>(needed - planned), ' ');
-}
-
 std::string Joined(const std::vector<std::string>& names) {
     std::string text;
     for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
@@ -287,7 +275,6 @@ TransferredTag TransferTag(const ID3Tag& sourceTag, TargetKind target, const Cod
         if (target == TargetKind::MP3) TellLostLetters(std::string(row.name), value, ansi, result.leftOut);
     }
     result.tag.ID3v2Extension.EncodedBy = ApplicationTitle() + " " + VersionText();
-    if (target == TargetKind::MP3) MakeRoomForFrames(result.tag.ID3v2Extension, ansi);
     LeaveOutUnknown(source, result.leftOut);
     return result;
 }

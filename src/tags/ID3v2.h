@@ -24,8 +24,12 @@ void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi,
 /// the end of the file.
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
 
-/// The same for a file that is open for reading and writing: the MP3 file at tag.Path.
-void SetID3v2(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
+/// The same, but never over what follows the old tag: a tag that SetID3v2 would write where its frames do not
+/// fit goes into a new file, with room for them and a tenth more. What every job writes with.
+void SetID3v2WithRoom(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
+
+/// SetID3v2WithRoom for a file that is open for reading and writing: the MP3 file at tag.Path.
+void SetID3v2WithRoom(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
 
 /// Takes the tag off the file at tag.Path; true when there was one. RuntimeError 5, with the file untouched,
 /// when the tag reaches beyond the end of the file.

@@ -28,6 +28,19 @@ constexpr double SmallestTag = 512;
 /// The count of bytes to fill up is held in 16 bits.
 constexpr std::int64_t LargestFill = 32767;
 
+/// Where a tag is to stand.
+struct TagPlan {
+    /// In the old tag's place; else in a new file.
+    bool inPlace = false;
+    /// The tag's size field.
+    std::int32_t size = 0;
+};
+
+TagPlan PlanTag(std::int32_t estimate, std::optional<std::int32_t> oldSize) {
+    if (oldSize && estimate <= *oldSize) return {true, *oldSize};
+    return {false, ToI32(std::max(estimate * Reserve, SmallestTag)) - ID3v2HeaderSize};
+}
+
 struct RenderedTag {
     std::string bytes;
     /// A tag that does not come out even: its frames are written, its fill is not.
@@ -35,11 +48,10 @@ struct RenderedTag {
 };
 
 /// Header, frames and fill of a tag whose size field is `size`.
-RenderedTag RenderTag(const ID3v2Extension& tag, std::int32_t size, const CodePage& ansi) {
+RenderedTag RenderTag(const std::string& frames, std::int32_t size) {
     using namespace std::string_literals;
     RenderedTag rendered;
-    rendered.bytes =
-        std::string(Marker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + ID3v2FrameArea(tag, ansi);
+    rendered.bytes = std::string(Marker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + frames;
     const std::int64_t fill =
         std::int64_t{size} + ID3v2HeaderSize - static_cast<std::int64_t>(rendered.bytes.size());
     if (fill < 0) {
@@ -76,9 +88,16 @@ void WriteWhereItDiffers(BinaryFile& file, std::string start, const std::string&
     Replace(file, {0, start.substr(0, bytes.size()), bytes});
 }
 
-/// The new file: the tag in front of what lies behind `audioStart`. False when it can't be created.
-bool Rebuild(FileSystem& files, BinaryFile& old, const std::string& path, const RenderedTag& tag,
-             std::int32_t audioStart, std::int32_t tagLength) {
+/// A file that is to have a tag of that length in front of what lies behind `audioStart`.
+struct Rebuilding {
+    BinaryFile& old;
+    std::int32_t audioStart;
+    std::int32_t tagLength;
+};
+
+/// The new file at `path`. False when it can't be created.
+bool Rebuild(FileSystem& files, const std::string& path, const RenderedTag& tag, const Rebuilding& work) {
+    const auto& [old, audioStart, tagLength] = work;
     TemporaryFile fresh(files, path);
     if (!fresh.File()) return false;
     fresh.File()->Write(tag.bytes);
@@ -92,6 +111,58 @@ bool Rebuild(FileSystem& files, BinaryFile& old, const std::string& path, const 
     return true;
 }
 
+/// By what a writer plans the place of a tag.
+enum class Planning : char {
+    Estimate,
+    /// The length of the frames where the plan by the estimate would be too small for them.
+    TrueLength,
+};
+
+TagPlan PlanFrames(const ID3v2Extension& tag, const CodePage& ansi, std::size_t frames,
+                   std::optional<std::int32_t> oldSize) {
+    const TagPlan plan = PlanTag(tag.GetTagSize(ansi), oldSize);
+    if (frames <= static_cast<std::size_t>(plan.size)) return plan;
+    // More than the old tag has in any case, so that this one is never in place.
+    return PlanTag(ToI32(static_cast<std::int64_t>(frames) + ID3v2HeaderSize), oldSize);
+}
+
+/// What a tag is written with.
+struct TagWriting {
+    FileSystem& files;
+    const CodePage& ansi;
+    Planning planning;
+};
+
+void WriteTag(const TagWriting& writing, std::unique_ptr<BinaryFile> file, ID3Tag& tag) {
+    const auto& [files, ansi, planning] = writing;
+    const ID3v2Extension& extension = tag.ID3v2Extension;
+    std::string start = ReadStart(*file, UsualLength);
+    const std::optional<std::int32_t> oldSize = OldTagSize(start, file->Size());
+    const std::string frames = ID3v2FrameArea(extension, ansi);
+    const TagPlan plan = planning == Planning::Estimate ? PlanTag(extension.GetTagSize(ansi), oldSize)
+                                                        : PlanFrames(extension, ansi, frames.size(), oldSize);
+    const RenderedTag rendered = RenderTag(frames, plan.size);
+    if (plan.inPlace) {
+        WriteWhereItDiffers(*file, std::move(start), rendered.bytes);
+    } else {
+        const std::int32_t audioStart = oldSize.value_or(0) > 0 ? *oldSize + ID3v2HeaderSize : 0;
+        const std::string path = files.FollowLinks(tag.Path);
+        const bool rebuilt = Rebuild(files, path, rendered, {*file, audioStart, plan.size + ID3v2HeaderSize});
+        file.reset();
+        if (!rebuilt || !files.OpenRead(path)) tag.Path.clear();
+    }
+    if (rendered.failure) throw RuntimeError(*rendered.failure);
+}
+
+void OpenAndWriteTag(const TagWriting& writing, ID3Tag& tag) {
+    if (!IsMP3File(tag.Path)) return;
+    if (auto file = writing.files.OpenRead(tag.Path)) {
+        WriteTag(writing, std::move(file), tag);
+    } else {
+        tag.Path.clear();
+    }
+}
+
 }  // namespace
 
 std::string WriteFrame(std::string_view identifier, std::string_view text) {
@@ -102,32 +173,16 @@ std::string WriteFrame(std::string_view identifier, std::string_view text) {
 }
 
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
-    if (!IsMP3File(tag.Path)) return;
-    if (auto file = files.OpenRead(tag.Path)) {
-        SetID3v2(files, std::move(file), ansi, tag);
-    } else {
-        tag.Path.clear();
-    }
+    OpenAndWriteTag({files, ansi, Planning::Estimate}, tag);
 }
 
-void SetID3v2(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag) {
-    const std::int32_t estimate = tag.ID3v2Extension.GetTagSize(ansi);
-    std::string start = ReadStart(*file, UsualLength);
-    const std::optional<std::int32_t> oldSize = OldTagSize(start, file->Size());
-    RenderedTag rendered;
-    if (oldSize && estimate <= *oldSize) {
-        rendered = RenderTag(tag.ID3v2Extension, *oldSize, ansi);
-        WriteWhereItDiffers(*file, std::move(start), rendered.bytes);
-    } else {
-        const std::int32_t audioStart = oldSize.value_or(0) > 0 ? *oldSize + ID3v2HeaderSize : 0;
-        const std::int32_t tagLength = ToI32(std::max(estimate * Reserve, SmallestTag));
-        rendered = RenderTag(tag.ID3v2Extension, tagLength - ID3v2HeaderSize, ansi);
-        const std::string path = files.FollowLinks(tag.Path);
-        const bool rebuilt = Rebuild(files, *file, path, rendered, audioStart, tagLength);
-        file.reset();
-        if (!rebuilt || !files.OpenRead(path)) tag.Path.clear();
-    }
-    if (rendered.failure) throw RuntimeError(*rendered.failure);
+void SetID3v2WithRoom(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
+    OpenAndWriteTag({files, ansi, Planning::TrueLength}, tag);
+}
+
+void SetID3v2WithRoom(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi,
+                      ID3Tag& tag) {
+    WriteTag({files, ansi, Planning::TrueLength}, std::move(file), tag);
 }
 
 bool RemoveID3v2(FileSystem& files, const ID3Tag& tag) {

@@ -170,7 +170,7 @@ void ReadMP3Tags(BinaryFile& opened, const CodePage& ansi, ID3Tag& tag) {
 
 void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag) {
     SetID3v1(*file, ansi, tag);
-    SetID3v2(files, std::move(file), ansi, tag);
+    SetID3v2WithRoom(files, std::move(file), ansi, tag);
 }
 
 void SetMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {

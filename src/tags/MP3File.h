@@ -21,7 +21,7 @@ void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& ta
 /// measured.
 void ReadMP3Tags(BinaryFile& file, const CodePage& ansi, ID3Tag& tag);
 
-/// SetID3v1 and then SetID3v2 on the MP3 file at tag.Path, which is open for reading and writing.
+/// SetID3v1 and then SetID3v2WithRoom on the MP3 file at tag.Path, which is open for reading and writing.
 void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
 
 /// The same, opening it; tag.Path is "" when that can't be done.

@@ -26,8 +26,8 @@ void SetMP3Tags(WaveFile& wave, ID3Tag& tag) {
     wave.SetMP3Tags(tag);
 }
 
-void SetID3v2(WaveFile& wave, ID3Tag& tag) {
-    wave.SetID3v2(tag);
+void SetID3v2WithRoom(WaveFile& wave, ID3Tag& tag) {
+    wave.SetID3v2WithRoom(tag);
 }
 
 void RemoveID3v2(WaveFile& wave, ID3Tag& tag) {
@@ -59,7 +59,7 @@ constexpr JobRow JobRows[] = {
     {TagJob::FileInformationWithoutID3v2, {{SetID3v1, RemoveID3v2}}, {{SetOggComments}}, {{SetAPE2, RemoveID3v2}}},
     {TagJob::ChangeTags,                  {{SetMP3Tags}},            {{SetOggComments}}, {{SetAPE2}}},
     {TagJob::Encoding,                    {{SetMP3Tags}},            {{SetOggComments}}, {{SetAPE2}}},
-    {TagJob::DetailedEncoding,            {{SetID3, SetID3v2}},      {{SetOggComments}}, {{SetAPE2}}},
+    {TagJob::DetailedEncoding,            {{SetID3, SetID3v2WithRoom}}, {{SetOggComments}}, {{SetAPE2}}},
     {TagJob::ReEncoding,                  {{SetMP3Tags}},            {{SetOggComments}}, {{SetAPE2}}},
     {TagJob::Crop,                        {{SetMP3Tags}},            {{}},               {{}}},
     // clang-format on

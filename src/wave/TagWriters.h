@@ -24,7 +24,8 @@ enum class TagJob {
 
 /// Writes the tags that the job gives to a file of that kind, in their order, from the record to the file at
 /// tag.Path. The kind is told by the name; a file of no kind, or of one that the job does not tag, stays as
-/// it is. tag.Path is "" when the file could not be opened. Run-time failures are those of the writers.
+/// it is. ID3v2 tags never take a byte of the audio (SetID3v2WithRoom). tag.Path is "" when the file could
+/// not be opened. Run-time failures are those of the writers.
 void WriteTags(WaveFile& wave, TagJob job, ID3Tag& tag);
 
 }  // namespace zefta

@@ -61,6 +61,10 @@ void WaveFile::SetID3v2(ID3Tag& tag) {
     zefta::SetID3v2(app_.files, app_.ansi, tag);
 }
 
+void WaveFile::SetID3v2WithRoom(ID3Tag& tag) {
+    zefta::SetID3v2WithRoom(app_.files, app_.ansi, tag);
+}
+
 void WaveFile::SetMP3Tags(ID3Tag& tag) {
     zefta::SetMP3Tags(app_.files, app_.ansi, tag);
 }

@@ -98,7 +98,8 @@ class WaveFile {
     int SetID3(const std::string& path, const ID3v1Values& values);
     void SetID3v1(ID3Tag& tag);
     void SetID3v2(ID3Tag& tag);
-    /// SetID3v1 and then SetID3v2.
+    void SetID3v2WithRoom(ID3Tag& tag);
+    /// SetID3v1 and then SetID3v2WithRoom.
     void SetMP3Tags(ID3Tag& tag);
     bool RemoveID3v2(const ID3Tag& tag);
     void SetOggComments(const ID3Tag& tag);
