@@ -16,6 +16,7 @@
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "tags/TrackNumber.h"
 #include "wave/TagWriters.h"
 #include "wave/WaveFile.h"
 
@@ -124,8 +125,7 @@ void FillTagValues(AppState& state, const ID3Tag& source) {
     state.OptMix = FirstOf(extension.Mix, source.Comment);
     state.OptAlbum = FirstOf(extension.AlbumTitle, source.Album);
     state.OptYear = FirstOf(extension.Year, source.Year);
-    state.OptTrack =
-        FirstOf(extension.TrackNumber, source.TrackNumber > 0 ? std::to_string(source.TrackNumber) : "");
+    state.OptTrack = FirstOf(extension.TrackNumber, TrackTextOf(source));
     state.OptGenre = FirstOf(extension.Genre, GenreNameFromIndex(source.Genre));
 }
 

@@ -8,6 +8,7 @@
 #include "core/Strings.h"
 #include "core/Version.h"
 #include "encoding/FrameText.h"
+#include "tags/TrackNumber.h"
 
 namespace zefta {
 
@@ -86,7 +87,7 @@ std::string ReadYear(const Source& source) {
 
 std::string ReadTrack(const Source& source) {
     const std::string track = Value(source, &E::TrackNumber);
-    return track.empty() && source.tag.TrackNumber > 0 ? std::to_string(source.tag.TrackNumber) : track;
+    return track.empty() ? TrackTextOf(source.tag) : track;
 }
 
 std::string ReadGenre(const Source& source) {

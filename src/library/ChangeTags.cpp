@@ -11,6 +11,8 @@
 #include "platform/RuntimeError.h"
 #include "tags/CompressedFile.h"
 #include "tags/MP3File.h"
+#include "tags/OggFile.h"
+#include "tags/TrackNumber.h"
 #include "wave/TagWriters.h"
 
 namespace zefta {
@@ -36,6 +38,12 @@ constexpr FieldRow Fields[] = {
 
 void TellRefusal(App& app, const ChangedFile& file, const std::string& reason) {
     TellStep(app, "refused: " + file.shownName + ": " + reason);
+}
+
+void RefuseStream(App& app, const ChangedFile& file) {
+    TellRefusal(app, file, "it is no whole, sound and single Ogg Vorbis stream");
+    ShowWarning(app, "File \"" + app.ansi.ToText(file.path) +
+                         "\"\nis no whole, sound and single Ogg Vorbis stream.\n\nIt stays as it is.");
 }
 
 void RefusePart(App& app, const ChangedFile& file) {
@@ -100,20 +108,28 @@ void FillFromRecord(ID3Tag& tag) {
         std::string& extended = extension.*field.extended;
         if (extended.empty()) extended = Trim(tag.*field.own);
     }
-    if (extension.TrackNumber.empty() && tag.TrackNumber > 0 && !tag.IsMpegPlusFile)
-        extension.TrackNumber = std::to_string(tag.TrackNumber);
+    if (extension.TrackNumber.empty()) extension.TrackNumber = TrackTextOf(tag);
     if (extension.Genre.empty()) extension.Genre = GenreNameFromIndex(tag.Genre);
     if (tag.OggVorbisExtension.DateTime.empty()) tag.OggVorbisExtension.DateTime = Trim(tag.Year);
 }
 
+/// False, and it is told, for a file that its writer refuses.
+bool Write(App& app, const ChangedFile& file, ReadFile& changed) {
+    if (changed.opened) {
+        SetMP3Tags(app.files, std::move(changed.opened), app.ansi, changed.tag);
+    } else if (!IsOggFile(file.path)) {
+        WriteTags(*app.defaultWaveFile, TagJob::ChangeTags, changed.tag);
+    } else if (SetOggComments(app, changed.tag) == OggOutcome::Refused) {
+        RefuseStream(app, file);
+        return false;
+    }
+    return true;
+}
+
 /// The failure with the path in its text, since many files are changed in one go.
-void WriteOrNameFile(App& app, const ChangedFile& file, ReadFile& changed) {
+bool WriteOrNameFile(App& app, const ChangedFile& file, ReadFile& changed) {
     try {
-        if (changed.opened) {
-            SetMP3Tags(app.files, std::move(changed.opened), app.ansi, changed.tag);
-        } else {
-            WriteTags(*app.defaultWaveFile, TagJob::ChangeTags, changed.tag);
-        }
+        return Write(app, file, changed);
     } catch (const RuntimeError& error) {
         TellRefusal(app, file, error.Text());
         throw RuntimeError(error.Kind(), app.ansi.ToText(file.path));
@@ -155,7 +171,7 @@ void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ReadF
     ID3Tag& tag = changed.tag;
     FillFromRecord(tag);
     const std::string stamp = IsPreview(app) ? app.files.ContentStamp(file.path) : std::string();
-    WriteOrNameFile(app, file, changed);
+    if (!WriteOrNameFile(app, file, changed)) return;
     if (tag.Path.empty()) {
         TellRefusal(app, file, "it can't be opened for writing");
         app.desktop.Note(app.ansi.ToText(file.path) + " can't be opened for writing.");

@@ -13,6 +13,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "tags/CompressedFile.h"
+#include "tags/TrackNumber.h"
 
 namespace zefta {
 
@@ -36,14 +37,10 @@ constexpr std::array<ColumnRow, TagColumnCount> Columns = {{
     {33308, &ID3Tag::Year, &ID3v2Extension::Year},
 }};
 
-std::string NumberText(std::uint8_t number) {
-    return number == 0 ? std::string() : std::to_string(number);
-}
-
 std::string CellOf(const ColumnRow& column, const ID3Tag& tag) {
     const std::string& extended = tag.ID3v2Extension.*column.extended;
     if (!extended.empty()) return extended;
-    return column.own != nullptr ? tag.*column.own : NumberText(tag.TrackNumber);
+    return column.own != nullptr ? tag.*column.own : TrackTextOf(tag);
 }
 
 bool IsWordCharacter(char32_t character) {

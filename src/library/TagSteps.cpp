@@ -4,6 +4,7 @@
 
 #include "core/GenreTable.h"
 #include "core/Strings.h"
+#include "tags/TrackNumber.h"
 
 namespace zefta {
 
@@ -11,11 +12,6 @@ namespace {
 
 std::string Best(const std::string& extended, const std::string& own) {
     return Trim(extended.empty() ? own : extended);
-}
-
-/// An APE tag has no place for the number itself; the field counts items there.
-std::string NumberOf(const ID3Tag& tag) {
-    return tag.TrackNumber == 0 || tag.IsMpegPlusFile ? std::string() : std::to_string(tag.TrackNumber);
 }
 
 struct Field {
@@ -37,7 +33,7 @@ ShownTags::ShownTags(const ID3Tag& tag)
       Mix(Best(tag.ID3v2Extension.Mix, tag.Comment)),
       Album(Best(tag.ID3v2Extension.AlbumTitle, tag.Album)),
       Year(Best(tag.ID3v2Extension.Year, tag.Year)),
-      Track(Best(tag.ID3v2Extension.TrackNumber, NumberOf(tag))),
+      Track(Best(tag.ID3v2Extension.TrackNumber, TrackTextOf(tag))),
       Genre(Best(tag.ID3v2Extension.Genre, GenreNameFromIndex(tag.Genre))) {}
 
 std::string ChangesBetween(const ShownTags& before, const ShownTags& after) {

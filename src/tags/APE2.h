@@ -10,7 +10,8 @@ namespace zefta {
 /// Reads the APE tag (version 2000) at the very end of the file; true when there is one, also one that is
 /// not usable. Each item that is not interpreted adds 1 to tag.TrackNumber; with UnknownContent::Keep its
 /// bytes go to UnknownFrames. An item that does not lie in the tag whole ends the reading, and tag.ReadInPart
-/// is set wherever bytes are left between the last item and the footer.
+/// is set wherever bytes are left between the last item and the footer, and for a value that is no UTF-8 or
+/// has a NUL inside: several values in one item.
 /// Run-time failure 6 when TrackNumber would go beyond 255.
 bool ReadAPE2(BinaryFile& file, ID3Tag& tag, UnknownContent unknown);
 

@@ -75,7 +75,9 @@ std::string Slice(BinaryFile& file, Stretch stretch) {
 
 void TakeItem(BinaryFile& file, const ItemPlace& item, ID3Tag& tag, UnknownContent unknown) {
     if (item.row != nullptr) {
-        item.row->read(tag, Trim(UTF8ToAnsi(Slice(file, item.value))));
+        const std::string value = Slice(file, item.value);
+        if (!IsWholeUtf8(value)) tag.ReadInPart = true;
+        item.row->read(tag, Trim(UTF8ToAnsi(value)));
         return;
     }
     // Besides a track the field counts these items. Kept: the writer takes the number from there.

@@ -19,7 +19,8 @@ enum class UnknownContent : char {
     PassOver,
     /// As Keep, for a record that goes back into the same file. Frames of ID3v2 are read by the standard
     /// where
-    /// the usual way would lose something: sizes that are plain numbers, texts in other encodings.
+    /// the usual way would lose something: sizes that are plain numbers, texts in other encodings, several
+    /// frames for one field.
     /// ID3Tag::ReadInPart tells where something is left behind. Frames that stand in front of an MPEGplus
     /// stream stay there and are no part of the record.
     Carry,

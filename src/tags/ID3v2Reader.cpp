@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <span>
+#include <vector>
 
 #include "core/ByteCodec.h"
 #include "tags/ID3v2.h"
@@ -99,15 +101,37 @@ struct Walk {
     std::int32_t end = 0;
     /// A frame has text that a record can't give back.
     bool lostText = false;
+    /// The frames that have a field, whole and in their order.
+    std::vector<std::string> known;
 };
 
-void CarryFrame(const ID3v2Frame& frame, std::string_view body, ID3v2Extension& tag, const CodePage& ansi,
+void CarryFrame(const ID3v2Frame& frame, std::string_view bytes, ID3v2Extension& tag, const CodePage& ansi,
                 Walk& walk) {
-    const auto readable = ID3v2BodyInCodePage(frame.identifier, body, ansi);
-    if (readable) {
+    constexpr std::size_t FormatFlags = 9;
+    walk.known.emplace_back(bytes);
+    const auto readable = ID3v2BodyInCodePage(
+        frame.identifier, bytes.substr(std::min<std::size_t>(ID3v2HeaderSize, bytes.size())), ansi);
+    // Compressed, encrypted or grouped: the body is no text then.
+    if (readable && ByteAt(bytes, FormatFlags) == 0) {
         frame.read(tag, *readable, ansi);
     } else {
         walk.lostText = true;
+    }
+}
+
+/// Of several frames for one field the last one fills it; the ones ahead of it go back as they stand, such as
+/// comments in other languages. Not those that say the same, or nothing.
+void CarryEarlierOnes(const Walk& walk, ID3v2Extension& tag, const CodePage& ansi) {
+    for (const ID3v2Frame& frame : ID3v2Frames()) {
+        const auto isOfField = [&](const std::string& bytes) { return bytes.starts_with(frame.identifier); };
+        const auto last = std::find_if(walk.known.rbegin(), walk.known.rend(), isOfField);
+        if (last == walk.known.rend()) continue;
+        const std::string written = WriteFrame(frame.identifier, frame.write(tag, ansi));
+        for (auto earlier = walk.known.begin(); earlier != std::prev(last.base()); ++earlier) {
+            if (isOfField(*earlier) && earlier->size() > ShortestFrame && *earlier != *last &&
+                *earlier != written)
+                tag.UnknownFrames += *earlier;
+        }
     }
 }
 
@@ -131,7 +155,7 @@ Walk ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, Unkn
         if (bodySize >= size) break;
         if (const ID3v2Frame* frame = FindID3v2Frame(identifier);
             bodySize >= 1 && frame != nullptr && carries) {
-            CarryFrame(*frame, area.Slice(at + ID3v2HeaderSize, bodySize), tag, ansi, walk);
+            CarryFrame(*frame, area.Slice(at, ID3v2HeaderSize + bodySize), tag, ansi, walk);
         } else if (bodySize >= 1 && frame != nullptr) {
             frame->read(tag, area.Slice(at + ID3v2HeaderSize + 1, bodySize - 1), ansi);
         } else if (bodySize >= 1 && unknown != UnknownContent::PassOver) {
@@ -140,6 +164,7 @@ Walk ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, Unkn
         at += ID3v2HeaderSize + bodySize;
     }
     walk.end = at;
+    if (carries) CarryEarlierOnes(walk, tag, ansi);
     return walk;
 }
 

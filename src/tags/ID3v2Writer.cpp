@@ -126,6 +126,33 @@ TagPlan PlanFrames(const ID3v2Extension& tag, const CodePage& ansi, std::size_t 
     return PlanTag(ToI32(static_cast<std::int64_t>(frames) + ID3v2HeaderSize), oldSize);
 }
 
+/// Whether a frame of that kind is among the ones that are carried. A run of bytes in a picture may pass for
+/// one, which does no harm.
+bool HoldsFrame(std::string_view carried, std::string_view identifier) {
+    constexpr std::string_view NoFlags("\0\0", 2);
+    constexpr std::size_t FlagsPosition = 8;
+    for (std::size_t at = carried.find(identifier); at != std::string_view::npos;
+         at = carried.find(identifier, at + 1)) {
+        const std::string_view frame = carried.substr(at);
+        if (frame.size() <= static_cast<std::size_t>(ID3v2HeaderSize)) return false;
+        const std::int32_t size = ByteCodec::SyncSafeToLong(frame.substr(identifier.size(), SizeLength));
+        const bool fits = static_cast<std::size_t>(size) <= frame.size() - ID3v2HeaderSize;
+        if (fits && frame.substr(FlagsPosition, NoFlags.size()) == NoFlags) return true;
+    }
+    return false;
+}
+
+/// The frames with those of carried fields once more at their end: of several the last one counts, and it is
+/// not to be one that was only carried.
+std::string FramesThatReadBack(const ID3v2Extension& tag, const CodePage& ansi) {
+    std::string area = ID3v2FrameArea(tag, ansi);
+    for (const ID3v2Frame& frame : ID3v2Frames()) {
+        if (HoldsFrame(tag.UnknownFrames, frame.identifier))
+            area += WriteFrame(frame.identifier, frame.write(tag, ansi));
+    }
+    return area;
+}
+
 /// What a tag is written with.
 struct TagWriting {
     FileSystem& files;
@@ -138,7 +165,8 @@ void WriteTag(const TagWriting& writing, std::unique_ptr<BinaryFile> file, ID3Ta
     const ID3v2Extension& extension = tag.ID3v2Extension;
     std::string start = ReadStart(*file, UsualLength);
     const std::optional<std::int32_t> oldSize = OldTagSize(start, file->Size());
-    const std::string frames = ID3v2FrameArea(extension, ansi);
+    const std::string frames = planning == Planning::Estimate ? ID3v2FrameArea(extension, ansi)
+                                                              : FramesThatReadBack(extension, ansi);
     const TagPlan plan = planning == Planning::Estimate ? PlanTag(extension.GetTagSize(ansi), oldSize)
                                                         : PlanFrames(extension, ansi, frames.size(), oldSize);
     const RenderedTag rendered = RenderTag(frames, plan.size);

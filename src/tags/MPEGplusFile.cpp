@@ -36,11 +36,10 @@ void TakeUpID3v2(ID3Tag& tag) {
 }
 
 /// The extension shows what the record itself holds.
-void HandDown(ID3Tag& tag) {
+void HandDown(ID3Tag& tag, std::uint8_t track) {
     ID3v2Extension& extension = tag.ID3v2Extension;
     extension.Artist = tag.Artist;
-    if (extension.TrackNumber.empty() && tag.TrackNumber > 0)
-        extension.TrackNumber = std::to_string(tag.TrackNumber);
+    if (extension.TrackNumber.empty() && track > 0) extension.TrackNumber = std::to_string(track);
     extension.TrackTitle = tag.Title;
     extension.Mix = tag.Comment;
     extension.AlbumTitle = tag.Album;
@@ -70,7 +69,9 @@ void ReadMPEGplusFile(const FileReading& reading, const std::string& path, ID3Ta
     if (tag.ID3v2Present && !hasAPE) {
         TakeUpID3v2(tag);
     } else {
-        HandDown(tag);
+        // Of a record that goes back, a count of items must not become a track.
+        const bool isCount = hasAPE && reading.unknown == UnknownContent::Carry;
+        HandDown(tag, isCount ? std::uint8_t{0} : tag.TrackNumber);
     }
     file.Seek(streamStart, SeekFrom::Start);
     ReadMPEGplusStream(file, tag);

@@ -76,7 +76,9 @@ std::span<const OggCommentKey> OggCommentKeys() {
 void ReadOggComment(ID3Tag& tag, std::string_view line, const CodePage& ansi) {
     for (const OggCommentKey& row : Keys) {
         if (!EqualsIgnoringAsciiCase(line.substr(0, row.key.size()), row.key)) continue;
-        row.read(tag, {line.substr(row.key.size()), ansi});
+        const std::string_view value = line.substr(row.key.size());
+        if (!IsWholeUtf8(value)) tag.ReadInPart = true;
+        row.read(tag, {value, ansi});
         return;
     }
     tag.OggVorbisExtension.addExCom(Trim(line));

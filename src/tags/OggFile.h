@@ -15,6 +15,17 @@ namespace zefta {
 /// count of comments does not fit into 16 bits, or the bitrate does not.
 void ReadOGGFile(const FileReading& reading, const std::string& path, ID3Tag& tag);
 
+/// What became of new comments.
+enum class OggOutcome : char {
+    Written,
+    /// The file has these very comments.
+    Unchanged,
+    /// No whole, sound, unmultiplexed and unchained Vorbis stream, or no file at all.
+    Refused,
+    /// The new file could not be made or could not take its place; a box has told it.
+    Told,
+};
+
 /// Replaces the comments of the Ogg Vorbis file at tag.Path by those of the record: the copy with the new
 /// comments is built beside the file and takes its place in one step, a read-only file's too. The audio
 /// packets and the vendor stay. A file that has these very comments is left alone.
@@ -23,6 +34,6 @@ void ReadOGGFile(const FileReading& reading, const std::string& path, ID3Tag& ta
 /// created, and for a file that is no whole, sound, unmultiplexed and unchained Vorbis stream. Run-time
 /// failures of reading the file or writing the copy go up, with the file as it was and no copy left. A
 /// failure to take the place is told by message 1014 (permission denied) or 1003.
-void SetOggComments(App& app, const ID3Tag& tag);
+OggOutcome SetOggComments(App& app, const ID3Tag& tag);
 
 }  // namespace zefta

@@ -12,6 +12,10 @@ std::string_view UpToNul(std::string_view text) {
 
 }  // namespace
 
+bool IsWholeUtf8(std::string_view bytes) {
+    return bytes.find('\0') == std::string_view::npos && IsValidUtf8(bytes);
+}
+
 std::string UTF8ToAnsi(std::string_view bytes) {
     const std::string_view text = UpToNul(bytes);
     return IsValidUtf8(text) ? std::string(text) : "#";

@@ -5,6 +5,9 @@
 
 namespace zefta {
 
+/// Whether UTF8ToAnsi gives all of the text: it is valid and has no NUL.
+bool IsWholeUtf8(std::string_view bytes);
+
 // Text between records and the formats that hold UTF-8 strings (Vorbis comments, APE items). Records hold
 // UTF-8 too, so nothing is lost on either way.
 

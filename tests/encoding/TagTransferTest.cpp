@@ -222,6 +222,16 @@ TEST(TagTransfer, TrackThatIsNoByte_StaysInTheTextAlone) {
     }
 }
 
+TEST(TagTransfer, ItemsOfMPEGplus_AreNoTrack) {
+    ID3Tag source = FullMPEGplus();
+    source.ID3v2Extension.TrackNumber.clear();
+    source.TrackNumber = 2;
+    for (const TargetKind target : {TargetKind::MP3, TargetKind::MPEGplus, TargetKind::OggVorbis}) {
+        EXPECT_EQ(Transfer(source, target).tag.ID3v2Extension.TrackNumber, "");
+        EXPECT_EQ(Transfer(source, target).tag.TrackNumber, 0);
+    }
+}
+
 TEST(TagTransfer, GenreWithoutANumber_LeavesThatOfTheSource) {
     ID3Tag source = FullMP3();
     source.ID3v2Extension.Genre = "Shoegaze";

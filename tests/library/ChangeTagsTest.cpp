@@ -371,6 +371,93 @@ TEST_F(ChangeTagsTest, Mpc_ItemThatDoesNotLieInTheTag_IsRefused) {
     EXPECT_EQ(app.desktop.boxes.size(), 1U);
 }
 
+// Several frames for one field.
+
+std::size_t CountOf(const std::string& bytes, const std::string& what) {
+    std::size_t count = 0;
+    for (std::size_t at = bytes.find(what); at != std::string::npos; at = bytes.find(what, at + 1)) ++count;
+    return count;
+}
+
+TEST_F(ChangeTagsTest, SeveralFramesForOneField_EarlierOnesAreCarriedAndTheLastCounts) {
+    const std::string first = RawFrame("COMM", "\0engiTunNORM\0 0000 0001"s);
+    const std::string wide = RawFrame("COMM", "\1deu\xFF\xFE\0\0\xFF\xFEK\0"s);
+    const std::string url = RawFrame("WXXX", "\0shop\0http://shop"s);
+    const std::string frames = first + wide + url + TextFrame("TPE1", "First") + TextFrame("TPE1", "First") +
+                               TextFrame("TPE1", "Second") + RawFrame("COMM", "\0eng\0told"s) +
+                               RawFrame("WXXX", "\0\0http://told"s);
+    const std::string audio = Mp3().Size(2000).Bytes();
+    const std::string once = Changed("a.mp3", Id3v2(frames, 500) + audio, {.Year = "2005 "});
+    for (const std::string& frame : {first, wide, url}) EXPECT_EQ(CountOf(once, frame), 1U);
+    EXPECT_EQ(CountOf(once, TextFrame("TPE1", "First")), 2U);
+    const ID3v2Extension now = Mp3Now("a.mp3").ID3v2Extension;
+    EXPECT_EQ(now.Comments, "told");
+    EXPECT_EQ(now.URL, "http://told");
+    EXPECT_EQ(now.Artist, "Second");
+    EXPECT_EQ(now.Year, "2005");
+    Change("a.mp3", {.Year = "2005 "});
+    EXPECT_TRUE(app.folder.Read("a.mp3") == once);
+    Change("a.mp3", {.Artist = "Third "});
+    EXPECT_EQ(Mp3Now("a.mp3").ID3v2Extension.Artist, "Third");
+    const std::string last = app.folder.Read("a.mp3");
+    for (const std::string& frame : {first, wide, url}) EXPECT_EQ(CountOf(last, frame), 1U);
+    EXPECT_EQ(CountOf(last, TextFrame("TPE1", "Second")), 0U);
+    EXPECT_NE(last.find(audio), std::string::npos);
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(ChangeTagsTest, FrameThatIsCompressedEncryptedOrGrouped_IsRefused) {
+    for (const char flags : {'\x80', '\x40', '\x20', '\x01'}) {
+        std::string frame = TextFrame("TPE1", "x artist");
+        frame[9] = flags;
+        const std::string bytes = Id3v2(frame, 500) + Mp3().Size(2000).Bytes();
+        EXPECT_TRUE(Changed("a.mp3", bytes, All) == bytes);
+    }
+    ASSERT_EQ(app.desktop.boxes.size(), 4U);
+    EXPECT_NE(app.desktop.boxes[0].text.find("more in its tag than can be carried over"), std::string::npos);
+}
+
+TEST_F(ChangeTagsTest, ValuesThatAreNoUtf8OrSeveral_AreRefused) {
+    const std::pair<std::string, std::string> files[] = {
+        {"a.ogg", Ogg().Comment("artist=caf\xE9").Bytes()},
+        {"b.ogg", Ogg().Comment("title=a\0b"s).Bytes()},
+        {"a.mpc", Mpc8() + Ape().Item("Artist", "caf\xE9").Bytes()},
+        {"b.mpc", Mpc8() + Ape().Item("Artist", "One\0Two"s).Bytes()},
+    };
+    for (const auto& [name, bytes] : files) {
+        EXPECT_TRUE(Changed(name, bytes, All) == bytes) << name;
+        EXPECT_EQ(StepsOf(name, All), "refused: " + name + ": its tag holds more than can be carried over\n");
+    }
+    EXPECT_EQ(app.desktop.boxes.size(), 8U);
+}
+
+TEST_F(ChangeTagsTest, ItemsOfMPEGplus_AreNoTrack) {
+    app.folder.Write("a.mpc", Mpc8() + Ape().Item("X", "1").Item("Y", "2").Bytes());
+    EXPECT_EQ(StepsOf("a.mpc", {.Artist = "New "}), "tags: a.mpc: Artist \"\" -> \"New\"\n");
+    EXPECT_EQ(app.folder.Read("a.mpc").find("Track\0"s), std::string::npos);
+    EXPECT_EQ(MpcNow("a.mpc").TrackNumber, 2);
+}
+
+TEST_F(ChangeTagsTest, OggStreamsThatTheWriterRefuses_AreToldAndStay) {
+    const std::string whole = Ogg().Bytes();
+    const std::pair<std::string, std::string> files[] = {
+        {"chained.ogg", whole + whole},
+        {"cut.ogg", whole.substr(0, whole.size() - 10)},
+        {"none.ogg", Audio(2000)},
+    };
+    const std::size_t count = std::size(files);
+    for (const auto& [name, bytes] : files) {
+        EXPECT_TRUE(Changed(name, bytes, All) == bytes) << name;
+        ASSERT_FALSE(app.desktop.boxes.empty()) << name;
+        EXPECT_EQ(app.desktop.boxes.back().text,
+                  "File \"" + (app.folder / name) +
+                      "\"\nis no whole, sound and single Ogg Vorbis stream.\n\nIt stays as it is.");
+        EXPECT_EQ(StepsOf(name, All),
+                  "refused: " + name + ": it is no whole, sound and single Ogg Vorbis stream\n");
+    }
+    EXPECT_EQ(app.desktop.boxes.size(), 2 * count);
+}
+
 // What is passed over.
 
 TEST_F(ChangeTagsTest, FileThatCannotBeRead_IsPassedOverSilently) {
