@@ -126,12 +126,22 @@ bool Write(App& app, const ChangedFile& file, ReadFile& changed) {
     return true;
 }
 
-/// The failure with the path in its text, since many files are changed in one go.
-bool WriteOrNameFile(App& app, const ChangedFile& file, ReadFile& changed) {
+void TellChanges(App& app, const ChangedFile& file, const ID3Tag& before, const ID3Tag& after) {
+    const std::string changes = ChangesBetween(ShownTags(before), ShownTags(after));
+    TellStep(app, "tags: " + file.shownName + ": " + (changes.empty() ? "the same values" : changes));
+}
+
+/// The failure with the path in its text, since many files are changed in one go. Where it is only the fill
+/// of a tag that is too long, the frames stand.
+bool WriteOrNameFile(App& app, const ChangedFile& file, const ID3Tag& before, ReadFile& changed) {
     try {
         return Write(app, file, changed);
     } catch (const RuntimeError& error) {
-        TellRefusal(app, file, error.Text());
+        if (error.Kind() == ErrorNumber::Overflow && IsMP3File(file.path)) {
+            TellChanges(app, file, before, changed.tag);
+        } else {
+            TellRefusal(app, file, error.Text());
+        }
         throw RuntimeError(error.Kind(), app.ansi.ToText(file.path));
     }
 }
@@ -171,15 +181,14 @@ void WriteChanged(App& app, const ChangedFile& file, const ID3Tag& before, ReadF
     ID3Tag& tag = changed.tag;
     FillFromRecord(tag);
     const std::string stamp = IsPreview(app) ? app.files.ContentStamp(file.path) : std::string();
-    if (!WriteOrNameFile(app, file, changed)) return;
+    if (!WriteOrNameFile(app, file, before, changed)) return;
     if (tag.Path.empty()) {
         TellRefusal(app, file, "it can't be opened for writing");
         app.desktop.Note(app.ansi.ToText(file.path) + " can't be opened for writing.");
     } else if (IsPreview(app) && app.files.ContentStamp(file.path) == stamp) {
         TellStep(app, "unchanged: " + file.shownName);
     } else if (IsPreview(app)) {
-        const std::string changes = ChangesBetween(ShownTags(before), ShownTags(tag));
-        TellStep(app, "tags: " + file.shownName + ": " + (changes.empty() ? "the same values" : changes));
+        TellChanges(app, file, before, tag);
     }
 }
 

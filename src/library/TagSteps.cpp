@@ -14,6 +14,11 @@ std::string Best(const std::string& extended, const std::string& own) {
     return Trim(extended.empty() ? own : extended);
 }
 
+/// The comment of an MP3 file's record is no mix until it fills one.
+std::string OwnMix(const ID3Tag& tag) {
+    return tag.IsOggVorbisFile || tag.IsMpegPlusFile ? tag.Comment : std::string();
+}
+
 struct Field {
     std::string_view name;
     std::string ShownTags::*value;
@@ -30,7 +35,7 @@ constexpr Field Fields[] = {
 ShownTags::ShownTags(const ID3Tag& tag)
     : Artist(Best(tag.ID3v2Extension.Artist, tag.Artist)),
       Title(Best(tag.ID3v2Extension.TrackTitle, tag.Title)),
-      Mix(Best(tag.ID3v2Extension.Mix, tag.Comment)),
+      Mix(Best(tag.ID3v2Extension.Mix, OwnMix(tag))),
       Album(Best(tag.ID3v2Extension.AlbumTitle, tag.Album)),
       Year(Best(tag.ID3v2Extension.Year, tag.Year)),
       Track(Best(tag.ID3v2Extension.TrackNumber, TrackTextOf(tag))),

@@ -651,6 +651,22 @@ TEST_F(ChangeTagsTest, Steps_TellTheFieldsThatChange) {
     EXPECT_EQ(StepsOf("b.mp3", {}), "tags: b.mp3: the same values\n");
 }
 
+TEST_F(ChangeTagsTest, Steps_MixThatTheCommentFills_IsTold) {
+    app.folder.Write("a.mp3", Mp3().Size(2000).Bytes() + Id3v1{.title = "T", .comment = "Note"}.Bytes());
+    EXPECT_EQ(StepsOf("a.mp3", {.Year = "1999 "}),
+              "tags: a.mp3: Mix \"\" -> \"Note\", Year \"\" -> \"1999\"\n");
+    EXPECT_EQ(Mp3Now("a.mp3").ID3v2Extension.Mix, "Note");
+}
+
+TEST_F(ChangeTagsTest, Steps_FailureBehindTheFrames_TellsTheTags) {
+    app.folder.Write("a.mp3", Id3v2("", 40000) + Mp3().Size(2000).Bytes());
+    std::ostringstream steps;
+    app.steps = &steps;
+    EXPECT_EQ(RuntimeErrorOf([&] { Change("a.mp3", {.Artist = "New "}); }), 6);
+    EXPECT_EQ(steps.str(), "tags: a.mp3: Artist \"\" -> \"New\"\n");
+    app.steps = nullptr;
+}
+
 TEST_F(ChangeTagsTest, ValuesOfOptions_AreTakenOneByOne) {
     app.state.OptArtist = "A ";
     app.state.OptTitle = "T ";
