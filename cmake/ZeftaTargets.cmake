@@ -10,6 +10,11 @@ target_compile_options(zefta_options INTERFACE
   # A product and a sum stay two roundings on every processor, so that audio comes out the same everywhere.
   -ffp-contract=off)
 set(CMAKE_CXX_EXTENSIONS OFF)
+# The layers are linked into the program and into its module of windows; hidden names keep the calls between
+# them as direct as in a program without one.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 # zefta_layer(NAME SOURCES... USES LAYERS...): a static library of all sources of src/NAME, with the
 # layers that it may use. A layer that is not listed here cannot be linked against.

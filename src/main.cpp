@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "app/Entry.h"
+#include "app/ProgramDesktop.h"
+#include "app/WindowLoading.h"
 #include "core/Version.h"
 #include "platform/FileSizeLimit.h"
 #include "platform/StandardStreams.h"
@@ -21,11 +23,13 @@ int main(int argc, char** argv) {
     const Machine machine = ReadMachine();
     PosixFileSystem files;
     PosixProcesses processes;
-    ConsoleDesktop desktop(std::cin, std::cerr, machine.errorIsTerminal);
+    ConsoleDesktop console(std::cin, std::cerr, machine.errorIsTerminal);
+    ProgramDesktop desktop(console, machine.errorIsTerminal || !machine.hasDisplay, LoadWindows);
     const SettingsProduct product = {std::string(ProgramVersion().CompanyName), ApplicationTitle(), "2.0"};
     IniSettingsStore userSettings(UserSettingsPath(product));
     IniSettingsStore machineSettings(MachineSettingsPath(product));
 
     App app(machine, files, desktop, processes, userSettings, machineSettings);
-    return RunZefta(app, std::vector<std::string>(argv + 1, argv + argc), std::cout);
+    return RunZefta(app, std::vector<std::string>(argv + 1, argv + argc), std::cout,
+                    [&] { return desktop.OpenWindows(); });
 }

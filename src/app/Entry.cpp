@@ -1,5 +1,6 @@
 #include "app/Entry.h"
 
+#include <functional>
 #include <new>
 #include <ostream>
 #include <span>
@@ -27,23 +28,40 @@ int Status(const App& app) {
     return app.desktop.HasComplained() ? ExitComplaint : ExitDone;
 }
 
+/// The streams and the way to the windows: what a run is given beside its App.
+struct Surroundings {
+    std::ostream& output;
+    const WindowOpener& openWindows;
+};
+
 int SayNotInThisVersion(App& app, const std::string& what) {
     ShowWarning(app, what + " is not part of this version.");
     return Status(app);
 }
 
+int ShowWindow(App& app, const Surroundings& around, const std::string& name,
+               const std::function<void(Windows&)>& show) {
+    Windows* windows = around.openWindows ? around.openWindows() : nullptr;
+    if (windows == nullptr) return SayNotInThisVersion(app, name);
+    show(*windows);
+    return Status(app);
+}
+
 /// Without a display the list of the window is printed in its place.
-int OpenMainWindow(App& app, const std::string& folder, std::ostream& output) {
+int OpenMainWindow(App& app, const std::string& folder, const Surroundings& around) {
     if (app.state.EmbeddingStart) return ExitDone;
-    if (app.machine.hasDisplay) return SayNotInThisVersion(app, "The main window");
-    PrintList(app, {folder}, ListForm::Table, output);
+    if (app.machine.hasDisplay)
+        return ShowWindow(app, around, "The main window",
+                          [&](Windows& windows) { windows.RunMainWindow(app); });
+    PrintList(app, {folder}, ListForm::Table, around.output);
     return Status(app);
 }
 
 /// A file named on the command line opens its information; a file that has none does nothing.
-int ShowFileInformation(App& app) {
+int ShowFileInformation(App& app, const Surroundings& around) {
     if (!IsCompressedFile(app.state.FileSpec)) return Status(app);
-    return SayNotInThisVersion(app, "The file information");
+    return ShowWindow(app, around, "The file information",
+                      [&](Windows& windows) { windows.RunFileInformation(app, app.state.FileSpec); });
 }
 
 int RunJob(App& app, const Job& job) {
@@ -57,11 +75,11 @@ int RunJob(App& app, const Job& job) {
     return Status(app);
 }
 
-int Dispatch(App& app, std::ostream& output) {
-    if (app.state.JobCode == FileJob) return ShowFileInformation(app);
-    if (app.state.JobCode == FolderJob) return OpenMainWindow(app, app.state.CurrentFolder, output);
+int Dispatch(App& app, const Surroundings& around) {
+    if (app.state.JobCode == FileJob) return ShowFileInformation(app, around);
+    if (app.state.JobCode == FolderJob) return OpenMainWindow(app, app.state.CurrentFolder, around);
     const Job* job = FindJob(app.state.JobCode);
-    return job != nullptr ? RunJob(app, *job) : OpenMainWindow(app, "", output);
+    return job != nullptr ? RunJob(app, *job) : OpenMainWindow(app, "", around);
 }
 
 bool IsListJob(const std::vector<std::string>& arguments) {
@@ -83,16 +101,16 @@ int RunListJob(App& app, const std::vector<std::string>& arguments, std::ostream
     return Status(app);
 }
 
-int LoadAndRun(App& app, const std::vector<std::string>& arguments, std::ostream& output) {
+int LoadAndRun(App& app, const std::vector<std::string>& arguments, const Surroundings& around) {
     if (const auto previewed = ArgumentsOfPreview(arguments)) {
-        if (const auto complained = Preview(app, *previewed, output))
+        if (const auto complained = Preview(app, *previewed, around.output))
             return *complained ? ExitComplaint : ExitDone;
     }
     LoadSettings(app);
-    if (IsListJob(arguments)) return RunListJob(app, arguments, output);
+    if (IsListJob(arguments)) return RunListJob(app, arguments, around.output);
     LoadPriorityClass(app);
     const bool anyArgument = ParseCommandLine(app, CommandLine(arguments));
-    const int status = anyArgument ? Dispatch(app, output) : OpenMainWindow(app, "", output);
+    const int status = anyArgument ? Dispatch(app, around) : OpenMainWindow(app, "", around);
     ReleaseGlobals(app);
     return status;
 }
@@ -119,12 +137,13 @@ int EndByFailure(App& app, const RuntimeError& error) {
 
 }  // namespace
 
-int RunZefta(App& app, const std::vector<std::string>& arguments, std::ostream& output) {
+int RunZefta(App& app, const std::vector<std::string>& arguments, std::ostream& output,
+             const WindowOpener& openWindows) {
     if (Answer(arguments, output)) return output.flush() ? ExitDone : ExitComplaint;
     WaveFile defaultWaveFile(app);
     app.defaultWaveFile = &defaultWaveFile;
     try {
-        return LoadAndRun(app, arguments, output);
+        return LoadAndRun(app, arguments, {output, openWindows});
     } catch (const RuntimeError& error) {
         return EndByFailure(app, error);
     } catch (const std::bad_alloc&) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Windows.h"
 #include "core/App.h"
 
 namespace zefta {
@@ -16,7 +17,9 @@ inline constexpr int ExitComplaint = 1;
 inline constexpr int ExitNoDisplay = 2;
 
 /// The entry routine: loads the settings, reads the command line (without the program's name), runs the one
-/// job that it names and gives the exit status. Text that a person asked for goes to `output`.
-int RunZefta(App& app, const std::vector<std::string>& arguments, std::ostream& output);
+/// job that it names and gives the exit status. Text that a person asked for goes to `output`; without
+/// `openWindows` a job that is a window says that there is none.
+int RunZefta(App& app, const std::vector<std::string>& arguments, std::ostream& output,
+             const WindowOpener& openWindows = {});
 
 }  // namespace zefta

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -74,6 +75,29 @@ class Desktop {
     /// Opens a document or web page with the program that the person uses for it. False when nothing could
     /// be started.
     virtual bool OpenDocument(const std::string& address) = 0;
+
+    /// Puts a file or folder where the person can get it back from. False when the desktop has no such place,
+    /// or not for this one; it stands as it was then.
+    virtual bool MoveToTrash(const std::string& path) {
+        (void)path;
+        return false;
+    }
+
+    /// Has the person's player play the playlist, or with `append` play it behind what it plays now. Does not
+    /// wait. False when nothing could be started.
+    virtual bool PlayPlaylist(const std::string& path, bool append) {
+        (void)append;
+        return OpenDocument(path);
+    }
+
+    /// A batch is at that item of so many, counted from 1. Both are 0 when it has ended.
+    virtual void ShowBatch(std::size_t item, std::size_t count) {
+        (void)item;
+        (void)count;
+    }
+
+    /// Whether the person asked the batch under way to end: it ends behind the file at hand.
+    virtual bool IsCancelled() const { return false; }
 
     /// Whether a warning or critical box was shown: the process then ends with exit status 1.
     virtual bool HasComplained() const = 0;

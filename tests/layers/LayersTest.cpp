@@ -25,6 +25,9 @@ const std::map<std::string, std::set<std::string>> Allowed = {
     {"library", {"encoding", "wave", "tags", "core", "platform"}},
     {"cd", {"library", "encoding", "wave", "tags", "core", "platform"}},
     {"app", {"cd", "library", "encoding", "wave", "tags", "core", "platform"}},
+    {"ui", {"app", "cd", "library", "encoding", "wave", "tags", "core", "platform"}},
+    {"agent", {"ui", "app", "core", "platform"}},
+    {"module", {"ui", "app"}},
 };
 
 struct SourceFile {

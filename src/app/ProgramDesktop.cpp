@@ -1,0 +1,82 @@
+#include "app/ProgramDesktop.h"
+
+#include <utility>
+
+namespace zefta {
+
+ProgramDesktop::ProgramDesktop(Desktop& console, bool prefersConsole,
+                               std::function<std::unique_ptr<Windows>()> load)
+    : console_(console), prefersConsole_(prefersConsole), load_(std::move(load)) {}
+
+Windows* ProgramDesktop::OpenWindows() {
+    if (!windows_ && load_) {
+        windows_ = load_();
+        load_ = nullptr;
+    }
+    return windows_.get();
+}
+
+Desktop& ProgramDesktop::Shown() {
+    if (!prefersConsole_) OpenWindows();
+    return Current();
+}
+
+Desktop& ProgramDesktop::Current() const {
+    return windows_ ? windows_->WindowDesktop() : console_;
+}
+
+void ProgramDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
+    Shown().ShowBox(kind, text, caption);
+}
+
+bool ProgramDesktop::AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) {
+    return Shown().AskQuestion(text, caption, noIsDefault);
+}
+
+std::string ProgramDesktop::AskInput(const std::string& prompt, const std::string& title,
+                                     const std::string& defaultAnswer) {
+    return Shown().AskInput(prompt, title, defaultAnswer);
+}
+
+std::string ProgramDesktop::ChooseFolder(const std::string& prompt, const std::string& title,
+                                         const std::string& startFolder) {
+    return Shown().ChooseFolder(prompt, title, startFolder);
+}
+
+void ProgramDesktop::Note(const std::string& text) {
+    Current().Note(text);
+}
+
+std::unique_ptr<ProgressView> ProgramDesktop::OpenProgress() {
+    return Shown().OpenProgress();
+}
+
+void ProgramDesktop::ServeEvents() {
+    Current().ServeEvents();
+}
+
+bool ProgramDesktop::OpenDocument(const std::string& address) {
+    return Current().OpenDocument(address);
+}
+
+bool ProgramDesktop::MoveToTrash(const std::string& path) {
+    return Current().MoveToTrash(path);
+}
+
+bool ProgramDesktop::PlayPlaylist(const std::string& path, bool append) {
+    return Current().PlayPlaylist(path, append);
+}
+
+void ProgramDesktop::ShowBatch(std::size_t item, std::size_t count) {
+    Current().ShowBatch(item, count);
+}
+
+bool ProgramDesktop::IsCancelled() const {
+    return Current().IsCancelled();
+}
+
+bool ProgramDesktop::HasComplained() const {
+    return console_.HasComplained() || (windows_ && windows_->WindowDesktop().HasComplained());
+}
+
+}  // namespace zefta

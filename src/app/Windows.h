@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "core/App.h"
+#include "platform/Desktop.h"
+
+namespace zefta {
+
+/// The windows of the program. Whoever makes them loads the toolkit, which a job without a window never does.
+class Windows {
+  public:
+    Windows() = default;
+    Windows(const Windows&) = delete;
+    Windows& operator=(const Windows&) = delete;
+    virtual ~Windows() = default;
+
+    /// Boxes, questions and progress as windows.
+    virtual Desktop& WindowDesktop() = 0;
+
+    /// The main window on the folder that the state names; returns when it is closed.
+    virtual void RunMainWindow(App& app) = 0;
+
+    /// The information of a compressed file, told by its path; returns when its dialog is closed.
+    virtual void RunFileInformation(App& app, const std::string& path) = 0;
+};
+
+/// Loads the windows at its first call; null when this build has none.
+using WindowOpener = std::function<Windows*()>;
+
+}  // namespace zefta

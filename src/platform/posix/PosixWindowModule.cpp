@@ -1,0 +1,26 @@
+#include <dlfcn.h>
+
+#include "platform/Paths.h"
+#include "platform/WindowModule.h"
+#include "platform/posix/PosixProcesses.h"
+
+namespace zefta {
+
+namespace {
+
+constexpr const char* ModuleName = "libzefta-windows.so";
+
+void* Load(const std::string& folder) {
+    return dlopen(JoinPath(folder, ModuleName).c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+}  // namespace
+
+void* FunctionOfWindowModule(const char* name) {
+    const std::string folder(FolderPart(PosixProcesses().OwnPath()));
+    void* module = Load(folder);
+    if (module == nullptr) module = Load(JoinPath(folder, "../lib/zefta"));
+    return module != nullptr ? dlsym(module, name) : nullptr;
+}
+
+}  // namespace zefta

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QApplication>
+#include <memory>
+
+#include "app/Windows.h"
+#include "ui/desktop/WindowDesktop.h"
+
+namespace zefta {
+
+/// The windows of the toolkit, and its application object with them.
+class QtWindows : public Windows {
+  public:
+    QtWindows();
+
+    Desktop& WindowDesktop() override { return desktop_; }
+    void RunMainWindow(App& app) override;
+    void RunFileInformation(App& app, const std::string& path) override;
+
+  private:
+    std::unique_ptr<QApplication> application_;
+    zefta::WindowDesktop desktop_;
+};
+
+}  // namespace zefta
