@@ -1,0 +1,67 @@
+#include "ui/WindowTexts.h"
+
+#include <array>
+
+namespace zefta {
+
+namespace {
+
+struct Row {
+    WindowText text;
+    const char* english;
+    const char* russian;
+};
+
+constexpr std::array Rows = {
+    // clang-format off
+    Row{WindowText::FolderIsEmpty, "No subfolders or audio files here", "Здесь нет ни папок, ни звуковых файлов"},
+    Row{WindowText::FolderIsUnreadable, "This folder can't be read", "Эту папку не удаётся прочитать"},
+    Row{WindowText::FileList, "Files of the folder", "Файлы папки"},
+    Row{WindowText::FolderLabel, "Fol&der:", "&Папка:"},
+    Row{WindowText::FolderBox, "Folder", "Папка"},
+    Row{WindowText::DriveBox, "Drives and media", "Диски и носители"},
+    Row{WindowText::BrowseFolder, "Choose a folder", "Выбрать папку"},
+    Row{WindowText::StatusProgress, "What is at hand", "Что делается"},
+    Row{WindowText::StatusCount, "Number of files", "Число файлов"},
+    Row{WindowText::StatusSize, "Size of the files", "Размер файлов"},
+    Row{WindowText::StatusMore, "More", "Прочее"},
+    Row{WindowText::KindUp, "Folder above", "Папка уровнем выше"},
+    Row{WindowText::KindFolder, "Folder", "Папка"},
+    Row{WindowText::KindPlaylist, "Playlist", "Плейлист"},
+    Row{WindowText::KindWave, "WAV file", "Файл WAV"},
+    Row{WindowText::KindMP3, "MP3 file", "Файл MP3"},
+    Row{WindowText::KindOgg, "Ogg Vorbis file", "Файл Ogg Vorbis"},
+    Row{WindowText::KindMPEGplus, "MPEGplus file", "Файл MPEGplus"},
+    Row{WindowText::KindLqt, "LQT file", "Файл LQT"},
+    Row{WindowText::RawWave, "No WAV header was found", "Заголовок WAV не найден"},
+    Row{WindowText::RateHighest, "Very high bitrate (from 300 kbps)", "Очень высокий битрейт (от 300 кбит/с)"},
+    Row{WindowText::RateHigh, "High bitrate (211 to 299 kbps)", "Высокий битрейт (211–299 кбит/с)"},
+    Row{WindowText::RateMiddle, "Good bitrate (151 to 210 kbps)", "Хороший битрейт (151–210 кбит/с)"},
+    Row{WindowText::RateUsual, "Usual bitrate (113 to 150 kbps)", "Обычный битрейт (113–150 кбит/с)"},
+    Row{WindowText::RateLow, "Low bitrate (below 113 kbps)", "Низкий битрейт (ниже 113 кбит/с)"},
+    Row{WindowText::ThisYear, "Of this year", "Этого года"},
+    Row{WindowText::LastYear, "Of last year", "Прошлого года"},
+    // clang-format on
+};
+
+/// A row in the wrong place would give another text than was asked for.
+constexpr bool StandInOrder() {
+    for (std::size_t i = 0; i < Rows.size(); ++i) {
+        if (Rows[i].text != static_cast<WindowText>(i)) return false;
+    }
+    return Rows.size() == static_cast<std::size_t>(WindowText::Count);
+}
+static_assert(StandInOrder());
+
+}  // namespace
+
+QString OwnText(Language language, WindowText text) {
+    const Row& row = Rows.at(static_cast<std::size_t>(text));
+    return QString::fromUtf8(language == Language::Russian ? row.russian : row.english);
+}
+
+QString OwnText(const App& app, WindowText text) {
+    return OwnText(app.messages.BuiltInLanguage(), text);
+}
+
+}  // namespace zefta

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+#include "core/App.h"
+
+namespace zefta {
+
+/// Texts of the windows that the numbered messages lack: tool tips, names for screen readers, notes in empty
+/// places. One row of the table in WindowTexts.cpp for each, in this order; append at the end.
+enum class WindowText : std::uint8_t {
+    FolderIsEmpty,
+    FolderIsUnreadable,
+    FileList,
+    FolderLabel,
+    FolderBox,
+    DriveBox,
+    BrowseFolder,
+    StatusProgress,
+    StatusCount,
+    StatusSize,
+    StatusMore,
+    KindUp,
+    KindFolder,
+    KindPlaylist,
+    KindWave,
+    KindMP3,
+    KindOgg,
+    KindMPEGplus,
+    KindLqt,
+    RawWave,
+    RateHighest,
+    RateHigh,
+    RateMiddle,
+    RateUsual,
+    RateLow,
+    ThisYear,
+    LastYear,
+    Count,
+};
+
+/// The text in the language of the program.
+QString OwnText(const App& app, WindowText text);
+QString OwnText(Language language, WindowText text);
+
+}  // namespace zefta
