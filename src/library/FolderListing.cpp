@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 
 #include "core/Strings.h"
 #include "library/SortWithoutCase.h"
@@ -54,6 +55,27 @@ std::string SortOrder(const ListEntry& entry, const CodePage& ansi) {
 
 void SortEntries(std::vector<ListEntry>& entries, const CodePage& ansi) {
     SortWithoutCase(entries, [&](const ListEntry& entry) { return SortOrder(entry, ansi); });
+}
+
+bool StandsAbove(const ListEntry& one, const ListEntry& other, const CodePage& ansi) {
+    const std::string oneKey = ToLower(SortOrder(one, ansi));
+    const std::string otherKey = ToLower(SortOrder(other, ansi));
+    return std::tie(oneKey, one.name) < std::tie(otherKey, other.name);
+}
+
+FolderContents ContentsOf(const FileSystem& files, const std::string& folder, const CodePage& ansi) {
+    FolderContents contents;
+    for (FolderEntry& entry : files.List(folder)) {
+        if (entry.isSpecial) continue;
+        const auto kind = entry.isFolder ? ListKind::Folder : ListKindOf(entry.name);
+        if (kind) {
+            contents.entries.push_back({std::move(entry.name), *kind});
+        } else {
+            contents.otherFiles.push_back(std::move(entry.name));
+        }
+    }
+    SortEntries(contents.entries, ansi);
+    return contents;
 }
 
 std::vector<ListEntry> ListFolder(const FileSystem& files, const std::string& folder, std::string_view mask,

@@ -18,17 +18,18 @@ constexpr Colour DarkTeal = {0, 80, 80};
 /// Rates from a number of kbps on.
 struct RateColour {
     std::int16_t from;
+    RateClass rate;
     std::optional<Colour> colour;
     bool isBold;
 };
 
 constexpr std::int16_t LowestRate = -32768;
 constexpr std::array<RateColour, 5> RateColours = {{
-    {300, Red, true},
-    {211, Blue, false},
-    {151, Green, false},
-    {113, std::nullopt, false},
-    {LowestRate, Grey, false},
+    {300, RateClass::Highest, Red, true},
+    {211, RateClass::High, Blue, false},
+    {151, RateClass::Middle, Green, false},
+    {113, RateClass::Usual, std::nullopt, false},
+    {LowestRate, RateClass::Low, Grey, false},
 }};
 
 std::optional<Colour> RowColour(ListKind kind) {
@@ -50,10 +51,20 @@ bool IsCompressed(ListKind kind) {
     return kind == ListKind::MP3 || kind == ListKind::Ogg || kind == ListKind::MPEGplus;
 }
 
-std::optional<Colour> YearColour(const std::string& year, int currentYear) {
-    if (year == std::to_string(currentYear)) return Blue;
-    if (year == std::to_string(currentYear - 1)) return Green;
-    return std::nullopt;
+YearClass YearClassOf(const std::string& year, int currentYear) {
+    if (year == std::to_string(currentYear)) return YearClass::ThisYear;
+    return year == std::to_string(currentYear - 1) ? YearClass::LastYear : YearClass::Other;
+}
+
+std::optional<Colour> YearColour(YearClass year) {
+    switch (year) {
+        case YearClass::ThisYear:
+            return Blue;
+        case YearClass::LastYear:
+            return Green;
+        default:
+            return std::nullopt;
+    }
 }
 
 }  // namespace
@@ -68,7 +79,9 @@ RowColours ColoursOf(const ListEntry& entry, const ListRow& row, const ID3Tag& t
                                    [&](const RateColour& range) { return tag.Bitrate >= range.from; });
     colours.Bitrate = rate->colour;
     colours.BitrateIsBold = rate->isBold;
-    colours.Year = YearColour(row.Year, currentYear);
+    colours.RateIs = rate->rate;
+    colours.YearIs = YearClassOf(row.Year, currentYear);
+    colours.Year = YearColour(colours.YearIs);
     return colours;
 }
 

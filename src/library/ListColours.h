@@ -16,6 +16,12 @@ struct Colour {
     bool operator==(const Colour&) const = default;
 };
 
+// What the colours of the cells stand for; words for those who don't see them.
+
+/// How good a bitrate is; None for what has none.
+enum class RateClass : std::uint8_t { None, Low, Usual, Middle, High, Highest };
+enum class YearClass : std::uint8_t { Other, ThisYear, LastYear };
+
 /// Colours of a row and of the cells that differ from it; empty means the default of the list, and for a
 /// cell the colour of its row.
 struct RowColours {
@@ -24,6 +30,8 @@ struct RowColours {
     std::optional<Colour> Bitrate;
     bool BitrateIsBold = false;
     std::optional<Colour> Year;
+    RateClass RateIs = RateClass::None;
+    YearClass YearIs = YearClass::Other;
 };
 
 /// `currentYear` is the calendar year of today: a file of this year and one of the year before stand out.

@@ -10,6 +10,9 @@ struct Machine {
     std::string language;
     /// The person's music folder, or the home folder when there is none.
     std::string musicFolder;
+    /// Where files go that nobody misses after the session; the person's own where the system has one.
+    std::string temporaryFolder;
+    std::string homeFolder;
     /// Whether windows can be opened.
     bool hasDisplay = false;
     /// Whether standard error is read by a person.

@@ -90,5 +90,30 @@ TEST_F(FolderListingTest, LinkThatLeadsNowhere_IsListedByItsName) {
     EXPECT_EQ(Names(), Texts{"gone.mp3"});
 }
 
+TEST_F(FolderListingTest, Contents_AreTheListAndTheOtherFiles) {
+    Make({"b.mp3", "A.ogg", "x.txt", "README"});
+    std::filesystem::create_directory(folder / "sub");
+    ASSERT_EQ(mkfifo((folder / "pipe.mp3").c_str(), 0600), 0);
+    FolderContents contents = ContentsOf(files, folder.Path(), ansi);
+    Texts listed;
+    for (const ListEntry& entry : contents.entries) listed.push_back(entry.name);
+    EXPECT_EQ(listed, (Texts{"sub", "A.ogg", "b.mp3"}));
+    std::sort(contents.otherFiles.begin(), contents.otherFiles.end());
+    EXPECT_EQ(contents.otherFiles, (Texts{"README", "x.txt"}));
+}
+
+TEST(StandsAbove, IsTheOrderOfTheList) {
+    const CodePage ansi = LoadCodePage(1252);
+    std::vector<ListEntry> entries = {{"b.mp3", ListKind::MP3}, {"A.ogg", ListKind::Ogg},
+                                      {"z", ListKind::Folder},  {"m.m3u", ListKind::Playlist},
+                                      {"B.mp3", ListKind::MP3}, {"a.mp3", ListKind::MP3},
+                                      {"A", ListKind::Folder},  {"a.b.mp3", ListKind::MP3}};
+    SortEntries(entries, ansi);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        for (std::size_t j = 0; j < entries.size(); ++j)
+            EXPECT_EQ(StandsAbove(entries[i], entries[j], ansi), i < j) << i << ' ' << j;
+    }
+}
+
 }  // namespace
 }  // namespace zefta::test

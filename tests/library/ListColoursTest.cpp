@@ -68,5 +68,28 @@ TEST(ColoursOf, Years_OfNowStandOut) {
     }
 }
 
+TEST(ColoursOf, Classes_SayWhatTheColoursSay) {
+    const struct {
+        std::int16_t bitrate;
+        RateClass rate;
+    } rows[] = {{320, RateClass::Highest}, {300, RateClass::Highest}, {299, RateClass::High},
+                {211, RateClass::High},    {210, RateClass::Middle},  {151, RateClass::Middle},
+                {150, RateClass::Usual},   {113, RateClass::Usual},   {112, RateClass::Low},
+                {0, RateClass::Low}};
+    for (const auto& row : rows) {
+        ID3Tag tag;
+        tag.Bitrate = row.bitrate;
+        EXPECT_EQ(Colours(ListKind::MP3, tag).RateIs, row.rate) << row.bitrate;
+        EXPECT_EQ(Colours(ListKind::Wave, tag).RateIs, RateClass::None);
+    }
+    ID3Tag tag;
+    for (const auto& [year, expected] : {std::pair{"2026", YearClass::ThisYear},
+                                         {"2025", YearClass::LastYear},
+                                         {"2024", YearClass::Other}}) {
+        tag.Year = year;
+        EXPECT_EQ(Colours(ListKind::Ogg, tag).YearIs, expected) << year;
+    }
+}
+
 }  // namespace
 }  // namespace zefta::test

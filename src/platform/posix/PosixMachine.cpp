@@ -45,12 +45,22 @@ std::string MusicFolder() {
     return !folder.empty() && files.FolderExists(folder) ? folder : home;
 }
 
+std::string TemporaryFolder() {
+    for (const char* name : {"TMPDIR", "XDG_RUNTIME_DIR"}) {
+        const std::string folder = Variable(name);
+        if (IsAbsolutePath(folder) && access(folder.c_str(), W_OK | X_OK) == 0) return folder;
+    }
+    return "/tmp";
+}
+
 }  // namespace
 
 Machine ReadMachine() {
     Machine machine;
     machine.language = FirstSet({"LC_ALL", "LC_MESSAGES", "LANG"});
     machine.musicFolder = MusicFolder();
+    machine.temporaryFolder = TemporaryFolder();
+    machine.homeFolder = HomeFolder();
     machine.hasDisplay = !FirstSet({"DISPLAY", "WAYLAND_DISPLAY"}).empty();
     machine.errorIsTerminal = isatty(STDERR_FILENO) == 1;
     return machine;
