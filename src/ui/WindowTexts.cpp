@@ -41,6 +41,19 @@ constexpr std::array Rows = {
     Row{WindowText::RateLow, "Low bitrate (below 113 kbps)", "Низкий битрейт (ниже 113 кбит/с)"},
     Row{WindowText::ThisYear, "Of this year", "Этого года"},
     Row{WindowText::LastYear, "Of last year", "Прошлого года"},
+    Row{WindowText::InfoFileName, "File name", "Имя файла"},
+    Row{WindowText::InfoNoGenre, "No genre", "Без жанра"},
+    Row{WindowText::InfoEnableID3v2, "Write an ID3v2 tag", "Записывать тег ID3v2"},
+    Row{WindowText::InfoCopy1to2, "Copy to ID3v2", "Скопировать в ID3v2"},
+    Row{WindowText::InfoCopy2to1, "Copy to ID3v1", "Скопировать в ID3v1"},
+    Row{WindowText::InfoCopyLyricsto2, "Copy Lyrics3 to ID3v2", "Скопировать Lyrics3 в ID3v2"},
+    Row{WindowText::InfoLyrics3, "Lyrics3", "Lyrics3"},
+    Row{WindowText::InfoYearRule, "A year is a plain number, such as 1999, or nothing", "Год - это простое число, например 1999, или пусто"},
+    Row{WindowText::InfoMeasures, "Measures of the file", "Параметры файла"},
+    Row{WindowText::InfoVendor, "Made with", "Создан с помощью"},
+    Row{WindowText::InfoExComKeys, "F2 or a double click edits, Insert adds, Delete removes", "F2 или двойной щелчок - правка, Insert - добавить, Delete - удалить"},
+    Row{WindowText::InfoWouldLose, "The tag of this file holds more than can be carried over, and some of it would be lost.\n\nContinue anyway?", "Тег этого файла содержит больше, чем можно перенести, и часть данных будет потеряна.\n\nВсё равно продолжить?"},
+    Row{WindowText::InfoRefusedOgg, "This file is no whole, sound and single Ogg Vorbis stream. It stays as it is.", "Этот файл - не целый, исправный и единственный поток Ogg Vorbis. Он остался без изменений."},
     // clang-format on
 };
 
