@@ -11,6 +11,7 @@
 #include "platform/FileSizeLimit.h"
 #include "platform/StandardStreams.h"
 #include "platform/console/ConsoleDesktop.h"
+#include "platform/posix/AgentSocket.h"
 #include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/PosixProcesses.h"
@@ -28,8 +29,10 @@ int main(int argc, char** argv) {
     const SettingsProduct product = {std::string(ProgramVersion().CompanyName), ApplicationTitle(), "2.0"};
     IniSettingsStore userSettings(UserSettingsPath(product));
     IniSettingsStore machineSettings(MachineSettingsPath(product));
+    AgentSocket agent;
 
     App app(machine, files, desktop, processes, userSettings, machineSettings);
+    app.agent = &agent;
     return RunZefta(app, std::vector<std::string>(argv + 1, argv + argc), std::cout,
                     [&] { return desktop.OpenWindows(); });
 }

@@ -15,6 +15,7 @@
 
 namespace zefta {
 
+class AgentEndpoint;
 class WaveFile;
 
 /// The one object that is passed around: the record of the run, the services of the platform, the messages
@@ -38,6 +39,9 @@ struct App {
     /// The instance that serves tag reading and writing for everyone. Made by whoever makes the App in a
     /// layer that knows WaveFile; null before that and after ReleaseGlobals.
     WaveFile* defaultWaveFile = nullptr;
+
+    /// The way to the agent; null where it is out of reach, as in a preview: none runs there.
+    AgentEndpoint* agent = nullptr;
 
     /// Where a previewed job tells its steps; null in a run that does what it is asked (Steps.h).
     std::ostream* steps = nullptr;
