@@ -54,6 +54,11 @@ constexpr std::array Rows = {
     Row{WindowText::InfoExComKeys, "F2 or a double click edits, Insert adds, Delete removes", "F2 или двойной щелчок - правка, Insert - добавить, Delete - удалить"},
     Row{WindowText::InfoWouldLose, "The tag of this file holds more than can be carried over, and some of it would be lost.\n\nContinue anyway?", "Тег этого файла содержит больше, чем можно перенести, и часть данных будет потеряна.\n\nВсё равно продолжить?"},
     Row{WindowText::InfoRefusedOgg, "This file is no whole, sound and single Ogg Vorbis stream. It stays as it is.", "Этот файл - не целый, исправный и единственный поток Ogg Vorbis. Он остался без изменений."},
+    Row{WindowText::ToolBar, "Tools", "Инструменты"},
+    Row{WindowText::CancelBatch, "Cancel", "Отмена"},
+    Row{WindowText::CancelBatchTip, "Ends behind the file at hand (Esc)", "Завершить после текущего файла (Esc)"},
+    Row{WindowText::NotInThisVersion, "This is not part of this version.", "Этого в данной версии нет."},
+    Row{WindowText::NoPlayer, "No program could be started that plays it.", "Не удалось запустить программу для воспроизведения."},
     // clang-format on
 };
 

@@ -50,6 +50,11 @@ enum class WindowText : std::uint8_t {
     InfoExComKeys,
     InfoWouldLose,
     InfoRefusedOgg,
+    ToolBar,
+    CancelBatch,
+    CancelBatchTip,
+    NotInThisVersion,
+    NoPlayer,
     Count,
 };
 
