@@ -59,6 +59,9 @@ constexpr std::array Rows = {
     Row{WindowText::CancelBatchTip, "Ends behind the file at hand (Esc)", "Завершить после текущего файла (Esc)"},
     Row{WindowText::NotInThisVersion, "This is not part of this version.", "Этого в данной версии нет."},
     Row{WindowText::NoPlayer, "No program could be started that plays it.", "Не удалось запустить программу для воспроизведения."},
+    Row{WindowText::NoNotificationArea, "The desktop has no notification area. The agent runs without its icon there.", "На рабочем столе нет области уведомлений. Агент работает без значка."},
+    Row{WindowText::PowerOffRefused, "The computer could not be powered off.", "Не удалось выключить компьютер."},
+    Row{WindowText::NoBrowser, "No program was found that opens web pages:", "Не найдена программа для просмотра веб-страниц:"},
     // clang-format on
 };
 

@@ -55,6 +55,9 @@ enum class WindowText : std::uint8_t {
     CancelBatchTip,
     NotInThisVersion,
     NoPlayer,
+    NoNotificationArea,
+    PowerOffRefused,
+    NoBrowser,
     Count,
 };
 
