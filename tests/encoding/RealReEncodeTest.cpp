@@ -34,6 +34,8 @@ class ToolsAndChild : public Processes {
         WaveTrimJob(child);
     }
 
+    void StartProgram(const std::string& commandLine) override { real.StartProgram(commandLine); }
+
     std::string OwnPath() const override { return "/opt/zefta/zefta"; }
 
   private:

@@ -1,13 +1,20 @@
+#include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
+#include <sstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include <gtest/gtest.h>
 
 #include "platform/posix/PosixProcesses.h"
+#include "support/ExpectRuntimeError.h"
 #include "support/TempFolder.h"
 
 namespace zefta::test {
@@ -141,6 +148,171 @@ TEST_F(ProcessesTest, RunProgram_Hidden_OutputGoesNowhere) {
     ::testing::internal::CaptureStdout();
     processes.RunProgram("lame.exe", true, NormalPriority);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "noise\n");
+}
+
+/// Keeps what it is told and when.
+class RecordingWatch : public ToolWatch {
+  public:
+    void ToolRuns() override {
+        const auto now = Clock::now();
+        if (ticks > 0) longestPause = std::max(longestPause, now - last);
+        last = now;
+        ++ticks;
+        if (onTick) onTick();
+    }
+    void ToolWrites(std::string_view piece) override { output += piece; }
+
+    using Clock = std::chrono::steady_clock;
+    std::string output;
+    int ticks = 0;
+    Clock::duration longestPause{};
+    std::function<void()> onTick;
+
+  private:
+    Clock::time_point last;
+};
+
+class FollowedToolsTest : public ProcessesTest {
+  protected:
+    FollowedToolsTest() { processes.FollowTools(&watch); }
+
+    RecordingWatch watch;
+};
+
+/// What the step leaves on our own standard output.
+template <typename Step>
+std::string OutputOf(Step step) {
+    ::testing::internal::CaptureStdout();
+    step();
+    return ::testing::internal::GetCapturedStdout();
+}
+
+TEST_F(FollowedToolsTest, RunProgram_ShownTool_WritesToTheWatchAlone) {
+    AddTool("lame", "echo out; echo error >&2; printf 'no end'");
+    const std::string ours = OutputOf([&] { processes.RunProgram("lame.exe", true, NormalPriority); });
+    EXPECT_EQ(watch.output, "out\nerror\nno end");
+    EXPECT_EQ(ours, "");
+}
+
+TEST_F(FollowedToolsTest, RunProgram_HiddenTool_WritesNowhere) {
+    AddTool("lame", "echo noise; echo noise >&2");
+    const std::string ours = OutputOf([&] { processes.RunProgram("lame.exe", false, NormalPriority); });
+    EXPECT_EQ(watch.output, "");
+    EXPECT_EQ(ours, "");
+    EXPECT_GT(watch.ticks, 0);
+}
+
+TEST_F(FollowedToolsTest, RunProgram_Watch_IsToldAllTheTimeUntilTheToolHasEnded) {
+    AddTool("lame", "sleep 0.4; touch '" + folder.Path() + "/done'");
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_TRUE(folder.Exists("done"));
+    EXPECT_GE(watch.ticks, 10);
+    // Without a pause in between there would be thousands.
+    EXPECT_LE(watch.ticks, 60);
+    // 20 milliseconds are meant; a loaded machine gets some more.
+    EXPECT_LT(watch.longestPause, std::chrono::milliseconds(150));
+}
+
+TEST_F(FollowedToolsTest, RunProgram_ToolThatClosesItsStreams_IsFollowedToItsEnd) {
+    AddTool("lame", "echo early; exec >&- 2>&-; sleep 0.3; touch '" + folder.Path() + "/done'");
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_TRUE(folder.Exists("done"));
+    EXPECT_EQ(watch.output, "early\n");
+    EXPECT_LE(watch.ticks, 60);
+}
+
+TEST_F(FollowedToolsTest, RunProgram_MuchAndBinaryOutput_ComesWholeAndNeverBlocksTheTool) {
+    AddTool("lame", "printf '\\000\\377'; head -c 3000000 /dev/zero | tr '\\0' 'x'; printf '\\r\\n'");
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_EQ(watch.output, std::string("\0\377", 2) + std::string(3000000, 'x') + "\r\n");
+}
+
+TEST_F(FollowedToolsTest, RunProgram_ToolThatWritesWithoutEnd_LetsTheWatchLive) {
+    AddTool("lame", "timeout 0.4 cat /dev/zero");
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_GE(watch.ticks, 10);
+}
+
+TEST_F(FollowedToolsTest, RunProgram_ProcessThatTheToolLeavesBehind_IsNotWaitedFor) {
+    AddTool("lame", "sleep 5 & echo $! > '" + folder.Path() + "/left'; echo done");
+    const auto start = std::chrono::steady_clock::now();
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+    EXPECT_EQ(watch.output, "done\n");
+    kill(static_cast<pid_t>(std::stoi(folder.Read("left"))), SIGTERM);
+}
+
+TEST_F(FollowedToolsTest, RunProgram_FromWithinAWatch_RunsToItsEndToo) {
+    AddTool("lame", "sleep 0.2; echo outer");
+    AddTool("oggenc", "echo inner");
+    bool started = false;
+    watch.onTick = [&] {
+        if (std::exchange(started, true)) return;
+        processes.RunProgram("oggenc.exe", true, NormalPriority);
+    };
+    processes.RunProgram("lame.exe", true, NormalPriority);
+    EXPECT_EQ(watch.output, "inner\nouter\n");
+}
+
+TEST_F(FollowedToolsTest, RunProgram_MissingProgram_TellsNothing) {
+    processes.RunProgram("no-such-tool.exe", true, NormalPriority);
+    EXPECT_EQ(watch.ticks, 0);
+}
+
+TEST_F(FollowedToolsTest, FollowTools_Null_GivesTheOutputBackToOurs) {
+    AddTool("lame", "echo heard");
+    processes.FollowTools(nullptr);
+    EXPECT_EQ(OutputOf([&] { processes.RunProgram("lame.exe", true, NormalPriority); }), "heard\n");
+    EXPECT_EQ(watch.output, "");
+}
+
+/// Waits until the file holds something.
+std::string WaitForFile(const TempFolder& folder, const std::string& name) {
+    for (int i = 0; i < 500; ++i) {
+        if (folder.Exists(name)) {
+            if (std::string text = folder.Read(name); !text.empty()) return text;
+        }
+        usleep(10000);
+    }
+    return {};
+}
+
+TEST_F(ProcessesTest, StartProgram_ReturnsAtOnce) {
+    AddTool("zeftaa", "sleep 0.5; echo \"$@\" > '" + folder.Path() + "/done'");
+    processes.StartProgram("\"" + (folder / "zeftaa.exe") + "\" /r \"a b\"");
+    EXPECT_FALSE(folder.Exists("done"));
+    EXPECT_EQ(WaitForFile(folder, "done"), "/r a b\n");
+}
+
+TEST_F(ProcessesTest, StartProgram_LivesInASessionOfItsOwnAndIsNoChildOfOurs) {
+    AddTool("zeftaa", "cut -d' ' -f1,4,6 /proc/$$/stat > '" + folder.Path() + "/ids'");
+    processes.StartProgram("zeftaa");
+    std::istringstream ids(WaitForFile(folder, "ids"));
+    pid_t own = 0;
+    pid_t parent = 0;
+    pid_t session = 0;
+    ids >> own >> parent >> session;
+    EXPECT_GT(own, 0);
+    EXPECT_NE(parent, getpid());
+    EXPECT_NE(session, getsid(0));
+    // Nothing of ours waits to be reaped.
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+}
+
+TEST_F(ProcessesTest, StartProgram_HasNoStreamsOfOurs) {
+    AddTool("zeftaa",
+            "echo noise; cat > '" + folder.Path() + "/input'; echo end >> '" + folder.Path() + "/input'");
+    EXPECT_EQ(OutputOf([&] {
+                  processes.StartProgram("zeftaa.exe");
+                  EXPECT_EQ(WaitForFile(folder, "input"), "end\n");
+              }),
+              "");
+}
+
+TEST_F(ProcessesTest, StartProgram_MissingProgram_FailsWith53) {
+    EXPECT_EQ(RuntimeErrorOf([&] { processes.StartProgram("no-such-agent.exe /r"); }), 53);
+    EXPECT_EQ(RuntimeErrorOf([&] { processes.StartProgram(""); }), 53);
+    EXPECT_EQ(RuntimeErrorOf([&] { processes.StartProgram("\"" + folder.Path() + "\""); }), 53);
 }
 
 TEST_F(ProcessesTest, OwnPath_IsThisProgram) {

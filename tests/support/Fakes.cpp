@@ -1,6 +1,10 @@
 #include "support/Fakes.h"
 
 #include <algorithm>
+#include <filesystem>
+
+#include "platform/RuntimeError.h"
+#include "support/TempFolder.h"
 
 namespace zefta::test {
 
@@ -56,6 +60,27 @@ bool ScriptedDesktop::OpenDocument(const std::string& address) {
     return canOpenDocuments;
 }
 
+void ScriptedDesktop::ServeEvents() {
+    ++servedEvents;
+    if (whileServing) whileServing();
+}
+
+bool ScriptedDesktop::MoveToTrash(const std::string& path) {
+    if (!hasTrash) return false;
+    std::filesystem::remove_all(path);
+    trash.push_back(path);
+    return true;
+}
+
+bool ScriptedDesktop::PlayPlaylist(const std::string& path, bool append) {
+    played.push_back({path, std::filesystem::exists(path) ? ReadWholeFile(path) : "", append});
+    return canPlay;
+}
+
+bool ScriptedDesktop::IsCancelled() const {
+    return cancelsFromItem > 0 && !batches.empty() && batches.back().first >= cancelsFromItem;
+}
+
 bool ScriptedDesktop::HasComplained() const {
     return std::any_of(boxes.begin(), boxes.end(), [](const Box& box) { return box.kind != BoxKind::Plain; });
 }
@@ -63,6 +88,12 @@ bool ScriptedDesktop::HasComplained() const {
 void RecordingProcesses::RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) {
     runs.push_back({commandLine, showWindow, priorityClass});
     if (tool) tool(runs.back());
+    if (watch != nullptr) watch->ToolRuns();
+}
+
+void RecordingProcesses::StartProgram(const std::string& commandLine) {
+    if (!canStartPrograms) throw RuntimeError(ErrorNumber::FileNotFound);
+    started.push_back(commandLine);
 }
 
 std::optional<std::string> MemorySettingsStore::GetValue(const std::string& section,

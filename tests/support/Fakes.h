@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Desktop.h"
@@ -37,6 +38,23 @@ class ScriptedDesktop : public Desktop {
     std::vector<ProgressReport> reports;
     int progressViewsOpened = 0;
     int servedEvents = 0;
+    /// What ServeEvents does beside being counted: the person acts while a job works.
+    std::function<void()> whileServing;
+    /// Item and count of each ShowBatch.
+    std::vector<std::pair<std::size_t, std::size_t>> batches;
+    /// The person cancels when a batch comes to that item; 0 for never.
+    std::size_t cancelsFromItem = 0;
+    struct Played {
+        std::string path;
+        std::string text;
+        bool append;
+    };
+    /// Playlists that were played, with their content at that moment.
+    std::vector<Played> played;
+    bool canPlay = true;
+    /// What was moved to the trash, which takes everything when there is one.
+    std::vector<std::string> trash;
+    bool hasTrash = false;
     bool canOpenDocuments = true;
 
     /// Taken one by one; when none is left a question is answered No, an input or chooser cancelled.
@@ -52,8 +70,12 @@ class ScriptedDesktop : public Desktop {
                              const std::string& startFolder) override;
     void Note(const std::string& text) override { notes.push_back(text); }
     std::unique_ptr<ProgressView> OpenProgress() override;
-    void ServeEvents() override { ++servedEvents; }
+    void ServeEvents() override;
     bool OpenDocument(const std::string& address) override;
+    bool MoveToTrash(const std::string& path) override;
+    bool PlayPlaylist(const std::string& path, bool append) override;
+    void ShowBatch(std::size_t item, std::size_t count) override { batches.emplace_back(item, count); }
+    bool IsCancelled() const override;
     bool HasComplained() const override;
 };
 
@@ -70,9 +92,17 @@ class RecordingProcesses : public Processes {
 
     std::vector<Run> runs;
     std::function<void(const Run&)> tool;
+    /// Programs that were started and not waited for.
+    std::vector<std::string> started;
+    /// Whether there is such a program; RuntimeError 53 otherwise.
+    bool canStartPrograms = true;
+    ToolWatch* watch = nullptr;
     std::string ownPath = "/opt/zefta/zefta";
 
+    /// The watch is told once that the tool runs, behind what `tool` does.
     void RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) override;
+    void StartProgram(const std::string& commandLine) override;
+    void FollowTools(ToolWatch* follower) override { watch = follower; }
     std::string OwnPath() const override { return ownPath; }
 };
 

@@ -1,17 +1,17 @@
 #include "platform/posix/PosixProcesses.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <cstdlib>
-#include <fcntl.h>
+#include <optional>
 #include <string_view>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
 #include "platform/Paths.h"
+#include "platform/RuntimeError.h"
 #include "platform/ToolTranslation.h"
+#include "platform/posix/ChildProcess.h"
 #include "platform/posix/NameLookup.h"
 
 namespace zefta {
@@ -39,45 +39,6 @@ int NiceValue(int priorityClass) {
     return priorityClass == IdlePriority ? 19 : priorityClass == HighPriority ? -10 : 0;
 }
 
-/// What the child needs, made ready before the fork: behind it nothing may allocate.
-struct ChildSetup {
-    std::string program;
-    std::vector<std::string> arguments;
-    bool ownStreams = false;
-    bool hidden = false;
-    int nice = 0;
-};
-
-void RedirectToNull(int descriptor, int flags) {
-    const int null = open("/dev/null", flags);
-    if (null >= 0) dup2(null, descriptor);
-}
-
-[[noreturn]] void BecomeChild(const ChildSetup& setup, char* const* arguments) {
-    if (!setup.ownStreams) {
-        // A tool must not eat the answers that a person or script has for us.
-        RedirectToNull(STDIN_FILENO, O_RDONLY);
-        if (setup.hidden) RedirectToNull(STDOUT_FILENO, O_WRONLY);
-        if (setup.hidden) RedirectToNull(STDERR_FILENO, O_WRONLY);
-    }
-    // Refused when it asks for more than the person may have; the tool then runs as we do.
-    setpriority(PRIO_PROCESS, 0, setup.nice);
-    execv(setup.program.c_str(), arguments);
-    _exit(127);
-}
-
-void RunAndWait(ChildSetup& setup) {
-    std::vector<char*> arguments = {setup.program.data()};
-    for (std::string& argument : setup.arguments) arguments.push_back(argument.data());
-    arguments.push_back(nullptr);
-    const pid_t child = fork();
-    if (child == 0) BecomeChild(setup, arguments.data());
-    if (child < 0) return;
-    int status = 0;
-    while (waitpid(child, &status, 0) == -1 && errno == EINTR) {
-    }
-}
-
 /// A path that names nothing as it stands but something in another case: tools on this system know only the
 /// one on disk. Paths are the full ones and what stands behind the encoder's option of one letter for its
 /// output; any other quoted text may be a title that only looks like a name in the current folder.
@@ -102,6 +63,17 @@ std::string FirstFound(const std::vector<std::string>& names) {
     return {};
 }
 
+/// Nothing when there is no such program.
+std::optional<ChildSetup> ChildOf(const std::string& commandLine) {
+    const std::vector<CommandArgument> command = SplitCommandLine(commandLine);
+    if (command.empty()) return std::nullopt;
+    ChildSetup child;
+    child.program = FirstFound(ToolNames(command.front().text));
+    if (child.program.empty()) return std::nullopt;
+    child.arguments = TranslateToolArguments(SpellPaths(command));
+    return child;
+}
+
 }  // namespace
 
 std::string FindProgram(const std::string& program) {
@@ -110,16 +82,23 @@ std::string FindProgram(const std::string& program) {
 }
 
 void PosixProcesses::RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) {
-    const std::vector<CommandArgument> command = SplitCommandLine(commandLine);
-    if (command.empty()) return;
-    ChildSetup setup;
-    setup.program = FirstFound(ToolNames(command.front().text));
-    if (setup.program.empty()) return;
-    setup.arguments = TranslateToolArguments(SpellPaths(command));
-    setup.ownStreams = setup.program == OwnPath();
-    setup.hidden = !showWindow;
-    setup.nice = NiceValue(priorityClass);
-    RunAndWait(setup);
+    auto child = ChildOf(commandLine);
+    if (!child) return;
+    child->nice = NiceValue(priorityClass);
+    if (child->program == OwnPath()) {
+        child->streams = ChildStreams::Ours;
+    } else if (!showWindow) {
+        child->streams = ChildStreams::None;
+    } else {
+        child->streams = watch_ != nullptr ? ChildStreams::Watched : ChildStreams::OurOutput;
+    }
+    RunChild(*child, watch_);
+}
+
+void PosixProcesses::StartProgram(const std::string& commandLine) {
+    auto child = ChildOf(commandLine);
+    if (!child) throw RuntimeError(ErrorNumber::FileNotFound);
+    if (!StartDetached(*child)) throw RuntimeError(ErrorNumber::OutOfMemory);
 }
 
 std::string PosixProcesses::OwnPath() const {
