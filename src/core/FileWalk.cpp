@@ -1,5 +1,6 @@
 #include "core/FileWalk.h"
 
+#include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/Folders.h"
 
@@ -10,8 +11,12 @@ void WalkFiles(App& app,
     const FolderAndMask work = SplitFileSpec(app.files, app.state.FileSpec);
     // Tools that are told no folder write to the current one.
     app.files.SetCurrentFolder(work.folder);
-    for (const std::string& name : FilesOf(app.files, work))
+    const std::vector<std::string> names = FilesOf(app.files, work);
+    Batch batch(app, names.size());
+    for (const std::string& name : names) {
+        if (!batch.Next()) return;
         CheckRuntimeError(app, [&] { step(work.folder, name); });
+    }
 }
 
 }  // namespace zefta

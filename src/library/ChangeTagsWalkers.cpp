@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/FileKind.h"
 #include "core/FolderTree.h"
@@ -22,29 +23,49 @@ struct WalkedFolder {
     std::string shownName;
 };
 
-void ChangeMatchingFiles(App& app, const WalkedFolder& folder, const std::vector<FolderEntry>& entries) {
-    const TagValues values = ValuesOfOptions(app.state);
+std::vector<std::string> CompressedFilesMeant(const App& app, const std::vector<FolderEntry>& entries) {
     std::vector<std::string> names;
     for (const FolderEntry& entry : entries) {
         if (!entry.isFolder && !entry.isSpecial) names.push_back(entry.name);
     }
-    for (const std::string& name : NamesMeant(std::move(names), app.state.FileSpec)) {
-        if (!IsCompressedFile(name)) continue;
+    names = NamesMeant(std::move(names), app.state.FileSpec);
+    std::erase_if(names, [](const std::string& name) { return !IsCompressedFile(name); });
+    return names;
+}
+
+class Walk {
+  public:
+    explicit Walk(App& app) : app_(app), values_(ValuesOfOptions(app.state)), tree_(app.files), batch_(app) {}
+
+    void ChangeFiles(const WalkedFolder& folder, const std::vector<FolderEntry>& entries);
+    void ChangeTree(const WalkedFolder& folder);
+
+  private:
+    App& app_;
+    TagValues values_;
+    FolderTree tree_;
+    Batch batch_;
+};
+
+void Walk::ChangeFiles(const WalkedFolder& folder, const std::vector<FolderEntry>& entries) {
+    const std::vector<std::string> names = CompressedFilesMeant(app_, entries);
+    batch_.Expect(names.size());
+    for (const std::string& name : names) {
+        if (!batch_.Next()) return;
         const ChangedFile file = {JoinPath(folder.path, name), JoinPath(folder.shownName, name)};
-        CheckRuntimeError(app, [&] { ChangeTagsOfFile(app, file, values); });
-        app.desktop.ServeEvents();
+        CheckRuntimeError(app_, [&] { ChangeTagsOfFile(app_, file, values_); });
     }
 }
 
-void ChangeTree(App& app, FolderTree& tree, const WalkedFolder& folder) {
-    if (!tree.Enter(folder.path)) return;
-    const std::vector<FolderEntry> entries = app.files.List(folder.path);
-    ChangeMatchingFiles(app, folder, entries);
+void Walk::ChangeTree(const WalkedFolder& folder) {
+    if (batch_.IsCancelled() || !tree_.Enter(folder.path)) return;
+    const std::vector<FolderEntry> entries = app_.files.List(folder.path);
+    ChangeFiles(folder, entries);
     for (const FolderEntry& entry : entries) {
-        if (!entry.isFolder) continue;
-        ChangeTree(app, tree, {JoinPath(folder.path, entry.name), JoinPath(folder.shownName, entry.name)});
+        if (entry.isFolder)
+            ChangeTree({JoinPath(folder.path, entry.name), JoinPath(folder.shownName, entry.name)});
     }
-    tree.Leave();
+    tree_.Leave();
 }
 
 /// An unknown word that begins with "/" is no path from the root of the machine.
@@ -58,12 +79,11 @@ std::string TakeFolder(App& app) {
 }  // namespace
 
 void ChangeFolderTags(App& app, const std::string& folder) {
-    ChangeMatchingFiles(app, {folder, ""}, app.files.List(folder));
+    Walk(app).ChangeFiles({folder, ""}, app.files.List(folder));
 }
 
 void ChangeFolderTreeTags(App& app, const std::string& folder) {
-    FolderTree tree(app.files);
-    ChangeTree(app, tree, {folder, ""});
+    Walk(app).ChangeTree({folder, ""});
 }
 
 void ChangeTagsJob(App& app) {

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/FileNames.h"
 #include "core/Folders.h"
@@ -140,7 +141,9 @@ std::string CopyTracks(App& app, const std::vector<Track>& tracks, const std::st
     std::string lines;
     std::int64_t number = 0;
     std::int64_t done = 0;
+    Batch batch(app, tracks.size());
     for (const Track& track : tracks) {
+        if (!batch.Next()) break;
         done += track.bytes;
         if (app.files.FileExists(track.path)) {
             const std::string name = NumberedName(++number, NameOf(app.files, track));
@@ -150,7 +153,6 @@ std::string CopyTracks(App& app, const std::vector<Track>& tracks, const std::st
             lines += name + "\n";
         }
         progress.SetBase(done);
-        app.desktop.ServeEvents();
     }
     return lines;
 }

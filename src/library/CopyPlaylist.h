@@ -20,7 +20,8 @@ std::string NumberedName(std::int64_t number, const std::string& name);
 /// told as one that can't be copied. A playlist whose copy would take its own place or that of a track is
 /// refused (message 1007), and so is one without a name (message 1004). A track that can't be copied is told
 /// by a box and keeps its number and its line; of its copy nothing is left, and a file that has the name
-/// already stays. Other run-time failures are shown too and end the operation.
+/// already stays. Other run-time failures are shown too and end the operation. The person may end it behind a
+/// track: the new playlist holds the tracks up to there.
 std::string CopyPlaylist(App& app, const std::string& playlistPath, const std::string& targetPath);
 
 /// The job: FileSpec and TargetPath of the App's record.

@@ -1,10 +1,13 @@
 #include "library/Playlist.h"
 
+#include <algorithm>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/FileKind.h"
 #include "core/FolderTree.h"
@@ -21,8 +24,6 @@
 namespace zefta {
 
 namespace {
-
-constexpr std::string_view UsualName = "!Playlist.m3u";
 
 struct ListedName {
     /// Relative to the folder of the list.
@@ -133,9 +134,25 @@ std::string TextOf(App& app, const std::string& folder, std::span<const ListedNa
     return text;
 }
 
+/// Nothing when the person ends it.
+std::optional<std::string> WholeText(App& app, const std::string& folder, std::span<const ListedName> names) {
+    constexpr std::size_t NamesAtATime = 256;
+    std::string text = std::string(PlaylistHeader) + "\n";
+    Batch batch(app, names.size());
+    for (std::size_t done = 0; done < names.size(); done += NamesAtATime) {
+        const auto some = names.subspan(done, std::min(NamesAtATime, names.size() - done));
+        if (!batch.Next(some.size())) return std::nullopt;
+        MakeTextInRuns(
+            some.size(),
+            [&](IndexRun run) { return TextOf(app, folder, some.subspan(run.first, run.count)); },
+            [&](const std::string& lines) { text += lines; });
+    }
+    return text;
+}
+
 std::string TargetOf(const App& app, const std::string& folder) {
     const std::string target = app.files.ToNativePath(app.state.TargetPath);
-    if (target.empty()) return JoinPath(folder, UsualName);
+    if (target.empty()) return JoinPath(folder, UsualPlaylistName);
     return IsAbsolutePath(target) ? target : JoinPath(folder, target);
 }
 
@@ -148,12 +165,9 @@ void WritePlaylist(App& app) {
     NameList list(app, target.Path());
     list.AddFolderToList(folder, "");
     const std::vector<ListedName> names = list.TakeSorted();
-    std::string text = std::string(PlaylistHeader) + "\n";
-    const std::span<const ListedName> all = names;
-    MakeTextInRuns(
-        names.size(), [&](IndexRun run) { return TextOf(app, folder, all.subspan(run.first, run.count)); },
-        [&](const std::string& lines) { text += lines; });
-    target.Put(text);
+    const auto text = WholeText(app, folder, names);
+    if (!text) return;
+    target.Put(*text);
     TellStep(app, "write: " + path + ": " + std::to_string(names.size()) + " entries");
 }
 

@@ -1,5 +1,8 @@
 #include "library/RenameCommands.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "core/FileKind.h"
 #include "library/RenamePlaylists.h"
 #include "library/RenameWalkers.h"
@@ -23,9 +26,10 @@ void RenamePlaylistsOf(RenameRun& run, const std::string& fileSpec, bool renameF
 }
 
 void RenameEach(RenameRun& run, const std::vector<std::string>& names, const RenamedFile& renamed) {
+    run.batch.Expect(names.size());
     for (const std::string& name : names) {
+        if (!run.batch.Next()) return;
         renamed(name, RenameAndRemember(run, run.root, name));
-        run.app.desktop.ServeEvents();
     }
 }
 
@@ -51,14 +55,16 @@ void RenameByFilter(RenameRun& run, const ExtendedRename& choice) {
 
 void RenameSelectedFiles(App& app, const std::string& folder, const std::vector<std::string>& names,
                          const RenamedFile& renamed) {
-    for (const std::string& name : names) {
-        if (!IsCompressedFile(name)) continue;
+    std::vector<std::string> compressed;
+    std::copy_if(names.begin(), names.end(), std::back_inserter(compressed), IsCompressedFile);
+    Batch batch(app, compressed.size());
+    for (const std::string& name : compressed) {
+        if (!batch.Next()) return;
         PassOverFailure([&] {
             std::string newName = name;
             if (app.defaultWaveFile->RenameFileByTAGsData(folder, newName, app.state.RenameFormat) == 0)
                 renamed(name, newName);
         });
-        app.desktop.ServeEvents();
     }
 }
 
@@ -81,8 +87,9 @@ void RenameFilesOfPlaylists(App& app, const std::string& folder, const std::vect
     app.state.ProcessSubfolders = false;
     RenameRun run(app, folder);
     NewRenameMap(run);
-    for (const std::string& playlist : playlists)
-        PassOverFailure([&] { RenamePlaylistsOf(run, playlist, true); });
+    for (const std::string& playlist : playlists) {
+        if (!run.batch.IsCancelled()) PassOverFailure([&] { RenamePlaylistsOf(run, playlist, true); });
+    }
     PassOverFailure([&] { RenamePlaylistsOf(run, AllPlaylists, false); });
     ClearRenameMap(run);
 }

@@ -45,7 +45,8 @@ TextLines WithTexts(const TextLines& list, const NewTexts& texts) {
     return result;
 }
 
-/// After a failure: lines get their new names and nothing else happens to the list.
+/// After a failure, or when the person ends the run: lines get their new names and nothing else happens to
+/// the list.
 void KeepWhatHasNoNewText(const TextLines& list, NewTexts& texts) {
     for (std::size_t i = 0; i < list.lines.size(); ++i) {
         if (i == texts.size()) texts.emplace_back();
@@ -85,6 +86,8 @@ class ListRewriting {
     RenamedLines& lines_;
     TextLines list_;
     NewTexts texts_;
+    /// The line at which the person ended the renaming.
+    std::optional<std::size_t> endedAt_;
 };
 
 /// What a pass that renames has written is not looked up by a later one.
@@ -94,7 +97,7 @@ void ListRewriting::Run() {
     if (finished == AllLines) return;
     list_ = ReadTextLines(app_.files, path_);
     HasLines(list_) ? Rewrite(finished) : TellNoText();
-    if (lines_.RenamesFiles()) run_.finishedLines[realPath_] = AllLines;
+    if (lines_.RenamesFiles()) run_.finishedLines[realPath_] = endedAt_.value_or(AllLines);
 }
 
 void ListRewriting::Rewrite(std::size_t finished) {
@@ -105,8 +108,13 @@ void ListRewriting::Rewrite(std::size_t finished) {
 }
 
 void ListRewriting::MakeTexts(std::size_t finished) {
+    if (lines_.RenamesFiles()) run_.batch.Expect(list_.lines.size());
     try {
         for (const TextLine& line : list_.lines) {
+            if (lines_.RenamesFiles() && !run_.batch.Next()) {
+                endedAt_ = texts_.size();
+                return KeepWhatHasNoNewText(list_, texts_);
+            }
             const bool isFinished = texts_.size() < finished;
             texts_.push_back(isFinished ? line.text : lines_.NewLine(line.text));
         }
@@ -171,13 +179,15 @@ void RewriteFolder(RenameRun& run, const std::string& folder, bool renameFiles) 
     for (const std::string& name : FilesMeant(run.app, folder)) {
         if (!IsPlaylist(run.app, folder, name)) continue;
         hasPlaylists = true;
+        if (renameFiles && run.batch.IsCancelled()) return;
         ListRewriting(run, JoinPath(folder, name), lines).Run();
     }
     // A mask such as "*.mp3" means the files themselves where there is no list of them.
     if (!hasPlaylists) RenameFolderFiles(run, folder);
     if (!run.app.state.ProcessSubfolders) return;
-    for (const std::string& subfolder : Subfolders(run.app, folder))
-        RewriteFolder(run, subfolder, renameFiles);
+    for (const std::string& subfolder : Subfolders(run.app, folder)) {
+        if (!renameFiles || !run.batch.IsCancelled()) RewriteFolder(run, subfolder, renameFiles);
+    }
 }
 
 void LearnNames(RenameRun& run, const std::string& folder) {

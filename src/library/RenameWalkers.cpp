@@ -33,7 +33,7 @@ std::string MoveAndRemember(RenameRun& run, const std::string& folder, const std
 }  // namespace
 
 RenameRun::RenameRun(App& theApp, std::string theRoot)
-    : app(theApp), root(std::move(theRoot)), toldFolder(root) {}
+    : app(theApp), root(std::move(theRoot)), batch(theApp), toldFolder(root) {}
 
 void NewRenameMap(RenameRun& run) {
     run.map.emplace();
@@ -69,20 +69,22 @@ void RenameFolderFiles(RenameRun& run, const std::string& folder) {
     const RenameRule rule = RuleOfRun(run.app, run.app.state.RenameFormat);
     const FileReading reading = {run.app.files, run.app.ansi, UnknownContent::PassOver};
     RenamesAhead ahead(reading, rule, folder, names);
-    for (std::size_t i = 0; i < names.size(); ++i) {
+    run.batch.Expect(names.size());
+    for (std::size_t i = 0; i < names.size() && run.batch.Next(); ++i) {
         const RenamePlan plan = PlanOrTell(run.app, names[i], [&] { return ahead.Take(i); });
         const std::string newName = MoveAndRemember(run, folder, names[i], plan);
         const bool isInFolder = newName.find(PathSeparator) == std::string::npos;
         run.places.insert(isInFolder ? JoinPath(place, newName)
                                      : PlaceOf(run.app, JoinPath(folder, newName)));
-        run.app.desktop.ServeEvents();
     }
 }
 
 void RenameFolderTree(RenameRun& run, const std::string& folder) {
     const std::vector<std::string> subfolders = Subfolders(run.app, folder);
     RenameFolderFiles(run, folder);
-    for (const std::string& subfolder : subfolders) RenameFolderTree(run, subfolder);
+    for (const std::string& subfolder : subfolders) {
+        if (!run.batch.IsCancelled()) RenameFolderTree(run, subfolder);
+    }
 }
 
 void RenameFolder(RenameRun& run, const std::string& folder) {

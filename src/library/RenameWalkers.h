@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/App.h"
+#include "core/Batch.h"
 #include "library/RenameMap.h"
 
 namespace zefta {
@@ -22,6 +23,8 @@ struct RenameRun {
 
     App& app;
     std::string root;
+    /// Of the files that get names. Playlists learn the names that were given also when it is cancelled.
+    Batch batch;
     /// There only while playlists are to learn the new names.
     std::optional<RenameMap> map;
     /// The folder that was last told in a preview.
@@ -45,7 +48,8 @@ std::string RenameOne(RenameRun& run, const std::string& folder, const std::stri
 /// The same, with an entry in the map if there is one.
 std::string RenameAndRemember(RenameRun& run, const std::string& folder, const std::string& name);
 
-// The walkers trap no run-time failure: what was renamed before one keeps its new name.
+// The walkers trap no run-time failure: what was renamed before one keeps its new name. They end when the
+// batch of the run is cancelled.
 
 /// Renames the MP3, Ogg Vorbis and MPEGplus files of one folder whose name FileSpec matches, in folder order,
 /// but for those that this run has come to before.

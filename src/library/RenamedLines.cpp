@@ -106,7 +106,6 @@ std::string RenamedLines::Rename(const Reading& reading) {
     const std::string folder = length == 0 ? folder_ : prefix_ + reading.native.substr(0, length - 1);
     const std::string newPath = subfolder + RenameOne(run_, folder, reading.native.substr(length));
     run_.map->Add(prefix_ + reading.native, newPath, prefix_);
-    run_.app.desktop.ServeEvents();
     return reading.InStyle(newPath);
 }
 
