@@ -107,6 +107,20 @@ TEST(Machine, ReadMachine_LanguageIsTheFirstThatIsSet) {
     EXPECT_EQ(ReadMachine().language, "de_DE");
 }
 
+TEST(Machine, ReadMachine_TemporaryFolderIsThePersonsOwnWhereThereIsOne) {
+    const TempFolder chosen;
+    const TempFolder ofSession;
+    setenv("TMPDIR", chosen.Path().c_str(), 1);
+    setenv("XDG_RUNTIME_DIR", ofSession.Path().c_str(), 1);
+    EXPECT_EQ(ReadMachine().temporaryFolder, chosen.Path());
+    setenv("TMPDIR", "/no/such/folder", 1);
+    EXPECT_EQ(ReadMachine().temporaryFolder, ofSession.Path());
+    setenv("XDG_RUNTIME_DIR", "relative", 1);
+    EXPECT_EQ(ReadMachine().temporaryFolder, "/tmp");
+    unsetenv("TMPDIR");
+    unsetenv("XDG_RUNTIME_DIR");
+}
+
 TEST(Machine, ReadMachine_UserDirsThatCannotBeRead_IsHome) {
     const TempFolder home;
     setenv("HOME", home.Path().c_str(), 1);
