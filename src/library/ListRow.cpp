@@ -49,6 +49,8 @@ void FillCompressed(ListRow& row, const ID3Tag& tag) {
     row.Title = FirstNotEmpty(tag.LyricsExtension.TrackTitle, row.Title);
 }
 
+}  // namespace
+
 RowIcon IconOf(ListKind kind) {
     switch (kind) {
         case ListKind::Folder:
@@ -61,8 +63,6 @@ RowIcon IconOf(ListKind kind) {
             return RowIcon::Compressed;
     }
 }
-
-}  // namespace
 
 std::string SizeText(std::int64_t bytes) {
     constexpr std::int64_t Kibi = 1024;

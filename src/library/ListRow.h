@@ -11,6 +11,8 @@ namespace zefta {
 /// The numbers by which the file list tells its rows apart.
 enum class RowIcon : std::uint8_t { Compressed = 1, Folder = 2, Up = 3, Wave = 4, Playlist = 5 };
 
+RowIcon IconOf(ListKind kind);
+
 /// The texts of one row of the file list, in the order of its columns.
 struct ListRow {
     std::string File;

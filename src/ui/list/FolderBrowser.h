@@ -1,14 +1,15 @@
 #pragma once
 
+#include <QAbstractItemView>
+#include <QItemSelection>
 #include <QWidget>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "core/App.h"
 #include "library/ListRow.h"
-
-class QAbstractItemView;
 
 namespace zefta {
 
@@ -61,11 +62,15 @@ class FolderBrowser : public QWidget {
     std::optional<BrowserRow> FocusedRow() const;
     /// Selects and focuses the row of that name alone, where there is one.
     void SelectOnly(const std::string& name);
+    /// Adds the row of that name to the selection or takes it out. The focus stays where it is.
+    void SetRowSelected(const std::string& name, bool selected);
     /// Selects or deselects all rows of that icon.
     void SetIconSelected(RowIcon icon, bool selected);
     /// The way up is never among the selected then.
     void InvertSelection();
     void ClearSelection();
+    /// The row of that name, where there is one; the focus stays.
+    void SetRowSelected(const std::string& name, bool selected);
     /// Reads the row of the old name again under the new one and brings it to its place.
     void RefillRow(const std::string& oldName, const std::string& newName);
 
@@ -98,11 +103,14 @@ class FolderBrowser : public QWidget {
     void MenuRequested(const QPoint& globalPosition);
 
   private:
-    void Connect();
+    void ConnectPathBar();
+    void ConnectList();
+    /// False when the rows are to stay, since the folder could not be entered.
     bool EnterFolder();
-    void ShowNames(bool sameFolder);
-    void OnScanFinished();
-    int RowOfName(const std::string& name) const;
+    void ShowRows(std::vector<ListEntry> entries);
+    void FitColumns();
+    BrowserRow RowAt(int row) const;
+    QItemSelection RowsWhere(const std::function<bool(int)>& isMeant) const;
 
     App& app_;
     StatusPanels& panels_;
@@ -114,6 +122,8 @@ class FolderBrowser : public QWidget {
     /// What the list shows; differs from folder_ when that could not be entered.
     std::string listedFolder_;
     bool commandsEnabled_ = true;
+    bool columnsAreFitted_ = false;
+    /// While the list changes its rows, which is no choice of the person.
     bool selectionIsOwn_ = false;
 };
 

@@ -1,0 +1,15 @@
+#include "ui/Resources.h"
+
+// The pictures lie in a static library, whose initialisers nobody runs unless told.
+static void UseResources() {
+    Q_INIT_RESOURCE(zefta);
+}
+
+namespace zefta {
+
+QIcon OwnIcon(const QString& name) {
+    UseResources();
+    return QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+}
+
+}  // namespace zefta

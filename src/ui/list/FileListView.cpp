@@ -1,0 +1,177 @@
+#include "ui/list/FileListView.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <QUrl>
+
+#include "ui/QtText.h"
+#include "ui/WindowTexts.h"
+#include "ui/list/FileListModel.h"
+
+namespace zefta {
+
+namespace {
+
+/// Rows that tell how wide a column has to be.
+constexpr int SampleRows = 200;
+/// A column gets at most the room of so many letters by itself; the person may give it more.
+constexpr int WidestFit = 45;
+constexpr int SeenColumns = ListColumnCount - 1;
+
+/// The one folder that was dropped; "" for anything else.
+std::string DroppedFolder(const App& app, const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile()) return {};
+    // Names are bytes; a name that is no text in Unicode keeps them only this way.
+    const QByteArray encoded = urls.first().path(QUrl::FullyEncoded).toLatin1();
+    const std::string path = QByteArray::fromPercentEncoding(encoded).toStdString();
+    return app.files.FolderExists(path) ? path : std::string();
+}
+
+}  // namespace
+
+FileListView::FileListView(App& app, FileListModel& model, QWidget* parent)
+    : QTreeView(parent), app_(app), model_(model) {
+    setObjectName("lvFiles");
+    setAccessibleName(OwnText(app, WindowText::FileList));
+    setModel(&model);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setExpandsOnDoubleClick(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setAcceptDrops(true);
+    SetUpHeader();
+    model.SetBackground(palette().color(QPalette::Base));
+}
+
+void FileListView::SetUpHeader() {
+    header()->setSectionsMovable(false);
+    header()->setStretchLastSection(false);
+    header()->setResizeContentsPrecision(SampleRows);
+    setColumnHidden(static_cast<int>(ListColumn::SortOrder), true);
+    connect(header(), &QHeaderView::sectionResized, this, [this] {
+        if (!isFitting_) hasOwnWidths_ = true;
+    });
+}
+
+void FileListView::SetNote(const QString& note) {
+    note_ = note;
+    setAccessibleDescription(note);
+    viewport()->update();
+}
+
+std::optional<std::pair<int, int>> FileListView::RowsInView() const {
+    if (model_.rowCount() == 0) return std::nullopt;
+    const QModelIndex first = indexAt(QPoint(0, 0));
+    const QModelIndex last = indexAt(QPoint(0, viewport()->height() - 1));
+    return std::pair{first.isValid() ? first.row() : 0, last.isValid() ? last.row() : model_.rowCount() - 1};
+}
+
+void FileListView::FitColumns() {
+    const int widest = fontMetrics().averageCharWidth() * WidestFit;
+    isFitting_ = true;
+    for (int column = 0; column < SeenColumns; ++column) {
+        const int asked = std::max(sizeHintForColumn(column), header()->sectionSizeHint(column));
+        setColumnWidth(column, std::min(asked + fontMetrics().averageCharWidth(), widest));
+    }
+    isFitting_ = false;
+}
+
+std::vector<int> FileListView::ColumnWidths() const {
+    std::vector<int> widths;
+    for (int column = 0; column < SeenColumns; ++column) widths.push_back(columnWidth(column));
+    return widths;
+}
+
+void FileListView::SetColumnWidths(const std::vector<int>& widths) {
+    if (widths.size() != SeenColumns) return;
+    for (int column = 0; column < SeenColumns; ++column)
+        setColumnWidth(column, std::max(widths.at(static_cast<std::size_t>(column)), 0));
+    hasOwnWidths_ = true;
+}
+
+void FileListView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::RightButton) {
+        QTreeView::mousePressEvent(event);
+        return;
+    }
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (!index.isValid()) return;
+    const bool isSelected = selectionModel()->isSelected(index);
+    const auto change = isSelected ? QItemSelectionModel::NoUpdate : QItemSelectionModel::ClearAndSelect;
+    selectionModel()->setCurrentIndex(index, change | QItemSelectionModel::Rows);
+    emit MenuRequested(event->globalPosition().toPoint());
+}
+
+void FileListView::contextMenuEvent(QContextMenuEvent* event) {
+    // The right button was answered when it went down.
+    if (event->reason() != QContextMenuEvent::Keyboard || !currentIndex().isValid()) return;
+    scrollTo(currentIndex());
+    emit MenuRequested(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+}
+
+void FileListView::dragEnterEvent(QDragEnterEvent* event) {
+    if (acceptsFolders_ && event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void FileListView::dragMoveEvent(QDragMoveEvent* event) {
+    if (acceptsFolders_ && event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void FileListView::dropEvent(QDropEvent* event) {
+    const std::string folder = acceptsFolders_ ? DroppedFolder(app_, *event->mimeData()) : std::string();
+    if (folder.empty()) {
+        emit DropRefused();
+        return;
+    }
+    event->acceptProposedAction();
+    emit FolderDropped(folder);
+}
+
+void FileListView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (note_.isEmpty()) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int margin = fontMetrics().height();
+    const QRect place = viewport()->rect().adjusted(margin, margin, -margin, -margin);
+    painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, note_);
+}
+
+bool FileListView::IsElided(const QModelIndex& index) const {
+    return sizeHintForIndex(index).width() > visualRect(index).width();
+}
+
+QString FileListView::ToolTipOf(const QModelIndex& index) const {
+    const QString words = index.data(Qt::ToolTipRole).toString();
+    if (!IsElided(index)) return words;
+    const QString text = index.data(Qt::DisplayRole).toString();
+    return words.isEmpty() ? text : text + '\n' + words;
+}
+
+bool FileListView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    const QString tip = index.isValid() ? ToolTipOf(index) : QString();
+    // Names and tags are no markup.
+    QToolTip::showText(help->globalPos(),
+                       tip.isEmpty() ? tip : "<p style='white-space:pre'>" + tip.toHtmlEscaped() + "</p>",
+                       viewport(), visualRect(index));
+    return true;
+}
+
+void FileListView::changeEvent(QEvent* event) {
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) model_.SetBackground(palette().color(QPalette::Base));
+}
+
+}  // namespace zefta

@@ -1,0 +1,313 @@
+#include "ui/list/FolderBrowser.h"
+
+#include <QApplication>
+#include <QItemSelectionModel>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "core/Boxes.h"
+#include "library/FolderListing.h"
+#include "library/FolderWay.h"
+#include "platform/Paths.h"
+#include "platform/RuntimeError.h"
+#include "ui/WindowTexts.h"
+#include "ui/list/DriveBox.h"
+#include "ui/list/FileListModel.h"
+#include "ui/list/FileListView.h"
+#include "ui/list/FolderScan.h"
+#include "ui/list/PathBar.h"
+#include "ui/list/PathBox.h"
+#include "ui/list/StatusPanels.h"
+
+namespace zefta {
+
+namespace {
+
+constexpr std::int32_t ChooseFolderMessage = 32001;
+const std::string Root(1, PathSeparator);
+
+/// The folder of the process; the root when it is gone.
+std::string ProcessFolder(App& app) {
+    try {
+        return app.files.CurrentFolder();
+    } catch (const RuntimeError&) {
+        app.files.SetCurrentFolder(Root);
+        return Root;
+    }
+}
+
+}  // namespace
+
+FolderBrowser::FolderBrowser(App& app, StatusPanels& panels, QWidget* parent)
+    : QWidget(parent),
+      app_(app),
+      panels_(panels),
+      pathBar_(new PathBar(app)),
+      model_(new FileListModel(app, this)),
+      view_(new FileListView(app, *model_)),
+      scan_(new FolderScan(app, *model_, panels, this)) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(pathBar_);
+    column->addWidget(view_, 1);
+    scan_->SetRowsInView([this] { return view_->RowsInView(); });
+    ConnectPathBar();
+    ConnectList();
+}
+
+void FolderBrowser::ConnectPathBar() {
+    connect(pathBar_, &PathBar::BrowseRequested, this, &FolderBrowser::ChooseFolder);
+    connect(&pathBar_->Path(), &PathBox::PathTyped, this, &FolderBrowser::EnterTypedFolder);
+    connect(&pathBar_->Path(), &PathBox::PathChosen, this, &FolderBrowser::ShowFolder);
+    connect(&pathBar_->Path(), &PathBox::Left, this, [this] { view_->setFocus(); });
+    connect(&pathBar_->Drives(), &DriveBox::DriveChosen, this, [this](const std::string& drive) {
+        ShowFolder(drive);
+        view_->setFocus();
+    });
+}
+
+void FolderBrowser::ConnectList() {
+    const auto tellSelection = [this] {
+        if (!selectionIsOwn_) emit SelectionChanged();
+    };
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this, tellSelection);
+    connect(view_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, tellSelection);
+    connect(view_, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
+        if (commandsEnabled_) emit RowActivated(RowAt(index.row()));
+    });
+    connect(view_, &FileListView::MenuRequested, this, [this](const QPoint& position) {
+        if (commandsEnabled_) emit MenuRequested(position);
+    });
+    connect(view_, &FileListView::FolderDropped, this, &FolderBrowser::EnterTypedFolder);
+    connect(view_, &FileListView::DropRefused, this, [] { QApplication::beep(); });
+    connect(scan_, &FolderScan::RowsInViewFilled, this, &FolderBrowser::FitColumns);
+    connect(scan_, &FolderScan::Finished, this, [this] {
+        if (view_->selectionModel()->hasSelection()) emit SelectionChanged();
+        emit ScanFinished();
+    });
+}
+
+void FolderBrowser::RefreshContents() {
+    pathBar_->Drives().Refresh();
+    folder_ = WithoutDoubledSeparators(folder_);
+    if (!EnterFolder()) {
+        emit ListChanged();
+        panels_.SetStatusText(1, {});
+        return;
+    }
+    pathBar_->Drives().Follow(folder_);
+    FolderContents contents;
+    QString note;
+    try {
+        contents = ContentsOf(app_.files, folder_, app_.ansi);
+        if (contents.entries.empty()) note = OwnText(app_, WindowText::FolderIsEmpty);
+    } catch (const RuntimeError&) {
+        note = OwnText(app_, WindowText::FolderIsUnreadable);
+    }
+    view_->SetNote(note);
+    ShowRows(std::move(contents.entries));
+    emit ListChanged();
+    scan_->Start(folder_, contents.otherFiles);
+}
+
+bool FolderBrowser::EnterFolder() {
+    pathBar_->Path().ShowPath(folder_);
+    if (!CheckRuntimeError(app_, [&] { app_.files.SetCurrentFolder(folder_); })) return true;
+    folder_ = ProcessFolder(app_);
+    pathBar_->Path().ShowPath(folder_);
+    // The rows stay, as long as they are those of the folder that is current again.
+    return !listedFolder_.empty() && app_.files.FollowLinks(listedFolder_) != folder_;
+}
+
+void FolderBrowser::ShowRows(std::vector<ListEntry> entries) {
+    const QScopedValueRollback<bool> own(selectionIsOwn_, true);
+    const auto focused = FocusedRow();
+    const int focusedAt = view_->currentIndex().row();
+    const bool isSameFolder = folder_ == listedFolder_;
+    listedFolder_ = folder_;
+    model_->ShowEntries(std::move(entries), CanGoUp());
+    emit CanGoUpChanged(CanGoUp());
+    int row = 0;
+    if (isSameFolder && focused) {
+        const int sameName = model_->RowOfName(focused->name);
+        row = sameName >= 0 ? sameName : std::min(focusedAt, model_->rowCount() - 1);
+    }
+    // The keyboard goes on where it was; nothing is selected.
+    view_->selectionModel()->setCurrentIndex(model_->index(row, 0), QItemSelectionModel::NoUpdate);
+    view_->scrollTo(view_->currentIndex());
+}
+
+void FolderBrowser::FitColumns() {
+    const bool hasFiles = model_->rowCount() > 0 &&
+                          model_->IconAt(model_->rowCount() - 1) != RowIcon::Folder &&
+                          !model_->IsUpRow(model_->rowCount() - 1);
+    if (columnsAreFitted_ || view_->HasOwnWidths()) return;
+    view_->FitColumns();
+    // Folders alone don't tell how wide the other columns have to be.
+    columnsAreFitted_ = hasFiles;
+}
+
+void FolderBrowser::FinishScan() {
+    scan_->Finish();
+}
+
+void FolderBrowser::ShowFolder(const std::string& path) {
+    folder_ = TypedFolder(app_, folder_, path);
+    RefreshContents();
+}
+
+void FolderBrowser::ShowFirstFolder(const std::string& path) {
+    const bool failed = CheckRuntimeError(app_, [&] { app_.files.SetCurrentFolder(path); });
+    folder_ = failed ? Root : TypedFolder(app_, ProcessFolder(app_), path);
+    RefreshContents();
+}
+
+void FolderBrowser::EnterTypedFolder(const std::string& path) {
+    folder_ = TypedFolder(app_, folder_, path);
+    pathBar_->Path().Remember(folder_);
+    RefreshContents();
+    view_->setFocus();
+}
+
+void FolderBrowser::ChooseFolder() {
+    const std::string prompt = app_.messages.GetMessage(ChooseFolderMessage);
+    const std::string chosen = app_.desktop.ChooseFolder(prompt, {}, folder_);
+    if (!chosen.empty()) EnterTypedFolder(chosen);
+}
+
+bool FolderBrowser::CanGoUp() const {
+    return !IsRoot(folder_);
+}
+
+void FolderBrowser::GoUp() {
+    if (!CanGoUp()) return;
+    const std::string left = NamePart(LexicalPath(folder_));
+    ShowFolder(FolderAbove(folder_));
+    SelectOnly(left);
+}
+
+BrowserRow FolderBrowser::RowAt(int row) const {
+    return {model_->IconAt(row), model_->EntryAt(row).name};
+}
+
+std::vector<BrowserRow> FolderBrowser::SelectedRows() const {
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : view_->selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    std::vector<BrowserRow> selected;
+    for (const int row : rows) selected.push_back(RowAt(row));
+    return selected;
+}
+
+std::optional<BrowserRow> FolderBrowser::FocusedRow() const {
+    const QModelIndex index = view_->currentIndex();
+    return index.isValid() ? std::optional(RowAt(index.row())) : std::nullopt;
+}
+
+void FolderBrowser::SelectOnly(const std::string& name) {
+    const int row = model_->RowOfName(name);
+    if (row < 0) return;
+    view_->selectionModel()->setCurrentIndex(model_->index(row, 0),
+                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    view_->scrollTo(model_->index(row, 0));
+}
+
+void FolderBrowser::SetRowSelected(const std::string& name, bool selected) {
+    const int row = model_->RowOfName(name);
+    if (row < 0) return;
+    const auto change = selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
+    view_->selectionModel()->select(model_->index(row, 0), change | QItemSelectionModel::Rows);
+}
+
+QItemSelection FolderBrowser::RowsWhere(const std::function<bool(int)>& isMeant) const {
+    QItemSelection rows;
+    const int count = model_->rowCount();
+    for (int first = 0; first < count; ++first) {
+        if (!isMeant(first)) continue;
+        int last = first;
+        while (last + 1 < count && isMeant(last + 1)) ++last;
+        rows.append(QItemSelectionRange(model_->index(first, 0), model_->index(last, ListColumnCount - 1)));
+        first = last;
+    }
+    return rows;
+}
+
+void FolderBrowser::SetIconSelected(RowIcon icon, bool selected) {
+    const QItemSelection rows = RowsWhere([&](int row) { return model_->IconAt(row) == icon; });
+    view_->selectionModel()->select(rows,
+                                    selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect);
+}
+
+void FolderBrowser::InvertSelection() {
+    const QItemSelection rows = RowsWhere([&](int row) {
+        return !model_->IsUpRow(row) && !view_->selectionModel()->isSelected(model_->index(row, 0));
+    });
+    view_->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+}
+
+void FolderBrowser::ClearSelection() {
+    view_->clearSelection();
+}
+
+void FolderBrowser::SetRowSelected(const std::string& name, bool selected) {
+    const int row = model_->RowOfName(name);
+    if (row < 0) return;
+    const auto change = selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
+    view_->selectionModel()->select(model_->index(row, 0), change | QItemSelectionModel::Rows);
+}
+
+void FolderBrowser::RefillRow(const std::string& oldName, const std::string& newName) {
+    const int row = model_->RowOfName(oldName);
+    if (row < 0) return;
+    const bool isFolder = app_.files.FolderExists(JoinPath(listedFolder_, newName));
+    const auto kind = isFolder ? ListKind::Folder : ListKindOf(newName);
+    if (!kind) {
+        model_->Remove(row);
+        return;
+    }
+    const ListEntry entry = {newName, *kind};
+    const bool scanIsYetToComeHere = !model_->IsFilled(row) && scan_->IsRunning();
+    const int place = model_->Replace(row, entry);
+    if (!isFolder && !scanIsYetToComeHere) {
+        const FileReading reading = {app_.files, app_.ansi, UnknownContent::PassOver};
+        model_->Fill(place, ReadListedFile(reading, listedFolder_, entry));
+        model_->TellFilled(place, place);
+    }
+}
+
+void FolderBrowser::FocusDriveBox() {
+    pathBar_->Drives().setFocus();
+    pathBar_->Drives().showPopup();
+}
+
+void FolderBrowser::SetCommandsEnabled(bool enabled) {
+    commandsEnabled_ = enabled;
+    pathBar_->setEnabled(enabled);
+    view_->SetAcceptsFolders(enabled);
+}
+
+std::vector<std::string> FolderBrowser::History() const {
+    return pathBar_->Path().History();
+}
+
+void FolderBrowser::SetHistory(const std::vector<std::string>& folders) {
+    pathBar_->Path().SetHistory(folders);
+}
+
+std::vector<int> FolderBrowser::ColumnWidths() const {
+    return view_->HasOwnWidths() ? view_->ColumnWidths() : std::vector<int>();
+}
+
+void FolderBrowser::SetColumnWidths(const std::vector<int>& widths) {
+    view_->SetColumnWidths(widths);
+}
+
+QAbstractItemView* FolderBrowser::View() const {
+    return view_;
+}
+
+}  // namespace zefta
