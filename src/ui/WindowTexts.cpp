@@ -62,6 +62,17 @@ constexpr std::array Rows = {
     Row{WindowText::NoNotificationArea, "The desktop has no notification area. The agent runs without its icon there.", "На рабочем столе нет области уведомлений. Агент работает без значка."},
     Row{WindowText::PowerOffRefused, "The computer could not be powered off.", "Не удалось выключить компьютер."},
     Row{WindowText::NoBrowser, "No program was found that opens web pages:", "Не найдена программа для просмотра веб-страниц:"},
+    Row{WindowText::BoxOk, "OK", "ОК"},
+    Row{WindowText::BoxYes, "&Yes", "&Да"},
+    Row{WindowText::BoxNo, "&No", "&Нет"},
+    Row{WindowText::BoxCancel, "&Cancel", "О&тмена"},
+    Row{WindowText::ProgressCancelTip, "Ends the work when the file at hand is done", "Завершает работу, когда текущий файл будет готов"},
+    Row{WindowText::ProgressEnding, "Ending...", "Завершение..."},
+    Row{WindowText::ProgressFileName, "File at hand", "Текущий файл"},
+    Row{WindowText::ProgressOfFile, "Progress of this file", "Ход работы над файлом"},
+    Row{WindowText::ProgressOfAll, "Progress of the whole work", "Ход всей работы"},
+    Row{WindowText::TrimPicture, "Waveform; what is trimmed at both ends is shaded", "Форма волны; обрезаемое с обоих концов затенено"},
+    Row{WindowText::ToolOutput, "Output of the tools", "Вывод программ"},
     // clang-format on
 };
 

@@ -58,6 +58,17 @@ enum class WindowText : std::uint8_t {
     NoNotificationArea,
     PowerOffRefused,
     NoBrowser,
+    BoxOk,
+    BoxYes,
+    BoxNo,
+    BoxCancel,
+    ProgressCancelTip,
+    ProgressEnding,
+    ProgressFileName,
+    ProgressOfFile,
+    ProgressOfAll,
+    TrimPicture,
+    ToolOutput,
     Count,
 };
 
