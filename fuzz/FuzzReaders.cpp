@@ -54,7 +54,8 @@ std::string Fields(const ID3Tag& tag) {
     return text;
 }
 
-/// Reads one file twice: a reader that keeps what it does not know and one that passes over it see the same.
+/// Reads one file in all ways: a reader that keeps what it does not know and one that passes over it see the
+/// same; those that read by the standard come to an end.
 template <typename Read>
 void ReadBothWays(std::string_view input, const char* name, Read read) {
     MemoryFileSystem files;
@@ -67,6 +68,12 @@ void ReadBothWays(std::string_view input, const char* name, Read read) {
     Require(Fields(kept) == Fields(passed), "both ways of reading give the same fields");
     Require(passed.ID3v2Extension.UnknownFrames.empty(), "what is passed over is not kept");
     Require(kept.ID3v2Extension.UnknownFrames.size() <= input.size() * 2, "no more is kept than is there");
+    for (const UnknownContent unknown : {UnknownContent::Carry, UnknownContent::HandOver}) {
+        ID3Tag carried;
+        Ends([&] { read(FileReading{files, Ansi(), unknown}, carried); });
+        Require(carried.ID3v2Extension.UnknownFrames.size() <= input.size() * 2,
+                "no more is carried than is there");
+    }
     Require(files.Get(name) == input, "reading changes nothing");
 }
 

@@ -13,9 +13,11 @@
 #include "encoding/SetAside.h"
 #include "encoding/StreamExtent.h"
 #include "encoding/TagTransfer.h"
+#include "encoding/ValueText.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "tags/CompressedFile.h"
 #include "tags/TrackNumber.h"
 #include "wave/TagWriters.h"
 #include "wave/WaveFile.h"
@@ -59,10 +61,9 @@ void CheckNames(const App& app, const ReEncodeNames& names) {
         CheckName(entries, path);
 }
 
-ID3Tag ReadSource(WaveFile& wave, const std::string& path) {
-    if (IsOggFile(path)) return wave.GetOGGFileInfo(path);
-    if (IsMPEGplusFile(path)) return wave.GetMPEGplusFileInfo(path);
-    return wave.GetMP3FileInfo(path);
+/// The record of which values go into another file.
+ID3Tag ReadSource(const App& app, const std::string& path) {
+    return ReadCompressedFile({app.files, app.ansi, UnknownContent::HandOver}, path);
 }
 
 Work Prepare(App& app, const std::string& path, bool toOggVorbis, bool toMPEGplus) {
@@ -71,7 +72,7 @@ Work Prepare(App& app, const std::string& path, bool toOggVorbis, bool toMPEGplu
     if (work.target == TargetKind::MP3 && LameEncodeCommand(app.state, {}).empty())
         throw RuntimeError(ErrorNumber::InvalidProcedureCall, work.names.final);
     CheckNames(app, work.names);
-    work.source = ReadSource(*app.defaultWaveFile, path);
+    work.source = ReadSource(app, path);
     work.hasFormer = app.files.FileExists(work.names.final);
     return work;
 }
@@ -113,8 +114,9 @@ void TellNothingWasDecoded(App& app, const Work& work) {
 
 // Encoding.
 
-const std::string& FirstOf(const std::string& first, const std::string& second) {
-    return first.empty() ? second : first;
+std::string FirstOf(const std::string& first, const std::string& second) {
+    const std::string text = ValueText(first);
+    return text.empty() ? ValueText(second) : text;
 }
 
 /// The values that an Ogg Vorbis file is encoded with.
@@ -205,8 +207,7 @@ bool CanStandForSource(App& app, const Work& work, const std::optional<StreamExt
         return false;
     const bool decodedAll = decoded.Seconds >= source->seconds * LeastPart - TrimmedSeconds;
     const bool encodedAll = output->seconds >= decoded.Seconds - FrameSeconds;
-    return decodedAll && encodedAll &&
-           !ReadSource(*app.defaultWaveFile, work.names.final).ID3v2Extension.EncodedBy.empty();
+    return decodedAll && encodedAll && !ReadSource(app, work.names.final).ID3v2Extension.EncodedBy.empty();
 }
 
 void TellTransfer(App& app, const Work& work, const TransferredTag& transferred) {
@@ -215,13 +216,19 @@ void TellTransfer(App& app, const Work& work, const TransferredTag& transferred)
                      (isWritten ? DescribeTransfer(transferred) : "the tags could not be written"));
 }
 
-void DeleteSource(App& app, const Work& work, bool canGo) {
-    if (!app.state.DeleteAfterReCompress) return;
-    if (canGo) {
+/// Why the source has to stay; "" when it need not. A tag that was not read whole lives on in the source
+/// alone.
+std::string ReasonToKeep(App& app, const Work& work, const std::optional<StreamExtent>& output) {
+    if (work.source.ReadInPart) return "its tag holds more than could be read";
+    if (CanStandForSource(app, work, output)) return {};
+    return Shown(app, work.names.final) + " is not known to hold all of it";
+}
+
+void DeleteSource(App& app, const Work& work, const std::string& reasonToKeep) {
+    if (reasonToKeep.empty()) {
         app.files.DeleteFile(work.path, Force::No);
     } else {
-        app.desktop.Note(Shown(app, work.path) + " is kept: " + Shown(app, work.names.final) +
-                         " is not known to hold all of it");
+        app.desktop.Note(Shown(app, work.path) + " is kept: " + reasonToKeep);
     }
 }
 
@@ -236,10 +243,11 @@ void EncodeAndTransfer(App& app, const Work& work, SetAside& formerOutput) {
     TakeFinalName(app.files, work);
     formerOutput.PutBack();
     const TransferredTag transferred = WriteTag(app, work);
-    const bool canGo = app.state.DeleteAfterReCompress && CanStandForSource(app, work, output);
+    const bool isToGo = app.state.DeleteAfterReCompress;
+    const std::string reasonToKeep = isToGo ? ReasonToKeep(app, work, output) : std::string();
     app.files.DeleteFile(work.names.temporaryWave, Force::No);
     TellTransfer(app, work, transferred);
-    DeleteSource(app, work, canGo);
+    if (isToGo) DeleteSource(app, work, reasonToKeep);
 }
 
 void EncodeDecoded(App& app, const Work& work, SetAside& formerDecoded) {

@@ -12,8 +12,9 @@ namespace zefta {
 /// carried and what was left out is told in a note.
 ///
 /// Without a decoded file there is a plain box. The source is deleted with DeleteAfterReCompress, and only
-/// when the new file is known to hold its audio and has its tags; a note tells when it is kept.
-/// Files of the person's that have one of the temporary names are set aside for the run.
+/// when its tag was read whole and the new file is known to hold its audio and has its tags; a note tells
+/// when it is kept and why. Files of the person's that have one of the temporary names are set aside for the
+/// run.
 ///
 /// In the state TrimSilence is False afterwards, the encoder's switches are those of the target (of the
 /// source when it could not be decoded), and for Ogg Vorbis the new tag values are those of the source.

@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "core/GenreTable.h"
 #include "core/Strings.h"
 #include "core/Version.h"
-#include "encoding/FrameText.h"
+#include "encoding/ValueText.h"
 #include "tags/TrackNumber.h"
 
 namespace zefta {
@@ -37,15 +38,6 @@ std::optional<std::string_view> ValueOf(std::string_view line, std::string_view 
     return line.substr(key.size());
 }
 
-std::vector<std::string> ExtendedComments(const ID3Tag& tag) {
-    std::vector<std::string> lines;
-    for (std::int16_t index = 1, count = tag.OggVorbisExtension.getExComCount(); index <= count; ++index) {
-        lines.push_back(tag.OggVorbisExtension.getExComValue(index));
-        if (index == count) break;
-    }
-    return lines;
-}
-
 /// The values of all comments of that key.
 std::string Comments(const Source& source, std::string_view key) {
     std::string joined;
@@ -60,15 +52,13 @@ std::string Comments(const Source& source, std::string_view key) {
 // Readers.
 
 std::string Value(const Source& source, Extended field) {
-    const std::string& value = source.tag.ID3v2Extension.*field;
-    // The other kinds hold UTF-8.
-    return source.tag.ID3v2Present ? TextOfFrame(value, source.ansi) : Trim(value);
+    return ValueText(source.tag.ID3v2Extension.*field);
 }
 
 template <Extended First, Top Second>
 std::string Either(const Source& source) {
     const std::string value = Value(source, First);
-    return value.empty() ? Trim(source.tag.*Second) : value;
+    return value.empty() ? ValueText(source.tag.*Second) : value;
 }
 
 std::string ReadMix(const Source& source) {
@@ -202,6 +192,10 @@ Writer WriterOf(const TransferRow& row, TargetKind target) {
     return row.toMP3;
 }
 
+bool LosesLetters(const std::string& value, const CodePage& ansi) {
+    return ansi.Decode(ansi.Encode(value)) != value;
+}
+
 void Carry(const TransferRow& row, const std::string& value, TargetKind target, TransferredTag& result) {
     const std::string name(row.name);
     if (const Writer write = WriterOf(row, target)) {
@@ -212,55 +206,9 @@ void Carry(const TransferRow& row, const std::string& value, TargetKind target, 
     }
 }
 
-// What no row carries.
-
-std::string Printable(std::string text) {
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; };
-    std::replace_if(text.begin(), text.end(), isControl, ' ');
-    return text;
-}
-
 bool IsCarried(std::string_view line) {
     return std::any_of(std::begin(CommentFields), std::end(CommentFields),
                        [&](const CommentField& field) { return ValueOf(line, field.key).has_value(); });
-}
-
-/// Keys of the extended comments that have no row, as many as a person reads.
-void LeaveOutComments(const Source& source, std::vector<LeftOut>& leftOut) {
-    constexpr std::size_t Shown = 5;
-    constexpr std::size_t LongestKey = 40;
-    std::vector<std::string> keys;
-    for (const std::string& line : ExtendedComments(source.tag)) {
-        if (IsCarried(line)) continue;
-        const std::string key = line.substr(0, std::min(line.find('='), LongestKey));
-        keys.push_back(Printable(source.ansi.ToText(key)));
-    }
-    for (std::size_t i = 0; i < std::min(keys.size(), Shown); ++i)
-        leftOut.push_back({"comment " + keys[i], "it has no field here"});
-    if (keys.size() > Shown)
-        leftOut.push_back(
-            {std::to_string(keys.size() - Shown) + " more comments", "they have no field here"});
-}
-
-void LeaveOutUnknown(const Source& source, std::vector<LeftOut>& leftOut) {
-    if (!source.tag.ID3v2Extension.UnknownFrames.empty())
-        leftOut.push_back({"other frames and items, such as pictures", "they have no field here"});
-    if (source.tag.LyricsPresent) leftOut.push_back({"the Lyrics3 block", "such blocks are not written"});
-    LeaveOutComments(source, leftOut);
-}
-
-// Bounds of MP3 tags.
-
-void TellLostLetters(const std::string& name, const std::string& value, const CodePage& ansi,
-                     std::vector<LeftOut>& leftOut) {
-    if (ansi.Decode(ansi.Encode(value)) != value)
-        leftOut.push_back({"letters of the " + name, "the code page of MP3 tags lacks them"});
-}
-
-std::string Joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
-    return text;
 }
 
 }  // namespace
@@ -273,18 +221,21 @@ TransferredTag TransferTag(const ID3Tag& sourceTag, TargetKind target, const Cod
         const std::string value = row.read(source);
         if (value.empty()) continue;
         Carry(row, value, target, result);
-        if (target == TargetKind::MP3) TellLostLetters(std::string(row.name), value, ansi, result.leftOut);
+        if (target == TargetKind::MP3 && LosesLetters(value, ansi))
+            result.leftOut.push_back(
+                {"letters of the " + std::string(row.name), "the code page of MP3 tags lacks them"});
     }
     result.tag.ID3v2Extension.EncodedBy = ApplicationTitle() + " " + VersionText();
-    LeaveOutUnknown(source, result.leftOut);
+    for (LeftOut& row : LeftOutBesideFields(sourceTag, ansi, IsCarried))
+        result.leftOut.push_back(std::move(row));
     return result;
 }
 
 std::string DescribeTransfer(const TransferredTag& transferred) {
-    std::string text = "carried " + (transferred.carried.empty() ? "no tags" : Joined(transferred.carried));
-    std::vector<std::string> leftOut;
-    for (const LeftOut& row : transferred.leftOut) leftOut.push_back(row.what + " (" + row.reason + ")");
-    if (!leftOut.empty()) text += "; left out " + Joined(leftOut);
+    std::string carried;
+    for (const std::string& name : transferred.carried) carried += (carried.empty() ? "" : ", ") + name;
+    std::string text = "carried " + (carried.empty() ? "no tags" : carried);
+    if (!transferred.leftOut.empty()) text += "; left out " + Described(transferred.leftOut);
     return text;
 }
 

@@ -3,17 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "encoding/LeftOut.h"
 #include "encoding/TargetKind.h"
 #include "platform/CodePage.h"
 #include "tags/ID3Tag.h"
 
 namespace zefta {
-
-/// Something that the source's tag holds and the new file's does not.
-struct LeftOut {
-    std::string what;
-    std::string reason;
-};
 
 /// The tag of a file that was re-encoded into another one.
 struct TransferredTag {

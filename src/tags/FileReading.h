@@ -20,11 +20,18 @@ enum class UnknownContent : char {
     /// As Keep, for a record that goes back into the same file. Frames of ID3v2 are read by the standard
     /// where
     /// the usual way would lose something: sizes that are plain numbers, texts in other encodings, several
-    /// frames for one field.
-    /// ID3Tag::ReadInPart tells where something is left behind. Frames that stand in front of an MPEGplus
-    /// stream stay there and are no part of the record.
+    /// frames for one field. ID3Tag::ReadInPart tells where something is left behind. Frames that stand in
+    /// front of an MPEGplus stream stay there and are no part of the record.
     Carry,
+    /// As Carry, for a record whose values go into another file: no frame stays behind, and texts need not
+    /// fit into the code page. What is damaged is read as far as it goes, and ID3Tag::ReadInPart tells so.
+    HandOver,
 };
+
+/// Whether frames of ID3v2 are read by the standard.
+inline bool IsByTheStandard(UnknownContent unknown) {
+    return unknown == UnknownContent::Carry || unknown == UnknownContent::HandOver;
+}
 
 /// What a reader of whole files needs.
 struct FileReading {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 
@@ -21,8 +22,8 @@ std::string_view Behind(std::string_view text, char separator, std::size_t from)
 }
 
 template <Text Field>
-void ReadText(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
-    tag.*Field = ansi.Decode(body);
+void ReadText(ID3v2Extension& tag, std::string_view body) {
+    tag.*Field = body;
 }
 
 template <Text Field>
@@ -30,20 +31,20 @@ std::string WriteText(const ID3v2Extension& tag, const CodePage& ansi) {
     return ansi.Encode(tag.*Field);
 }
 
-void ReadTrack(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
-    tag.TrackNumber = body == "0" ? std::string() : ansi.Decode(body);
+void ReadTrack(ID3v2Extension& tag, std::string_view body) {
+    tag.TrackNumber = body == "0" ? std::string_view() : body;
 }
 
 /// "Song (Radio Edit)" is a title and a mix.
-void ReadTitle(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
+void ReadTitle(ID3v2Extension& tag, std::string_view body) {
     const std::size_t bracket = body.ends_with(')') ? body.rfind('(') : std::string_view::npos;
     if (bracket == std::string_view::npos) {
-        tag.TrackTitle = ansi.Decode(body);
+        tag.TrackTitle = body;
         tag.Mix.clear();
         return;
     }
-    tag.Mix = Trim(ansi.Decode(body.substr(bracket + 1, body.size() - bracket - 2)));
-    tag.TrackTitle = Trim(ansi.Decode(body.substr(0, bracket)));
+    tag.Mix = Trim(body.substr(bracket + 1, body.size() - bracket - 2));
+    tag.TrackTitle = Trim(body.substr(0, bracket));
 }
 
 std::string WriteTitle(const ID3v2Extension& tag, const CodePage& ansi) {
@@ -51,10 +52,16 @@ std::string WriteTitle(const ID3v2Extension& tag, const CodePage& ansi) {
     return ansi.Encode(Trim(tag.TrackTitle) + (mix.empty() ? "" : " (" + mix + ")"));
 }
 
+std::ptrdiff_t CountCharacters(std::string_view text) {
+    const auto beginsOne = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+    return std::count_if(text.begin(), text.end(), beginsOne);
+}
+
 /// Language and description stand in front of the text.
-void ReadComment(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
-    constexpr std::size_t LanguageAndDescription = 5;
-    tag.Comments = body.size() < LanguageAndDescription ? std::string() : ansi.Decode(Behind(body, '\0', 1));
+void ReadComment(ID3v2Extension& tag, std::string_view body) {
+    constexpr std::ptrdiff_t LanguageAndDescription = 5;
+    tag.Comments =
+        CountCharacters(body) < LanguageAndDescription ? std::string_view() : Behind(body, '\0', 1);
 }
 
 std::string WriteComment(const ID3v2Extension& tag, const CodePage& ansi) {
@@ -63,12 +70,12 @@ std::string WriteComment(const ID3v2Extension& tag, const CodePage& ansi) {
 }
 
 /// "(17)Rock": the reference by number is dropped.
-void ReadGenre(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
-    tag.Genre = ansi.Decode(body.starts_with('(') ? Behind(body, ')', 1) : body);
+void ReadGenre(ID3v2Extension& tag, std::string_view body) {
+    tag.Genre = body.starts_with('(') ? Behind(body, ')', 1) : body;
 }
 
-void ReadUrl(ID3v2Extension& tag, std::string_view body, const CodePage& ansi) {
-    tag.URL = ansi.Decode(Behind(body, '\0', 0));
+void ReadUrl(ID3v2Extension& tag, std::string_view body) {
+    tag.URL = Behind(body, '\0', 0);
 }
 
 std::string WriteUrl(const ID3v2Extension& tag, const CodePage& ansi) {

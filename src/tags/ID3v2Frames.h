@@ -15,9 +15,10 @@ inline constexpr std::int32_t ID3v2HeaderSize = 10;
 /// A frame that the program reads and writes.
 struct ID3v2Frame {
     std::string_view identifier;
-    /// Takes the body without its encoding byte, in the form that it has on disk.
-    void (*read)(ID3v2Extension& tag, std::string_view body, const CodePage& ansi);
-    /// Gives that body.
+    /// Takes the body without its encoding byte, as UTF-8 text: language and description stand in front of a
+    /// comment, the description in front of an address, each description with a NUL behind it.
+    void (*read)(ID3v2Extension& tag, std::string_view body);
+    /// Gives that body in the code page, as it stands on disk.
     std::string (*write)(const ID3v2Extension& tag, const CodePage& ansi);
 };
 

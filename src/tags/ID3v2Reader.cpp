@@ -96,83 +96,111 @@ std::int32_t SizeByTheNext(FrameArea& area, std::int32_t at, std::string_view by
     return IsBoundary(area, body + plain, size) ? plain : sevenBit;
 }
 
-/// How a walk over the frames ended.
+/// A walk over the frames, and how it ended.
 struct Walk {
+    ID3v2Extension& tag;
+    const CodePage& ansi;
+    UnknownContent unknown;
     std::int32_t end = 0;
-    /// A frame has text that a record can't give back.
+    /// A frame has text that the record does not hold, or can't give back.
     bool lostText = false;
     /// The frames that have a field, whole and in their order.
-    std::vector<std::string> known;
+    std::vector<std::string> known = {};
 };
 
-void CarryFrame(const ID3v2Frame& frame, std::string_view bytes, ID3v2Extension& tag, const CodePage& ansi,
-                Walk& walk) {
+/// What goes back into the file unchanged is not touched at all.
+ID3v2Text TextByTheStandard(const ID3v2Frame& frame, std::string_view body, const Walk& walk) {
+    const bool goesBack = walk.unknown == UnknownContent::Carry;
+    if (goesBack && IsInCodePage(body))
+        return {walk.ansi.Decode(body.substr(std::min<std::size_t>(1, body.size())))};
+    ID3v2Text decoded = DecodeID3v2Body(frame.identifier, body, walk.ansi);
+    if (goesBack && walk.ansi.Decode(walk.ansi.Encode(decoded.text)) != decoded.text) decoded.isWhole = false;
+    return decoded;
+}
+
+void ReadByTheStandard(const ID3v2Frame& frame, std::string_view bytes, Walk& walk) {
+    using namespace std::string_view_literals;
     constexpr std::size_t FormatFlags = 9;
     walk.known.emplace_back(bytes);
-    const auto readable = ID3v2BodyInCodePage(
-        frame.identifier, bytes.substr(std::min<std::size_t>(ID3v2HeaderSize, bytes.size())), ansi);
-    // Compressed, encrypted or grouped: the body is no text then.
-    if (readable && ByteAt(bytes, FormatFlags) == 0) {
-        frame.read(tag, *readable, ansi);
-    } else {
+    const std::string_view body = bytes.substr(std::min<std::size_t>(ID3v2HeaderSize, bytes.size()));
+    // Compressed, encrypted, grouped or unsynchronised: the body is no text then.
+    const bool isText =
+        ByteAt(bytes, FormatFlags) == 0 && (walk.tag.bUnsynchronisation == 0 || IsInCodePage(body) ||
+                                            body.find("\xFF\0"sv) == std::string_view::npos);
+    if (!isText) {
         walk.lostText = true;
+        return;
     }
+    const ID3v2Text decoded = TextByTheStandard(frame, body, walk);
+    walk.lostText |= !decoded.isWhole;
+    if (decoded.isWhole || walk.unknown == UnknownContent::HandOver) frame.read(walk.tag, decoded.text);
 }
 
 /// Of several frames for one field the last one fills it; the ones ahead of it go back as they stand, such as
 /// comments in other languages. Not those that say the same, or nothing.
-void CarryEarlierOnes(const Walk& walk, ID3v2Extension& tag, const CodePage& ansi) {
+void CarryEarlierOnes(Walk& walk) {
     for (const ID3v2Frame& frame : ID3v2Frames()) {
         const auto isOfField = [&](const std::string& bytes) { return bytes.starts_with(frame.identifier); };
         const auto last = std::find_if(walk.known.rbegin(), walk.known.rend(), isOfField);
         if (last == walk.known.rend()) continue;
-        const std::string written = WriteFrame(frame.identifier, frame.write(tag, ansi));
+        const std::string written = WriteFrame(frame.identifier, frame.write(walk.tag, walk.ansi));
         for (auto earlier = walk.known.begin(); earlier != std::prev(last.base()); ++earlier) {
             if (isOfField(*earlier) && earlier->size() > ShortestFrame && *earlier != *last &&
                 *earlier != written)
-                tag.UnknownFrames += *earlier;
+                walk.tag.UnknownFrames += *earlier;
         }
     }
 }
 
+struct FramePlace {
+    /// Null for a frame that has no field.
+    const ID3v2Frame* frame;
+    std::int32_t at;
+    /// At least 1: the encoding byte.
+    std::int32_t bodySize;
+};
+
+void TakeFrame(FrameArea& area, const FramePlace& place, Walk& walk) {
+    const auto& [frame, at, bodySize] = place;
+    if (frame != nullptr && IsByTheStandard(walk.unknown)) {
+        ReadByTheStandard(*frame, area.Slice(at, ID3v2HeaderSize + bodySize), walk);
+    } else if (frame != nullptr) {
+        frame->read(walk.tag, walk.ansi.Decode(area.Slice(at + ID3v2HeaderSize + 1, bodySize - 1)));
+    } else if (walk.unknown != UnknownContent::PassOver) {
+        walk.tag.UnknownFrames += area.Slice(at, bodySize + ID3v2HeaderSize);
+    }
+}
+
 /// Walks the frames. Sizes are of 7 bits a byte in all versions, no unsynchronisation is undone and the text
-/// encoding is not looked at: kept, tags written so far read back the same way. Frames that are carried are
-/// read by the standard where that is another way, since their tag is written anew.
-Walk ReadFrames(FrameArea& area, ID3v2Extension& tag, const CodePage& ansi, UnknownContent unknown) {
-    const std::int32_t size = tag.TagSize;
-    Walk walk;
+/// encoding is not looked at: kept, tags written so far read back the same way. Frames that are carried or
+/// handed over are read by the standard where that is another way.
+void ReadFrames(FrameArea& area, Walk& walk) {
+    const std::int32_t size = walk.tag.TagSize;
     // 0-based here; the bound comes from a count that starts at 1 and misses two places.
-    std::int32_t at = tag.bExtendedHeader != 0 ? ByteCodec::SyncSafeToLong(area.Slice(0, 4)) : 0;
-    const bool carries = unknown == UnknownContent::Carry;
-    const std::int32_t lastPlace = size - (carries ? ShortestFrame : ShortestFrame + 2);
+    std::int32_t at = walk.tag.bExtendedHeader != 0 ? ByteCodec::SyncSafeToLong(area.Slice(0, 4)) : 0;
+    const bool byTheStandard = IsByTheStandard(walk.unknown);
+    const std::int32_t lastPlace = size - (byTheStandard ? ShortestFrame : ShortestFrame + 2);
     while (at <= lastPlace && at < area.Length()) {
         const std::string header(area.Slice(at, 8));
         const std::string_view identifier = std::string_view(header).substr(0, 4);
         if (identifier == NoIdentifier) break;
         const std::string_view sizeBytes = std::string_view(header).substr(identifier.size());
         const std::int32_t bodySize =
-            carries ? SizeByTheNext(area, at, sizeBytes, size) : ByteCodec::SyncSafeToLong(sizeBytes);
+            byTheStandard ? SizeByTheNext(area, at, sizeBytes, size) : ByteCodec::SyncSafeToLong(sizeBytes);
         if (bodySize >= size) break;
-        if (const ID3v2Frame* frame = FindID3v2Frame(identifier);
-            bodySize >= 1 && frame != nullptr && carries) {
-            CarryFrame(*frame, area.Slice(at, ID3v2HeaderSize + bodySize), tag, ansi, walk);
-        } else if (bodySize >= 1 && frame != nullptr) {
-            frame->read(tag, area.Slice(at + ID3v2HeaderSize + 1, bodySize - 1), ansi);
-        } else if (bodySize >= 1 && unknown != UnknownContent::PassOver) {
-            tag.UnknownFrames += area.Slice(at, bodySize + ID3v2HeaderSize);
-        }
+        if (bodySize >= 1) TakeFrame(area, {FindID3v2Frame(identifier), at, bodySize}, walk);
         at += ID3v2HeaderSize + bodySize;
     }
     walk.end = at;
-    if (carries) CarryEarlierOnes(walk, tag, ansi);
-    return walk;
+    if (byTheStandard) CarryEarlierOnes(walk);
 }
 
 /// Whether a writer would take something away that was not read: the walk did not get to the fill, or the tag
 /// is of a form that is not understood.
-bool LeavesSomething(FrameArea& area, const ID3v2Extension& tag, const Walk& walk) {
+bool LeavesSomething(FrameArea& area, const Walk& walk) {
     using namespace std::string_view_literals;
     constexpr std::uint8_t WithShortIdentifiers = 2;
+    const ID3v2Extension& tag = walk.tag;
     if (tag.MajorVersion == WithShortIdentifiers && tag.TagSize > 0) return true;
     if (tag.bUnsynchronisation != 0 && tag.UnknownFrames.find("\xFF\0"sv) != std::string::npos) return true;
     if (walk.lostText || walk.end > tag.TagSize) return true;
@@ -193,8 +221,9 @@ void ReadID3v2(BinaryFile& file, ID3Tag& tag, const CodePage& ansi, UnknownConte
     const std::int32_t surplus = extension.bFooterPresent != 0 ? 20 : 10;
     FrameArea area(file, extension.TagSize + surplus);
     extension.UnknownFrames.clear();
-    const Walk walk = ReadFrames(area, extension, ansi, unknown);
-    if (unknown == UnknownContent::Carry) tag.ReadInPart = LeavesSomething(area, extension, walk);
+    Walk walk{extension, ansi, unknown};
+    ReadFrames(area, walk);
+    if (IsByTheStandard(unknown)) tag.ReadInPart = LeavesSomething(area, walk);
     file.Seek(extension.TagSize + ID3v2HeaderSize, SeekFrom::Start);
 }
 

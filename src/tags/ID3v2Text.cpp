@@ -1,6 +1,7 @@
 #include "tags/ID3v2Text.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "platform/Text.h"
 
@@ -10,15 +11,14 @@ namespace {
 
 using namespace std::string_view_literals;
 
-enum Encoding : char { Utf16 = 1, Utf16BigEndian = 2, Utf8 = 3 };
+enum Encoding : char { SingleByte = 0, Utf16 = 1, Utf16BigEndian = 2, Utf8 = 3 };
 
 constexpr std::size_t LanguageLength = 3;
+constexpr char32_t ByteOrderMark = 0xFEFF;
 
-/// Two bytes of UTF-16 text.
-char32_t UnitAt(std::string_view bytes, std::size_t at, bool bigEndian) {
-    const auto first = static_cast<unsigned char>(bytes[at]);
-    const auto second = static_cast<unsigned char>(bytes[at + 1]);
-    return bigEndian ? char32_t{first} << 8 | second : char32_t{second} << 8 | first;
+Encoding EncodingOf(std::string_view body) {
+    const char byte = body.empty() ? char{SingleByte} : body.front();
+    return byte == Utf16 ? Utf16 : byte == Utf16BigEndian ? Utf16BigEndian : byte == Utf8 ? Utf8 : SingleByte;
 }
 
 bool IsHighSurrogate(char32_t unit) {
@@ -29,74 +29,100 @@ bool IsLowSurrogate(char32_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-std::optional<std::string> FromUtf16(std::string_view bytes, bool bigEndian) {
-    if (bytes.size() % 2 != 0) return std::nullopt;
-    std::string text;
-    for (std::size_t at = 0; at < bytes.size(); at += 2) {
-        char32_t character = UnitAt(bytes, at, bigEndian);
-        if (IsHighSurrogate(character) && at + 2 < bytes.size()) {
-            const char32_t low = UnitAt(bytes, at += 2, bigEndian);
-            if (!IsLowSurrogate(low)) return std::nullopt;
-            character = 0x10000 + ((character - 0xD800) << 10) + (low - 0xDC00);
-        } else if (IsHighSurrogate(character) || IsLowSurrogate(character)) {
-            return std::nullopt;
-        }
-        AppendUtf8(text, character);
+/// The code units of UTF-16 text.
+class Units {
+  public:
+    Units(std::string_view bytes, bool bigEndian) : rest_(bytes), bigEndian_(bigEndian) {}
+
+    /// Nothing at the end, where half a unit may be left.
+    std::optional<char32_t> Next() {
+        const auto unit = Peek();
+        if (unit) rest_.remove_prefix(2);
+        return unit;
     }
-    return text;
-}
 
-/// Without a mark the order of most writers is taken.
-std::optional<std::string> FromMarkedUtf16(std::string_view bytes) {
-    if (bytes.starts_with("\xFE\xFF"sv)) return FromUtf16(bytes.substr(2), true);
-    return FromUtf16(bytes.substr(bytes.starts_with("\xFF\xFE"sv) ? 2 : 0), false);
-}
+    std::optional<char32_t> Peek() const {
+        if (rest_.size() < 2) return std::nullopt;
+        const auto first = static_cast<unsigned char>(rest_[0]);
+        const auto second = static_cast<unsigned char>(rest_[1]);
+        return bigEndian_ ? char32_t{first} << 8U | second : char32_t{second} << 8U | first;
+    }
 
-std::optional<std::string> TextOf(std::string_view bytes, char encoding) {
-    if (encoding == Utf16) return FromMarkedUtf16(bytes);
-    if (encoding == Utf16BigEndian) return FromUtf16(bytes, true);
-    return IsValidUtf8(bytes) ? std::optional(std::string(bytes)) : std::nullopt;
-}
+    bool HasHalf() const { return rest_.size() == 1; }
 
-/// In the code page, without the NULs at the end.
-std::optional<std::string> InCodePage(std::string_view bytes, char encoding, const CodePage& ansi) {
-    std::optional<std::string> text = TextOf(bytes, encoding);
-    if (!text) return std::nullopt;
-    while (text->ends_with('\0')) text->pop_back();
-    std::string encoded = ansi.Encode(*text);
-    return ansi.Decode(encoded) == *text ? std::optional(std::move(encoded)) : std::nullopt;
-}
-
-struct Described {
-    std::string_view description;
-    std::string_view rest;
+  private:
+    std::string_view rest_;
+    bool bigEndian_;
 };
 
-/// Description, its end, and what stands behind it.
-Described SplitDescription(std::string_view bytes, char encoding) {
-    const std::size_t width = encoding == Utf8 ? 1 : 2;
-    for (std::size_t at = 0; at + width <= bytes.size(); at += width) {
-        if (bytes.substr(at, width) == "\0\0"sv.substr(0, width))
-            return {bytes.substr(0, at), bytes.substr(at + width)};
+/// Half a pair of surrogates is no character and is left out. Each of several values may have a mark.
+ID3v2Text FromUtf16(std::string_view bytes, bool bigEndian) {
+    ID3v2Text result;
+    Units units(bytes, bigEndian);
+    while (const auto unit = units.Next()) {
+        const auto next = IsHighSurrogate(*unit) ? units.Peek() : std::nullopt;
+        if (next && IsLowSurrogate(*next)) {
+            AppendUtf8(result.text, 0x10000 + ((*unit - 0xD800) << 10U) + (*next - 0xDC00));
+            units.Next();
+        } else if (IsHighSurrogate(*unit) || IsLowSurrogate(*unit)) {
+            result.isWhole = false;
+        } else if (*unit != ByteOrderMark || !(result.text.empty() || result.text.ends_with('\0'))) {
+            AppendUtf8(result.text, *unit);
+        }
     }
-    return {"", bytes};
+    if (units.HasHalf()) result.isWhole = false;
+    return result;
+}
+
+ID3v2Text DecodeText(std::string_view bytes, Encoding encoding, const CodePage& ansi) {
+    switch (encoding) {
+        case Utf16:
+            // Without a mark the order of most writers is taken.
+            return FromUtf16(bytes, bytes.starts_with("\xFE\xFF"sv));
+        case Utf16BigEndian:
+            return FromUtf16(bytes, true);
+        case Utf8:
+            return {ansi.ToText(bytes), IsValidUtf8(bytes)};
+        case SingleByte:
+            break;
+    }
+    return {ansi.Decode(bytes)};
+}
+
+ID3v2Text WithoutNulsAtTheEnd(ID3v2Text decoded) {
+    while (decoded.text.ends_with('\0')) decoded.text.pop_back();
+    return decoded;
+}
+
+/// What stands behind the description and its end; all of it when there is no end.
+std::string_view BehindDescription(std::string_view bytes, Encoding encoding) {
+    const std::size_t width = encoding == Utf16 || encoding == Utf16BigEndian ? 2 : 1;
+    for (std::size_t at = 0; at + width <= bytes.size(); at += width) {
+        if (bytes.substr(at, width) == "\0\0"sv.substr(0, width)) return bytes.substr(at + width);
+    }
+    return bytes;
 }
 
 }  // namespace
 
-std::optional<std::string> ID3v2BodyInCodePage(std::string_view identifier, std::string_view body,
-                                               const CodePage& ansi) {
-    if (body.empty()) return std::string();
-    const char encoding = body.front();
-    body.remove_prefix(1);
-    if (encoding < Utf16 || encoding > Utf8) return std::string(body);
-    if (identifier == "WXXX") return '\0' + std::string(SplitDescription(body, encoding).rest);
-    if (identifier != "COMM") return InCodePage(body, encoding, ansi);
+ID3v2Text DecodeID3v2Body(std::string_view identifier, std::string_view body, const CodePage& ansi) {
+    const Encoding encoding = EncodingOf(body);
+    body.remove_prefix(std::min<std::size_t>(1, body.size()));
+    // An address is in the code page whatever its description is in.
+    if (identifier == "WXXX") {
+        const ID3v2Text address = DecodeText(BehindDescription(body, encoding), SingleByte, ansi);
+        return {'\0' + WithoutNulsAtTheEnd(address).text};
+    }
+    if (identifier != "COMM") return WithoutNulsAtTheEnd(DecodeText(body, encoding, ansi));
     const std::string_view language = body.substr(0, LanguageLength);
-    const auto text =
-        InCodePage(SplitDescription(body.substr(language.size()), encoding).rest, encoding, ansi);
-    if (!text) return std::nullopt;
-    return std::string(language) + '\0' + *text;
+    const std::string_view text = BehindDescription(body.substr(language.size()), encoding);
+    ID3v2Text decoded = WithoutNulsAtTheEnd(DecodeText(text, encoding, ansi));
+    decoded.text = ansi.Decode(language) + '\0' + decoded.text;
+    return decoded;
+}
+
+bool IsInCodePage(std::string_view body) {
+    return EncodingOf(body) == SingleByte;
 }
 
 }  // namespace zefta

@@ -69,8 +69,8 @@ void ReadMPEGplusFile(const FileReading& reading, const std::string& path, ID3Ta
     if (tag.ID3v2Present && !hasAPE) {
         TakeUpID3v2(tag);
     } else {
-        // Of a record that goes back, a count of items must not become a track.
-        const bool isCount = hasAPE && reading.unknown == UnknownContent::Carry;
+        // Of a record whose values are written, a count of items must not become a track.
+        const bool isCount = hasAPE && IsByTheStandard(reading.unknown);
         HandDown(tag, isCount ? std::uint8_t{0} : tag.TrackNumber);
     }
     file.Seek(streamStart, SeekFrom::Start);

@@ -6,6 +6,7 @@
 #include "core/Version.h"
 #include "encoding/ReEncodeStage.h"
 #include "encoding/TagTransfer.h"
+#include "encoding/ValueText.h"
 #include "wave/TagWriters.h"
 
 namespace zefta::test {
@@ -204,10 +205,27 @@ TEST(TagTransfer, ValueOfNulsOrBlanks_CountsAsNone) {
     EXPECT_EQ(tag.Title, "old title");
 }
 
-TEST(TagTransfer, Utf16Frames_AreCarriedAsTheirText) {
+TEST(TagTransfer, SeveralValues_AreJoined) {
     ID3Tag source = FullMP3();
-    source.ID3v2Extension.Artist = Western().Decode("\xFF\xFE\x1A\x04\x38\x04"s);
-    EXPECT_EQ(Transfer(source, TargetKind::OggVorbis).tag.Artist, "Ки");
+    source.ID3v2Extension.Artist = "A\0B\0\0 C\0"s;
+    EXPECT_EQ(Transfer(source, TargetKind::OggVorbis).tag.Artist, "A, B, C");
+    source.IsMpegPlusFile = true;
+    EXPECT_EQ(Transfer(source, TargetKind::OggVorbis).tag.Artist, "A, B, C");
+}
+
+TEST(TagTransfer, ValueText_IsOneLine) {
+    EXPECT_EQ(ValueText("Song"), "Song");
+    EXPECT_EQ(ValueText(" Song \0"s), "Song");
+    EXPECT_EQ(ValueText("\0 \0"s), "");
+    EXPECT_EQ(ValueText(""), "");
+}
+
+TEST(TagTransfer, TagThatWasReadInPart_IsTold) {
+    ID3Tag source;
+    source.Artist = "A";
+    source.ReadInPart = true;
+    EXPECT_EQ(DescribeTransfer(Transfer(source, TargetKind::MP3)),
+              "carried artist; left out a part of the tag (it can't be read)");
 }
 
 TEST(TagTransfer, TrackThatIsNoByte_StaysInTheTextAlone) {
