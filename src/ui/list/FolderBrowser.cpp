@@ -253,13 +253,6 @@ void FolderBrowser::ClearSelection() {
     view_->clearSelection();
 }
 
-void FolderBrowser::SetRowSelected(const std::string& name, bool selected) {
-    const int row = model_->RowOfName(name);
-    if (row < 0) return;
-    const auto change = selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
-    view_->selectionModel()->select(model_->index(row, 0), change | QItemSelectionModel::Rows);
-}
-
 void FolderBrowser::RefillRow(const std::string& oldName, const std::string& newName) {
     const int row = model_->RowOfName(oldName);
     if (row < 0) return;

@@ -69,8 +69,6 @@ class FolderBrowser : public QWidget {
     /// The way up is never among the selected then.
     void InvertSelection();
     void ClearSelection();
-    /// The row of that name, where there is one; the focus stays.
-    void SetRowSelected(const std::string& name, bool selected);
     /// Reads the row of the old name again under the new one and brings it to its place.
     void RefillRow(const std::string& oldName, const std::string& newName);
 
