@@ -3,17 +3,9 @@
 #include <ostream>
 
 #include "core/Steps.h"
+#include "platform/NoProgress.h"
 
 namespace zefta {
-
-namespace {
-
-class NoProgress : public ProgressView {
-  public:
-    void Show(const ProgressReport&) override {}
-};
-
-}  // namespace
 
 void PreviewDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string&) {
     if (kind != BoxKind::Plain) hasComplained_ = true;

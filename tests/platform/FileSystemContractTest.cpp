@@ -111,6 +111,22 @@ TYPED_TEST(FileSystemContract, OpenNew_AnythingOfThatNameInAnyCase_IsNullAndStay
     EXPECT_EQ(this->Names(), (std::vector<std::string>{"broken", "link", "sub", "x.MP3"}));
 }
 
+TYPED_TEST(FileSystemContract, OpenNew_FolderInAnotherCase_CreatesThere) {
+    this->files.CreateFolder(this->folder / "Sub");
+    EXPECT_NE(this->files.OpenNew(this->folder / "sUB/x.mp3"), nullptr);
+    EXPECT_TRUE(this->folder.Exists("Sub/x.mp3"));
+    EXPECT_EQ(this->files.OpenNew(this->folder / "sUB/X.mp3"), nullptr);
+    EXPECT_EQ(this->files.OpenNew(this->folder / "sUB/none/x"), nullptr);
+}
+
+TYPED_TEST(FileSystemContract, OpenNew_NameThatOthersTookAway_Creates) {
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_NE(this->files.OpenNew(this->folder / "x.mp3"), nullptr);
+        EXPECT_EQ(this->files.OpenNew(this->folder / "X.mp3"), nullptr);
+        std::filesystem::remove(this->folder / "x.mp3");
+    }
+}
+
 TYPED_TEST(FileSystemContract, Open_MissingFileFolderOrPipe_IsNull) {
     ASSERT_EQ(mkfifo((this->folder / "pipe").c_str(), 0600), 0);
     for (const std::string& path : {this->folder / "none", this->folder.Path(), this->folder / "pipe"}) {
@@ -233,6 +249,18 @@ TYPED_TEST(FileSystemContract, ReplaceFile_TakesNameAndAttributesOfTheOld) {
     struct stat status;
     ASSERT_EQ(stat(target.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0640U);
+}
+
+TYPED_TEST(FileSystemContract, CopyAttributes_SpecialPermissionBits_AreTakenOver) {
+    const std::string source = this->folder.Write("a.mp3", "x");
+    const std::string target = this->folder.Write("b.mp3", "x");
+    for (const mode_t mode : {04755U, 0644U, 02700U, 0600U, 0600U}) {
+        ASSERT_EQ(chmod(source.c_str(), mode), 0);
+        this->files.CopyAttributes(source, target);
+        struct stat status;
+        ASSERT_EQ(stat(target.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, mode);
+    }
 }
 
 TYPED_TEST(FileSystemContract, CopyAttributes_FileSystemWithoutPermissions_LeavesOutWhatItRefuses) {

@@ -3,6 +3,7 @@
 #include <istream>
 #include <ostream>
 
+#include "platform/NoProgress.h"
 #include "platform/OpenDocument.h"
 #include "platform/Text.h"
 #include "platform/console/ConsoleProgress.h"
@@ -10,11 +11,6 @@
 namespace zefta {
 
 namespace {
-
-class NoProgress : public ProgressView {
-  public:
-    void Show(const ProgressReport&) override {}
-};
 
 /// Messages end their lines as windows want them.
 std::string TerminalLines(const std::string& text) {

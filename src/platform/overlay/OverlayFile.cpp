@@ -1,20 +1,11 @@
 #include "platform/overlay/OverlayFile.h"
 
-#include <limits>
 #include <utility>
 
+#include "platform/CheckedPosition.h"
 #include "platform/RuntimeError.h"
 
 namespace zefta {
-
-namespace {
-
-std::int32_t CheckedPosition(std::int64_t position) {
-    if (position > std::numeric_limits<std::int32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
-    return static_cast<std::int32_t>(position);
-}
-
-}  // namespace
 
 OverlayFile::OverlayFile(std::shared_ptr<OverlayContent> content, std::shared_ptr<OverlayBudget> budget,
                          OverlayAccess access, bool isReadOnly)

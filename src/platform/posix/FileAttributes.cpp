@@ -18,9 +18,10 @@ bool IsRefused(int error) {
     return error == EPERM || error == ENOTSUP;
 }
 
-void CopyExtendedAttributes(const std::string& source, const std::string& target) {
+/// False when there are none.
+bool CopyExtendedAttributes(const std::string& source, const std::string& target) {
     const ssize_t listLength = listxattr(source.c_str(), nullptr, 0);
-    if (listLength <= 0) return;
+    if (listLength <= 0) return false;
     std::vector<char> names(static_cast<std::size_t>(listLength));
     const ssize_t filled = listxattr(source.c_str(), names.data(), names.size());
     for (ssize_t at = 0; at < filled;) {
@@ -32,18 +33,28 @@ void CopyExtendedAttributes(const std::string& source, const std::string& target
         const ssize_t got = getxattr(source.c_str(), name.c_str(), value.data(), value.size());
         if (got >= 0) setxattr(target.c_str(), name.c_str(), value.data(), static_cast<std::size_t>(got), 0);
     }
+    return true;
+}
+
+bool IsOfSameOwner(const struct stat& a, const struct stat& b) {
+    return a.st_uid == b.st_uid && a.st_gid == b.st_gid;
 }
 
 }  // namespace
 
 void CopyAttributes(const std::string& source, const std::string& target) {
-    struct stat status;
-    if (stat(source.c_str(), &status) == -1) ThrowSystemError(source);
+    struct stat wanted;
+    struct stat given;
+    if (stat(source.c_str(), &wanted) == -1) ThrowSystemError(source);
+    if (stat(target.c_str(), &given) == -1) ThrowSystemError(target);
     // The owner first: a change of owner takes special permission bits away.
-    if (chown(target.c_str(), status.st_uid, status.st_gid) == -1) [[maybe_unused]]
-        const int groupOnly = chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid);
-    CopyExtendedAttributes(source, target);
-    if (chmod(target.c_str(), status.st_mode & 07777) == -1 && !IsRefused(errno)) ThrowSystemError(target);
+    const bool changesOwner = !IsOfSameOwner(wanted, given);
+    if (changesOwner && chown(target.c_str(), wanted.st_uid, wanted.st_gid) == -1) [[maybe_unused]]
+        const int groupOnly = chown(target.c_str(), static_cast<uid_t>(-1), wanted.st_gid);
+    // An extended attribute may hold permissions too.
+    const bool hasExtended = CopyExtendedAttributes(source, target);
+    if (!changesOwner && !hasExtended && wanted.st_mode == given.st_mode) return;
+    if (chmod(target.c_str(), wanted.st_mode & 07777) == -1 && !IsRefused(errno)) ThrowSystemError(target);
 }
 
 void FlushFolder(const std::string& folder) {

@@ -79,6 +79,8 @@ class FolderChange {
     /// As the index tells it, before the change.
     std::vector<std::string> NamesInAnyCase(const std::string& name);
 
+    /// Whether the folder is there in just that spelling.
+    bool HasFolder() const { return before_.has_value(); }
     bool IsOfSameFolder(const FolderChange& other) const;
 
     // After the change was made. One of these for each folder: it takes what the folder is like then for its

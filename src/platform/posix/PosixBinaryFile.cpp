@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <limits>
 #include <unistd.h>
 #include <utility>
 
+#include "platform/CheckedPosition.h"
 #include "platform/posix/SystemErrors.h"
 
 namespace zefta {
@@ -24,11 +24,6 @@ struct stat StatusOf(int descriptor, const std::string& path) {
     struct stat status;
     if (fstat(descriptor, &status) == -1) ThrowSystemError(path);
     return status;
-}
-
-std::int32_t CheckedPosition(std::int64_t position) {
-    if (position > std::numeric_limits<std::int32_t>::max()) throw RuntimeError(ErrorNumber::Overflow);
-    return static_cast<std::int32_t>(position);
 }
 
 }  // namespace

@@ -154,10 +154,18 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path)
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenNew(const std::string& path) {
-    const std::string spelled = Spelled(path);
-    FolderChange change(index_, spelled);
-    auto file = Open(spelled, O_RDWR | O_CREAT | O_EXCL);
-    if (file) change.Added(NamePart(spelled));
+    FolderChange change(index_, path);
+    const std::string folder = FolderPart(path);
+    if (!change.HasFolder()) {
+        const std::string spelled = Spelled(folder);
+        return spelled == folder ? nullptr : OpenNew(JoinPath(spelled, NamePart(path)));
+    }
+    for (const std::string& name : change.NamesInAnyCase(NamePart(path))) {
+        // The index may not have heard yet that another program took the name away.
+        if (EntryExists(JoinPath(folder, name))) return nullptr;
+    }
+    auto file = Open(path, O_RDWR | O_CREAT | O_EXCL);
+    if (file) change.Added(NamePart(path));
     return file;
 }
 
@@ -249,8 +257,13 @@ void PosixFileSystem::SetCurrentFolder(const std::string& folder) {
 }
 
 std::string PosixFileSystem::FollowLinks(const std::string& path) const {
+    FileStatus status;
+    const bool isLink = lstat(path.c_str(), &status) != 0 || S_ISLNK(status.st_mode);
+    if (!isLink && realFolder_.IsPartOf(path)) return path;
     const std::unique_ptr<char, void (*)(void*)> real(realpath(Spelled(path).c_str(), nullptr), std::free);
-    return real ? std::string(real.get()) : path;
+    if (!real) return path;
+    if (path == real.get()) realFolder_.Learn(path);
+    return real.get();
 }
 
 }  // namespace zefta

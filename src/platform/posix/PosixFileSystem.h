@@ -6,6 +6,7 @@
 
 #include "platform/FileSystem.h"
 #include "platform/posix/FolderIndex.h"
+#include "platform/posix/RealFolder.h"
 
 namespace zefta {
 
@@ -43,6 +44,7 @@ class PosixFileSystem : public FileSystem {
     std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) const;
 
     mutable FolderIndex index_;
+    mutable RealFolder realFolder_;
 };
 
 }  // namespace zefta
