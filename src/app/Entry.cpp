@@ -34,15 +34,15 @@ struct Surroundings {
     const WindowOpener& openWindows;
 };
 
-int SayNotInThisVersion(App& app, const std::string& what) {
-    ShowWarning(app, what + " is not part of this version.");
+int SayNotPartOf(App& app, const std::string& what, const std::string& whole) {
+    ShowWarning(app, what + " is not part of this " + whole + ".");
     return Status(app);
 }
 
 int ShowWindow(App& app, const Surroundings& around, const std::string& name,
                const std::function<void(Windows&)>& show) {
     Windows* windows = around.openWindows ? around.openWindows() : nullptr;
-    if (windows == nullptr) return SayNotInThisVersion(app, name);
+    if (windows == nullptr) return SayNotPartOf(app, name, "build");
     show(*windows);
     return Status(app);
 }
@@ -70,7 +70,7 @@ int RunJob(App& app, const Job& job) {
                             ApplicationTitle());
         return ExitNoDisplay;
     }
-    if (job.run == nullptr) return SayNotInThisVersion(app, job.name);
+    if (job.run == nullptr) return SayNotPartOf(app, job.name, "version");
     job.run(app);
     return Status(app);
 }

@@ -4,6 +4,7 @@
 
 #include "app/Manual.h"
 #include "cd/MakeCDInfo.h"
+#include "core/Agent.h"
 #include "core/LanguageFile.h"
 #include "encoding/Decode.h"
 #include "encoding/Encode.h"
@@ -33,7 +34,7 @@ constexpr Job Jobs[] = {
     {8,  "/makelist",          false, true,  MakePlaylist},
     {9,  "/setup",             true,  false, nullptr},
     {10, "/help",              false, false, OpenManual},
-    {13, "/agent",             false, false, nullptr},
+    {13, "/agent",             false, false, StartAgent},
     {14, "/compress_audio_cd", true,  false, nullptr},
     {15, "/fixheader",         false, false, FixHeaderJob},
     {16, "/wavetrim",          false, false, WaveTrimJob},

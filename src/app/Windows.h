@@ -25,6 +25,10 @@ class Windows {
 
     /// The information of a compressed file, told by its path; returns when its dialog is closed.
     virtual void RunFileInformation(App& app, const std::string& path) = 0;
+
+    /// Counts down and powers the machine off, for a job that was asked to; returns when the person has
+    /// cancelled or the system was asked.
+    virtual void RunPowerOffCountdown(App& app) = 0;
 };
 
 /// Loads the windows at its first call; null when this build has none.

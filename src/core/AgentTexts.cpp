@@ -4,6 +4,8 @@ namespace zefta {
 
 namespace {
 
+constexpr auto Section = "Agent";
+
 struct AgentText {
     const char* key;
     std::int32_t message;
@@ -25,8 +27,17 @@ constexpr AgentText Texts[] = {
 std::vector<SettingChange> AgentTexts(App& app) {
     std::vector<SettingChange> changes;
     for (const AgentText& text : Texts)
-        changes.push_back({"Agent", text.key, app.messages.GetMessage(text.message)});
+        changes.push_back({Section, text.key, app.messages.GetMessage(text.message)});
     return changes;
+}
+
+std::string AgentTextOf(App& app, const std::string& key) {
+    for (const AgentText& text : Texts) {
+        if (key != text.key) continue;
+        const std::string stored = app.userSettings.GetValue(Section, key).value_or("");
+        return stored.empty() ? app.messages.GetMessage(text.message) : stored;
+    }
+    return {};
 }
 
 }  // namespace zefta

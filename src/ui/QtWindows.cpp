@@ -4,6 +4,8 @@
 
 #include "core/Version.h"
 #include "ui/QtText.h"
+#include "ui/desktop/ExitWindowsDialog.h"
+#include "ui/info/ShowFileInformation.h"
 #include "ui/main/MainWindow.h"
 
 namespace zefta {
@@ -34,8 +36,11 @@ void QtWindows::RunMainWindow(App& app) {
 }
 
 void QtWindows::RunFileInformation(App& app, const std::string& path) {
-    (void)app;
-    (void)path;
+    ShowFileInformation(app, path, nullptr);
+}
+
+void QtWindows::RunPowerOffCountdown(App& app) {
+    zefta::RunPowerOffCountdown(app);
 }
 
 }  // namespace zefta

@@ -5,6 +5,7 @@
 #include "app/Entry.h"
 #include "app/JobTable.h"
 #include "core/OptionTable.h"
+#include "support/FakeAgent.h"
 #include "support/TagBuilders.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
@@ -58,8 +59,25 @@ TEST_F(EntryTest, EveryJobOption_ReachesItsRowAndNoneIsSilentlyNothing) {
 }
 
 TEST_F(EntryTest, JobThatIsNotInThisVersion_SaysSo) {
+    app.TestWorld::machine.hasDisplay = true;
+    EXPECT_EQ(Run({"/setup"}), 1);
+    EXPECT_EQ(LastBox(), "/setup is not part of this version.");
+}
+
+TEST_F(EntryTest, Agent_IsStartedAndTheOneThatRunsClosed) {
+    FakeAgent agent;
+    agent.runs = true;
+    app.App::agent = &agent;
+    EXPECT_EQ(Run({"/agent"}), 0);
+    EXPECT_EQ(agent.closed.size(), 1U);
+    EXPECT_EQ(app.processes.started, std::vector<std::string>{"/opt/zefta/zeftaa.exe"});
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(EntryTest, Agent_ThatIsMissing_EndsWith53) {
+    app.processes.canStartPrograms = false;
     EXPECT_EQ(Run({"/agent"}), 1);
-    EXPECT_EQ(LastBox(), "/agent is not part of this version.");
+    EXPECT_TRUE(LastBox().starts_with("Error #53")) << LastBox();
 }
 
 TEST_F(EntryTest, JobThatNeedsADisplay_SaysThatThereIsNone) {
@@ -72,7 +90,7 @@ TEST_F(EntryTest, JobThatNeedsADisplay_SaysThatThereIsNone) {
 TEST_F(EntryTest, NoArgumentOrFolder_IsTheMainWindow) {
     app.TestWorld::machine.hasDisplay = true;
     EXPECT_EQ(Run({}), 1);
-    EXPECT_EQ(LastBox(), "The main window is not part of this version.");
+    EXPECT_EQ(LastBox(), "The main window is not part of this build.");
     EXPECT_EQ(Run({app.folder.Path()}), 1);
     EXPECT_EQ(app.state.CurrentFolder, app.folder.Path());
     EXPECT_EQ(Run({"/xyz"}), 1);

@@ -212,6 +212,16 @@ TEST_F(SettingsStoreTest, Apply_TwoProcessesAtOnce_LoseNothingAndLeaveAWholeFile
     }
 }
 
+TEST_F(SettingsStoreTest, ReadAgain_TakesWhatOthersWroteAndForgetsWhatTheyDeleted) {
+    IniSettingsStore(path).Apply({{"S", "Stays", "1"}, {"S", "Goes", "2"}});
+    IniSettingsStore longLived(path);
+    IniSettingsStore(path).Apply({{"S", "Stays", "3"}, {"S", "Goes", std::nullopt}});
+    EXPECT_EQ(longLived.GetValue("S", "Stays"), "1");
+    longLived.ReadAgain();
+    EXPECT_EQ(longLived.GetValue("S", "Stays"), "3");
+    EXPECT_EQ(longLived.GetValue("S", "Goes"), std::nullopt);
+}
+
 TEST(SettingsPaths, User_FollowsXdgConfigHome) {
     const SettingsProduct product = {"Kestrin", "Kestrin Zeftaworks", "2.0"};
     setenv("XDG_CONFIG_HOME", "/cfg", 1);

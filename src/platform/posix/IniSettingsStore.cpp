@@ -88,6 +88,10 @@ void WriteStore(const std::string& path, const std::string& text) {
 IniSettingsStore::IniSettingsStore(std::string path)
     : path_(std::move(path)), text_(ReadStore(path_).value_or("")) {}
 
+void IniSettingsStore::ReadAgain() {
+    text_ = IniText(ReadStore(path_).value_or(""));
+}
+
 std::optional<std::string> IniSettingsStore::GetValue(const std::string& section,
                                                       const std::string& key) const {
     return text_.GetValue(section, key);

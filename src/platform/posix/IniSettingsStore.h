@@ -19,6 +19,9 @@ class IniSettingsStore : public SettingsStore {
     std::optional<std::string> GetValue(const std::string& section, const std::string& key) const override;
     void Apply(const std::vector<SettingChange>& changes) override;
 
+    /// Reads the file again, for a program that lives long beside others that change it.
+    void ReadAgain();
+
   private:
     std::string path_;
     IniText text_;
