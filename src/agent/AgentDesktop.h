@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/console/ConsoleDesktop.h"
+
+namespace zefta {
+
+/// The desktop of the agent: what it has to say stands on standard error and, where there is a display, in a
+/// box that nobody has to answer. The agent goes on meanwhile.
+class AgentDesktop : public ConsoleDesktop {
+  public:
+    AgentDesktop(std::istream& input, std::ostream& error) : ConsoleDesktop(input, error, false) {}
+
+    void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
+};
+
+}  // namespace zefta

@@ -1,0 +1,100 @@
+#include "ui/desktop/AboutDialog.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "core/Boxes.h"
+#include "core/Version.h"
+#include "ui/QtText.h"
+#include "ui/Resources.h"
+#include "ui/WindowTexts.h"
+
+namespace zefta {
+
+namespace {
+
+/// The caption of a menu item as the text of something else: no letter in it marks a key.
+QString WithoutKey(const std::string& caption) {
+    return ToQt(caption).remove('&');
+}
+
+QLabel* MakeLabel(const char* objectName, const std::string& text) {
+    auto* label = new QLabel(ToQt(text));
+    label->setObjectName(objectName);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel* MakeTitle() {
+    QLabel* title = MakeLabel("lblTitle", ApplicationTitle());
+    QFont large = title->font();
+    constexpr double TimesTheText = 1.5;
+    large.setPointSizeF(large.pointSizeF() * TimesTheText);
+    large.setBold(true);
+    title->setFont(large);
+    return title;
+}
+
+QLabel* MakePicture() {
+    constexpr int LinesHigh = 4;
+    auto* picture = new QLabel;
+    const int side = picture->fontMetrics().height() * LinesHigh;
+    picture->setPixmap(OwnIcon("zefta").pixmap(QSize(side, side), picture->devicePixelRatio()));
+    picture->setObjectName("picProgram");
+    picture->setAccessibleName(ToQt(ApplicationTitle()));
+    return picture;
+}
+
+}  // namespace
+
+AboutDialog::AboutDialog(App& app, QWidget* parent) : QDialog(parent), app_(app) {
+    setObjectName("frmAbout");
+    setWindowTitle(WithoutKey(app.messages.GetMessage(32193)));
+    auto* words = new QVBoxLayout;
+    words->addWidget(MakeTitle());
+    words->addWidget(MakeLabel("lblVersion", VersionText()));
+    auto* head = new QHBoxLayout;
+    head->addWidget(MakePicture());
+    head->addLayout(words, 1);
+    auto* links = new QFormLayout;
+    AddLink(*links, "lblWWWKestrin", 32194, 5);
+    AddLink(*links, "lblWWWProgram", 32195, 6);
+    AddLink(*links, "lblWWWDownloads", 32196, 4);
+    auto* buttons = new QDialogButtonBox;
+    auto* ok = buttons->addButton(ToQt(app.messages.GetMessage(33716)), QDialogButtonBox::AcceptRole);
+    ok->setObjectName("OKButton");
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    auto* rows = new QVBoxLayout(this);
+    rows->addLayout(head);
+    rows->addLayout(links);
+    rows->addWidget(buttons);
+    ok->setFocus();
+}
+
+void AboutDialog::AddLink(QFormLayout& rows, const char* objectName, std::int32_t caption,
+                          std::int32_t address) {
+    const QString text = ToQt(app_.messages.GetMessage(address)).toHtmlEscaped();
+    auto* link = new QLabel("<a href=\"" + text + "\">" + text + "</a>");
+    link->setObjectName(objectName);
+    link->setTextFormat(Qt::RichText);
+    link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    const QString name = WithoutKey(app_.messages.GetMessage(caption));
+    link->setAccessibleName(name + ": " + ToQt(app_.messages.GetMessage(address)));
+    connect(link, &QLabel::linkActivated, this, [this](const QString& page) {
+        const std::string fullAddress = "http://" + FromQt(page);
+        if (app_.desktop.OpenDocument(fullAddress)) return;
+        ShowWarning(app_, FromQt(OwnText(app_, WindowText::NoBrowser)) + "\n" + fullAddress);
+    });
+    rows.addRow(name + ":", link);
+}
+
+void ShowAbout(App& app, QWidget* parent) {
+    AboutDialog dialog(app, parent);
+    dialog.exec();
+}
+
+}  // namespace zefta
