@@ -127,7 +127,8 @@ bool Write(App& app, const ChangedFile& file, ReadFile& changed) {
 }
 
 void TellChanges(App& app, const ChangedFile& file, const ID3Tag& before, const ID3Tag& after) {
-    const std::string changes = ChangesBetween(ShownTags(before), ShownTags(after));
+    const std::string changes = IsMP3File(file.path) ? ChangesOfMP3(before, after)
+                                                     : ChangesBetween(ShownTags(before), ShownTags(after));
     TellStep(app, "tags: " + file.shownName + ": " + (changes.empty() ? "the same values" : changes));
 }
 

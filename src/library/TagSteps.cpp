@@ -30,6 +30,21 @@ constexpr Field Fields[] = {
     {"Genre", &ShownTags::Genre},
 };
 
+/// What ID3v2 alone has.
+ShownTags ShownOfID3v2(const ID3Tag& tag) {
+    ID3Tag extended;
+    extended.ID3v2Extension = tag.ID3v2Extension;
+    return ShownTags(extended);
+}
+
+std::string Joined(const std::string& first, const std::string& second) {
+    return first + (first.empty() || second.empty() ? "" : ", ") + second;
+}
+
+std::string Change(const std::string& name, const std::string& before, const std::string& after) {
+    return name + " \"" + before + "\" -> \"" + after + "\"";
+}
+
 }  // namespace
 
 ShownTags::ShownTags(const ID3Tag& tag)
@@ -43,13 +58,25 @@ ShownTags::ShownTags(const ID3Tag& tag)
 
 std::string ChangesBetween(const ShownTags& before, const ShownTags& after) {
     std::string changes;
-    for (const Field& field : Fields) {
-        if (before.*field.value == after.*field.value) continue;
-        if (!changes.empty()) changes += ", ";
-        changes +=
-            std::string(field.name) + " \"" + before.*field.value + "\" -> \"" + after.*field.value + "\"";
+    for (const auto& [name, value] : Fields) {
+        if (before.*value != after.*value)
+            changes = Joined(changes, Change(std::string(name), before.*value, after.*value));
     }
     return changes;
+}
+
+std::string ChangesOfMP3(const ID3Tag& before, const ID3Tag& after) {
+    const ShownTags former(before);
+    const ShownTags now(after);
+    const ShownTags formerID3v2 = ShownOfID3v2(before);
+    const ShownTags nowID3v2 = ShownOfID3v2(after);
+    std::string fills;
+    for (const auto& [name, value] : Fields) {
+        const bool isFilled = (formerID3v2.*value).empty() && !(nowID3v2.*value).empty();
+        if (isFilled && former.*value == now.*value)
+            fills = Joined(fills, Change(std::string(name) + " in ID3v2", "", now.*value));
+    }
+    return Joined(ChangesBetween(former, now), fills);
 }
 
 }  // namespace zefta

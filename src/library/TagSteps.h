@@ -24,4 +24,8 @@ struct ShownTags {
 /// alone.
 std::string ChangesBetween(const ShownTags& before, const ShownTags& after);
 
+/// The same of an MP3 file, and behind that the fields that ID3v2 did not have and takes over from ID3v1:
+/// `Title in ID3v2 "" -> "T"`.
+std::string ChangesOfMP3(const ID3Tag& before, const ID3Tag& after);
+
 }  // namespace zefta

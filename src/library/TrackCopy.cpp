@@ -4,6 +4,7 @@
 
 #include "core/BlockCopy.h"
 #include "core/Boxes.h"
+#include "core/DeleteQuietly.h"
 #include "core/Numbers.h"
 #include "core/Steps.h"
 #include "platform/RuntimeError.h"
@@ -20,6 +21,25 @@ constexpr std::int32_t CannotCreateTarget = 2;
 /// What CopyWave would say of a file that is too long for its counter of blocks.
 void CheckBlocks(std::int64_t size) {
     ToI16(size / WaveBlockSize);
+}
+
+/// Whether the first file has nothing that the second one does not begin with.
+bool IsBeginningOf(BinaryFile& first, BinaryFile& second) {
+    if (first.Size() > second.Size()) return false;
+    while (true) {
+        const std::string bytes = first.ReadBytes(WaveBlockSize);
+        if (bytes.empty()) return true;
+        if (second.ReadBytes(static_cast<std::int32_t>(bytes.size())) != bytes) return false;
+    }
+}
+
+/// What a copy of the same track that was killed left behind goes; any other file of that name is somebody's.
+void DropUnfinishedCopy(FileSystem& files, const std::string& source, const std::string& target) {
+    const std::string path = TemporaryFile::PathFor(target);
+    const auto unfinished = files.FileExists(path) ? files.OpenRead(path) : nullptr;
+    if (!unfinished) return;
+    const auto whole = files.OpenReadOnly(source);
+    if (whole && IsBeginningOf(*unfinished, *whole)) DeleteQuietly(files, path);
 }
 
 }  // namespace
@@ -41,7 +61,9 @@ std::int32_t TrackCopier::TryToCopy(const std::string& source, const std::string
         CheckBlocks(files.FileSize(source));
         return Done;
     }
-    TemporaryFile copy(files, files.FollowLinks(target), TemporaryFile::OldFile::Keep);
+    const std::string real = files.FollowLinks(target);
+    if (!IsKept(TemporaryFile::PathFor(real))) DropUnfinishedCopy(files, source, real);
+    TemporaryFile copy(files, real, TemporaryFile::OldFile::Keep);
     if (!copy.File()) return CannotCreateTarget;
     copy.Close();
     const std::int32_t code = wave_.CopyWave(source, copy.Path());

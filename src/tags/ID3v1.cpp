@@ -120,11 +120,22 @@ bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     return true;
 }
 
-void SetID3v1(BinaryFile& file, const CodePage& ansi, ID3Tag& tag) {
-    const std::string before = TagAtEnd(file);
+std::string SetID3v1(BinaryFile& file, const CodePage& ansi, ID3Tag& tag) {
+    std::string before = TagAtEnd(file);
     ID3Tag old;
     if (!before.empty()) ReadTag(before, old, ansi);
     WriteTag(file, before, MergedTag(before.empty() ? NewTag() : before, tag, old, ansi));
+    return before;
+}
+
+void TakeBackID3v1(BinaryFile& file, const std::string& before) {
+    const std::int32_t place = file.Size() - TagLength;
+    file.Seek(place, SeekFrom::Start);
+    if (before.empty()) {
+        file.SetEnd();
+    } else {
+        Replace(file, {place, file.ReadBytes(TagLength), before});
+    }
 }
 
 void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {

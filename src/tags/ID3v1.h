@@ -19,8 +19,12 @@ bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi);
 /// Always writes version 1.1. tag.Path is "" when the file can't be opened.
 void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
 
-/// The same for a file that is open for reading and writing.
-void SetID3v1(BinaryFile& file, const CodePage& ansi, ID3Tag& tag);
+/// The same for a file that is open for reading and writing. Gives the bytes that stood in the place of the
+/// tag; "" when there was none.
+std::string SetID3v1(BinaryFile& file, const CodePage& ansi, ID3Tag& tag);
+
+/// Makes the end of the file what it was before SetID3v1: `before` is what that gave.
+void TakeBackID3v1(BinaryFile& file, const std::string& before);
 
 /// The values that SetID3 writes, all of them, whatever stood there before.
 struct ID3v1Values {

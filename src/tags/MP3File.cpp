@@ -63,6 +63,26 @@ class BorrowedFile : public BinaryFile {
     BinaryFile& file_;
 };
 
+/// An ID3v1 tag that was just written, and the file by its path.
+struct WrittenID3v1 {
+    FileSystem& files;
+    std::string path;
+    /// What stood in its place.
+    std::string before;
+    /// Of the file with it.
+    std::int32_t fileSize;
+};
+
+/// After the other tag could not be written: both change, or none. A file of another size is the new one.
+void TakeBack(const WrittenID3v1& written) {
+    try {
+        const auto file = written.files.OpenRead(written.path);
+        if (file && file->Size() == written.fileSize) TakeBackID3v1(*file, written.before);
+    } catch (const RuntimeError&) {
+        // The failure that brought us here is the one to tell.
+    }
+}
+
 double Quotient(double dividend, double divisor) {
     if (divisor == 0) throw RuntimeError(ErrorNumber::DivisionByZero);
     return dividend / divisor;
@@ -169,8 +189,16 @@ void ReadMP3Tags(BinaryFile& opened, const CodePage& ansi, ID3Tag& tag) {
 }
 
 void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag) {
-    SetID3v1(*file, ansi, tag);
-    SetID3v2WithRoom(files, std::move(file), ansi, tag);
+    std::string before = SetID3v1(*file, ansi, tag);
+    const WrittenID3v1 written = {files, tag.Path, std::move(before), file->Size()};
+    try {
+        SetID3v2WithRoom(files, std::move(file), ansi, tag);
+    } catch (const RuntimeError& error) {
+        // Where only the fill of the tag fails, its frames stand.
+        if (error.Kind() != ErrorNumber::Overflow) TakeBack(written);
+        throw;
+    }
+    if (tag.Path.empty()) TakeBack(written);
 }
 
 void SetMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {

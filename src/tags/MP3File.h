@@ -22,6 +22,8 @@ void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& ta
 void ReadMP3Tags(BinaryFile& file, const CodePage& ansi, ID3Tag& tag);
 
 /// SetID3v1 and then SetID3v2WithRoom on the MP3 file at tag.Path, which is open for reading and writing.
+/// When the second one fails (a full disk), the first one is taken back, and the file has the bytes that it
+/// had.
 void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
 
 /// The same, opening it; tag.Path is "" when that can't be done.

@@ -37,8 +37,12 @@ std::string NumberedName(std::string_view name, int number, TemporaryFile::OldFi
 
 }  // namespace
 
+std::string TemporaryFile::PathFor(const std::string& target) {
+    return target + std::string(Ending);
+}
+
 TemporaryFile::TemporaryFile(FileSystem& files, std::string target, OldFile old)
-    : files_(files), target_(std::move(target)), path_(target_ + std::string(Ending)) {
+    : files_(files), target_(std::move(target)), path_(PathFor(target_)) {
     const bool fits = NamePart(path_).size() <= LongestName;
     if (fits && old == OldFile::Delete) {
         CreateInPlaceOfOld();

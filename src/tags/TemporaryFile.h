@@ -23,6 +23,9 @@ class TemporaryFile {
         KeepWithEnding,
     };
 
+    /// The name that it has in most cases.
+    static std::string PathFor(const std::string& target);
+
     /// `target`: behind all links. File() is null when the file can't be created.
     TemporaryFile(FileSystem& files, std::string target, OldFile old = OldFile::Delete);
     ~TemporaryFile();

@@ -395,18 +395,6 @@ TEST_F(CopyPlaylistTest, FileWithTheNameOfTheNewFolder_MayBeATrack) {
     EXPECT_EQ(app.folder.Read("other/mix/(001) mix"), "a file called like the folder");
 }
 
-TEST_F(CopyPlaylistTest, CopiesOfAKilledRun_AreInNobodysWay) {
-    WriteTracks({"a.mp3"});
-    app.files.CreateFolder("usb/mix");
-    app.folder.Write("usb/mix/(001) a.mp3.tmp", "half");
-    for (int number = 1; number <= 20; ++number)
-        app.folder.Write("usb/mix/(001) a.mp3~" + std::to_string(number) + ".tmp", "half");
-    app.desktop.answers = {true};
-    Copy("a.mp3\n");
-    EXPECT_EQ(Boxes(), Texts{});
-    EXPECT_EQ(Copied("(001) a.mp3"), "bytes of a.mp3");
-}
-
 TEST_F(CopyPlaylistTest, LoneCarriageReturns_EndNoLinesWhichIsTold) {
     WriteTracks({"a.mp3", "b.mp3"});
     Copy("#EXTM3U\ra.mp3\rb.mp3\r");

@@ -252,5 +252,18 @@ TEST_F(ID3v1Test, ApeTagOf131Bytes_IsNone) {
     EXPECT_EQ(folder.Read("a.mp3").size(), 300 + 131 + 128U);
 }
 
+TEST_F(ID3v1Test, TakeBack_LeavesTheBytesThatTheFileHad) {
+    for (const std::string& end : {""s, Id3v1{"Title", "Artist"}.Bytes()}) {
+        const auto file = files.OpenRead(folder.Write("a.mp3", audio + end));
+        ID3Tag tag;
+        tag.Title = "New";
+        const std::string before = SetID3v1(*file, ansi, tag);
+        EXPECT_EQ(before, end);
+        EXPECT_NE(folder.Read("a.mp3"), audio + end);
+        TakeBackID3v1(*file, before);
+        EXPECT_EQ(folder.Read("a.mp3"), audio + end);
+    }
+}
+
 }  // namespace
 }  // namespace zefta::test
