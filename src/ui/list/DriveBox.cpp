@@ -8,7 +8,7 @@
 #include "platform/MountedMedia.h"
 #include "platform/Paths.h"
 #include "ui/WindowTexts.h"
-#include "ui/list/ShownText.h"
+#include "ui/list/OneLineText.h"
 
 namespace zefta {
 
@@ -45,7 +45,7 @@ void DriveBox::Refresh() {
     drives_ = std::move(drives);
     const QSignalBlocker blocker(this);
     clear();
-    for (const std::string& drive : drives_) addItem(ShownText(app_.ansi.ToText(drive)));
+    for (const std::string& drive : drives_) addItem(OneLineText(app_.ansi.ToText(drive)));
     Follow(folder_);
 }
 

@@ -7,7 +7,7 @@
 #include "library/ReadableColour.h"
 #include "ui/Resources.h"
 #include "ui/list/RowWords.h"
-#include "ui/list/ShownText.h"
+#include "ui/list/OneLineText.h"
 
 namespace zefta {
 
@@ -190,7 +190,7 @@ QString FileListModel::CellWords(int row, ListColumn column) const {
 }
 
 QVariant FileListModel::AccessibleCell(int row, ListColumn column) const {
-    const QString text = ShownText(CellText(row, column));
+    const QString text = OneLineText(CellText(row, column));
     const QString words = CellWords(row, column);
     return words.isEmpty() || text.isEmpty() ? text : text + ", " + words;
 }
@@ -206,7 +206,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     const auto column = static_cast<ListColumn>(index.column());
     switch (role) {
         case Qt::DisplayRole:
-            return ShownText(CellText(row, column));
+            return OneLineText(CellText(row, column));
         case Qt::DecorationRole:
             if (column != ListColumn::File) return {};
             return icons_.at(static_cast<std::size_t>(IconAt(row)));

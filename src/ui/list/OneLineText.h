@@ -7,6 +7,6 @@ namespace zefta {
 
 /// A text as one line of a list shows it: control characters, of which a name or tag may hold any, are
 /// blanks.
-QString ShownText(std::string_view text);
+QString OneLineText(std::string_view text);
 
 }  // namespace zefta

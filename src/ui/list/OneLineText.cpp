@@ -1,10 +1,10 @@
-#include "ui/list/ShownText.h"
+#include "ui/list/OneLineText.h"
 
 #include "ui/QtText.h"
 
 namespace zefta {
 
-QString ShownText(std::string_view text) {
+QString OneLineText(std::string_view text) {
     QString shown = ToQt(text);
     for (QChar& character : shown) {
         const bool breaksLines = character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
