@@ -103,7 +103,6 @@ void InformationDialog::MakeNoteAndButtons(QLayout* bottom) {
     lblWriteNote_->setSizePolicy(policy);
     lblWriteNote_->hide();
     okButton_ = MakeButton("OKButton", Text(33409));
-    okButton_->setDefault(true);
     cancelButton_ = MakeButton("CancelButton", Text(33410));
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(okButton_, QDialogButtonBox::AcceptRole);
@@ -135,6 +134,8 @@ void InformationDialog::Arrange(QBoxLayout* columns) {
     auto* bottom = new QHBoxLayout;
     MakeNoteAndButtons(bottom);
     whole->addLayout(bottom);
+    // Not before the button is one of the dialog.
+    okButton_->setDefault(true);
     GuardYears();
 }
 

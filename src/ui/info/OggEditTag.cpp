@@ -42,10 +42,11 @@ OggEditTag::OggEditTag(App& app, const std::string& line, QWidget* parent) : QDi
     auto* buttons = new QDialogButtonBox;
     QPushButton* ok = buttons->addButton(text(33409), QDialogButtonBox::AcceptRole);
     ok->setObjectName("OKButton");
-    ok->setDefault(true);
     QPushButton* cancel = buttons->addButton(text(33410), QDialogButtonBox::RejectRole);
     cancel->setObjectName("CancelButton");
     form->addRow(buttons);
+    // Not before the button is one of the dialog.
+    ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &OggEditTag::OKButton_Click);
     connect(cancel, &QPushButton::clicked, this, &OggEditTag::CancelButton_Click);
 }
