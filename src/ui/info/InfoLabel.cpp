@@ -24,6 +24,7 @@ void InfoLabel::ShowText(const QString& text) {
     setToolTip(text.isEmpty()
                    ? QString()
                    : "<p style='white-space:pre-wrap'>" + text.left(LongestToolTip).toHtmlEscaped() + "</p>");
+    setHidden(text.isEmpty());
     updateGeometry();
 }
 

@@ -12,6 +12,7 @@ class InfoLabel : public QLabel {
   public:
     using QLabel::QLabel;
 
+    /// An empty text takes no place.
     void ShowText(const QString& text);
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;

@@ -15,6 +15,13 @@
 
 namespace zefta {
 
+namespace {
+
+/// What a line of entry shows without scrolling.
+constexpr int UsualCharacters = 26;
+
+}  // namespace
+
 InformationDialog::InformationDialog(App& app, std::string path, const Names& names, QWidget* parent)
     : QDialog(parent), app_(app), path_(std::move(path)), kind_(names.kind) {
     setObjectName(names.dialog);
@@ -73,6 +80,7 @@ QLineEdit* InformationDialog::MakeControl(const InformationField& field, QFormLa
     QWidget* control = genre != nullptr ? static_cast<QWidget*>(genre) : edit;
     control->setObjectName(field.control);
     edit->setMaxLength(std::numeric_limits<int>::max());
+    control->setMinimumWidth(control->fontMetrics().averageCharWidth() * UsualCharacters);
     AddRow(form, field.label, control, group);
     return edit;
 }
