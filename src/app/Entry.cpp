@@ -14,6 +14,7 @@
 #include "core/Settings.h"
 #include "core/Strings.h"
 #include "core/Version.h"
+#include "library/InformationText.h"
 #include "platform/RuntimeError.h"
 #include "wave/WaveFile.h"
 
@@ -57,11 +58,21 @@ int OpenMainWindow(App& app, const std::string& folder, const Surroundings& arou
     return Status(app);
 }
 
+/// What the dialog would show, where there is no display for it.
+int PrintFileInformation(App& app, const std::string& path, std::ostream& output) {
+    const std::string text = InformationText(app, path);
+    if (text.empty()) ShowWarning(app, app.messages.GetMessage(1003));
+    if (!(output << text).flush()) throw RuntimeError(ErrorNumber::DeviceIoError);
+    return Status(app);
+}
+
 /// A file named on the command line opens its information; a file that has none does nothing.
 int ShowFileInformation(App& app, const Surroundings& around) {
-    if (!IsCompressedFile(app.state.FileSpec)) return Status(app);
+    const std::string& path = app.state.FileSpec;
+    if (!IsCompressedFile(path)) return Status(app);
+    if (!app.machine.hasDisplay) return PrintFileInformation(app, path, around.output);
     return ShowWindow(app, around, "The file information",
-                      [&](Windows& windows) { windows.RunFileInformation(app, app.state.FileSpec); });
+                      [&](Windows& windows) { windows.RunFileInformation(app, path); });
 }
 
 int RunJob(App& app, const Job& job) {

@@ -101,12 +101,18 @@ TEST_F(EntryTest, Embedding_EndsAtOnce) {
     EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
-TEST_F(EntryTest, ExistingFile_WavDoesNothing_CompressedIsSaidToBeMissing) {
+TEST_F(EntryTest, ExistingFile_WavDoesNothing_CompressedShowsItsInformation) {
     app.folder.Write("a.wav", "x");
-    app.folder.Write("a.mp3", "x");
+    app.folder.Write("a.mp3", Audio(300) + Id3v1{.title = "Song"}.Bytes());
     EXPECT_EQ(Run({"a.wav"}), 0);
+    EXPECT_EQ(output.str(), "");
+    EXPECT_EQ(Run({"a.mp3"}), 0);
     EXPECT_TRUE(app.desktop.boxes.empty());
+    EXPECT_NE(output.str().find("a.mp3\n428 bytes\n"), std::string::npos) << output.str();
+    EXPECT_NE(output.str().find("\n\nID3v1\nTitle: Song\n"), std::string::npos) << output.str();
+    app.TestWorld::machine.hasDisplay = true;
     EXPECT_EQ(Run({"a.mp3"}), 1);
+    EXPECT_TRUE(LastBox().starts_with("The file information is not part of this ")) << LastBox();
 }
 
 TEST_F(EntryTest, Help_OpensTheManualOfTheProgramsFolder) {
