@@ -67,20 +67,17 @@ void OutputText::Take(char32_t character) {
     }
 }
 
-/// ESC and one character, or ESC [ up to a letter.
+/// ESC and one character, or ESC [ up to a letter. A control character breaks it off and counts.
 bool OutputText::IsInSequence(char32_t character) {
-    switch (sequence_) {
-        case Sequence::None:
-            if (character == Escape) sequence_ = Sequence::Escape;
-            break;
-        case Sequence::Escape:
-            sequence_ = character == '[' ? Sequence::Parameters : Sequence::None;
-            return true;
-        case Sequence::Parameters:
-            if (character >= '@' || character < FirstPrintable) sequence_ = Sequence::None;
-            return true;
+    const Sequence former = std::exchange(sequence_, Sequence::None);
+    if (character == Escape) {
+        sequence_ = Sequence::Escape;
+        return true;
     }
-    return sequence_ != Sequence::None;
+    if (former == Sequence::None || character < FirstPrintable) return false;
+    const bool goesOn = former == Sequence::Escape ? character == '[' : character < '@';
+    if (goesOn) sequence_ = Sequence::Parameters;
+    return true;
 }
 
 void OutputText::Put(char32_t character) {

@@ -10,6 +10,7 @@ namespace zefta {
 
 CopyProgress::CopyProgress(App& app, WaveFile& wave, std::unique_ptr<ProgressView> view)
     : app_(app), view_(std::move(view)), bytesWord_(app.messages.GetMessage(33204)) {
+    report_.kind = ProgressKind::CopyPlaylist;
     report_.labels["fraTotal"] = app.messages.GetMessage(33202);
     report_.labels["fraCurrent"] = app.messages.GetMessage(33203);
     wave.MinStatus = [this](std::int32_t value) { report_.current.minimum = value; };

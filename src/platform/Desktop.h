@@ -8,7 +8,12 @@
 
 namespace zefta {
 
+struct WaveOutline;
+
 enum class BoxKind { Plain, Warning, Critical };
+
+/// Which dialog shows the progress.
+enum class ProgressKind { Trim, CopyPlaylist };
 
 /// A scale beside that of the whole job.
 struct ProgressScale {
@@ -19,15 +24,21 @@ struct ProgressScale {
 
 /// What a progress dialog shows at one moment.
 struct ProgressReport {
+    ProgressKind kind = ProgressKind::Trim;
     std::string fileName;
     std::string status;
     std::int32_t minimum = 0;
     std::int32_t maximum = 0;
     std::int32_t value = 0;
-    /// Text of each label, by the name of its control.
+    /// Text of each label, frame and button, by the name of its control.
     std::map<std::string, std::string> labels;
     /// Of the file at hand, where the scale of the report is that of many.
     ProgressScale current = {};
+    /// Of the audio at hand, for a view that draws it; null otherwise. Shared, since reports are copied.
+    std::shared_ptr<const WaveOutline> outline = nullptr;
+    /// Bytes of silence that were found so far at the ends of that audio.
+    std::int32_t silenceBefore = 0;
+    std::int32_t silenceAfter = 0;
 };
 
 /// A progress dialog on show; it goes when it is destroyed.
@@ -39,6 +50,9 @@ class ProgressView {
     virtual ~ProgressView() = default;
 
     virtual void Show(const ProgressReport& report) = 0;
+
+    /// Whether it draws the outline of the report: whoever reports saves the reading otherwise.
+    virtual bool DrawsOutline() const { return false; }
 };
 
 /// All that a job may ask of the person in front of the machine.

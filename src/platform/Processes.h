@@ -18,6 +18,9 @@ class ToolWatch {
     ToolWatch& operator=(const ToolWatch&) = delete;
     virtual ~ToolWatch() = default;
 
+    /// A shown tool is about to start.
+    virtual void ToolStarts(const std::string& commandLine) = 0;
+
     /// A tool runs. Called at least every 20 milliseconds, so that a window stays alive meanwhile.
     virtual void ToolRuns() = 0;
 

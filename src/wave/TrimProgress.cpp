@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/Numbers.h"
+#include "wave/WaveOutline.h"
 
 namespace zefta {
 
@@ -10,6 +11,20 @@ namespace {
 
 constexpr std::int32_t BytesPerMinute = 10584000;
 constexpr std::int32_t BytesPerSecond = 176400;
+/// Finer than a dialog is wide.
+constexpr std::size_t OutlineColumns = 500;
+
+struct Caption {
+    const char* control;
+    std::int32_t message;
+};
+
+constexpr Caption Captions[] = {
+    {"frmTrim", 33802},        {"fraFormatting", 33801},  {"optFormatting0", 33802},
+    {"optFormatting1", 33803}, {"optFormatting2", 33804}, {"optFormatting3", 33805},
+    {"lblNonstop", 33806},     {"optFormatting4", 33804}, {"optFormatting5", 33805},
+    {"fraSilence", 33807},     {"lblStartOffset", 33808}, {"lblEndOffset", 33809},
+};
 
 std::string Filled(std::int32_t number, std::size_t digits) {
     const std::string text = std::to_string(number);
@@ -27,6 +42,12 @@ TrimWords LoadTrimWords(Messages& messages) {
     return {messages.GetMessage(33810), messages.GetMessage(33811), messages.GetMessage(33812),
             messages.GetMessage(33813), messages.GetMessage(33814), messages.GetMessage(33815),
             messages.GetMessage(33816)};
+}
+
+std::map<std::string, std::string> LoadTrimCaptions(Messages& messages) {
+    std::map<std::string, std::string> captions;
+    for (const Caption& caption : Captions) captions[caption.control] = messages.GetMessage(caption.message);
+    return captions;
 }
 
 std::string BytesText(const TrimWords& words, std::int32_t bytes) {
@@ -57,10 +78,13 @@ TrimProgress::TrimProgress(App& app, WaveFile& wave, std::unique_ptr<ProgressVie
     // Without a view there is nobody to make the texts for.
     if (!view_) return;
     words_ = LoadTrimWords(app.messages);
+    captions_ = LoadTrimCaptions(app.messages);
     wave.StartOffset = [this](std::int32_t bytes) {
+        report_.silenceBefore = bytes;
         ShowOffset({"lblStartOffsetValue", "lblFramesBefore", "lblBeforeMSF"}, bytes);
     };
     wave.EndOffset = [this](std::int32_t bytes) {
+        report_.silenceAfter = bytes;
         ShowOffset({"lblEndOffsetValue", "lblFramesAfter", "lblAfterMSF"}, bytes);
     };
     wave.MinStatus = [this](std::int32_t value) { report_.minimum = value; };
@@ -70,7 +94,11 @@ TrimProgress::TrimProgress(App& app, WaveFile& wave, std::unique_ptr<ProgressVie
 
 void TrimProgress::ShowFile(const std::string& path) {
     report_ = {};
+    report_.labels = captions_;
     report_.fileName = app_.ansi.ToText(path);
+    if (view_ && view_->DrawsOutline())
+        report_.outline =
+            std::make_shared<const WaveOutline>(ReadWaveOutline(app_.files, path, OutlineColumns));
     report_.labels["optFormatting"] = std::to_string(wave_.Format);
 }
 

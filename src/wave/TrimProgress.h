@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -21,6 +22,10 @@ struct TrimWords {
 };
 
 TrimWords LoadTrimWords(Messages& messages);
+
+/// The captions of the trim dialog by the names of their controls; that of an option button is followed by
+/// its index, the format that it stands for.
+std::map<std::string, std::string> LoadTrimCaptions(Messages& messages);
 
 // The forms in which the trim dialog shows a number of bytes. Times take every file for 16-bit stereo at
 // 44100 Hz.
@@ -69,6 +74,7 @@ class TrimProgress {
     WaveFile& wave_;
     std::unique_ptr<ProgressView> view_;
     TrimWords words_;
+    std::map<std::string, std::string> captions_;
     ProgressReport report_;
 };
 

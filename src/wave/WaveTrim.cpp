@@ -2,7 +2,9 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
+#include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/Folders.h"
 #include "platform/Paths.h"
@@ -42,7 +44,10 @@ class WaveTrim {
     void Run() {
         const FolderAndMask work = SplitFileSpec(app_.files, app_.state.FileSpec);
         std::set<std::string> done;
-        for (const std::string& name : FilesOf(app_.files, work)) {
+        const std::vector<std::string> names = FilesOf(app_.files, work);
+        Batch batch(app_, names.size());
+        for (const std::string& name : names) {
+            if (!batch.Next()) return;
             const std::string path = JoinPath(work.folder, name);
             // A rewritten file may show up again as a new entry: the walk has come round then.
             if (!done.insert(path).second) return;

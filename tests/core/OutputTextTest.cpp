@@ -38,7 +38,7 @@ const Case Cases[] = {
      {},
      "red xy"},
     {"control sequence in pieces", {"a\x1B", "[", "3", "1m", "b"}, {}, "ab"},
-    {"control sequence that a line end breaks", {"a\x1B[12\nb"}, {}, "ab"},
+    {"control sequence that a line end breaks", {"a\x1B[12\nb"}, {"a"}, "b"},
     {"characters in pieces", {"\xD0", "\xB0\xE2\x82", "\xAC"}, {}, "а€"},
     {"rewritten characters", {"абв\rгд"}, {}, "гдв"},
     {"bytes that are no text",

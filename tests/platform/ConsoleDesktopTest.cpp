@@ -84,8 +84,13 @@ TEST(ConsoleDesktop, Note_OnlyOnATerminalAndIsNoComplaint) {
 }
 
 TEST(ConsoleDesktop, Progress_OnlyOnATerminal) {
-    ProgressReport report{
-        "/music/a.wav", "Scanning...", 0, 200, 50, {{"lblMSFRemaining", "0 mins 01 secs remaining"}}};
+    ProgressReport report{ProgressKind::Trim,
+                          "/music/a.wav",
+                          "Scanning...",
+                          0,
+                          200,
+                          50,
+                          {{"lblMSFRemaining", "0 mins 01 secs remaining"}}};
     Terminal script;
     script.desktop.OpenProgress()->Show(report);
     EXPECT_EQ(script.error.str(), "");

@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -153,6 +154,7 @@ TEST_F(ProcessesTest, RunProgram_Hidden_OutputGoesNowhere) {
 /// Keeps what it is told and when.
 class RecordingWatch : public ToolWatch {
   public:
+    void ToolStarts(const std::string& commandLine) override { started.push_back(commandLine); }
     void ToolRuns() override {
         const auto now = Clock::now();
         if (ticks > 0) longestPause = std::max(longestPause, now - last);
@@ -163,6 +165,7 @@ class RecordingWatch : public ToolWatch {
     void ToolWrites(std::string_view piece) override { output += piece; }
 
     using Clock = std::chrono::steady_clock;
+    std::vector<std::string> started;
     std::string output;
     int ticks = 0;
     Clock::duration longestPause{};
@@ -189,7 +192,8 @@ std::string OutputOf(Step step) {
 
 TEST_F(FollowedToolsTest, RunProgram_ShownTool_WritesToTheWatchAlone) {
     AddTool("lame", "echo out; echo error >&2; printf 'no end'");
-    const std::string ours = OutputOf([&] { processes.RunProgram("lame.exe", true, NormalPriority); });
+    const std::string ours = OutputOf([&] { processes.RunProgram("lame.exe -h", true, NormalPriority); });
+    EXPECT_EQ(watch.started, std::vector<std::string>{"lame.exe -h"});
     EXPECT_EQ(watch.output, "out\nerror\nno end");
     EXPECT_EQ(ours, "");
 }
@@ -197,6 +201,7 @@ TEST_F(FollowedToolsTest, RunProgram_ShownTool_WritesToTheWatchAlone) {
 TEST_F(FollowedToolsTest, RunProgram_HiddenTool_WritesNowhere) {
     AddTool("lame", "echo noise; echo noise >&2");
     const std::string ours = OutputOf([&] { processes.RunProgram("lame.exe", false, NormalPriority); });
+    EXPECT_TRUE(watch.started.empty());
     EXPECT_EQ(watch.output, "");
     EXPECT_EQ(ours, "");
     EXPECT_GT(watch.ticks, 0);

@@ -12,11 +12,12 @@ namespace {
 
 class RecordingProgress : public ProgressView {
   public:
-    explicit RecordingProgress(std::vector<ProgressReport>& reports) : reports_(reports) {}
-    void Show(const ProgressReport& report) override { reports_.push_back(report); }
+    explicit RecordingProgress(ScriptedDesktop& desktop) : desktop_(desktop) {}
+    void Show(const ProgressReport& report) override { desktop_.reports.push_back(report); }
+    bool DrawsOutline() const override { return desktop_.drawsOutlines; }
 
   private:
-    std::vector<ProgressReport>& reports_;
+    ScriptedDesktop& desktop_;
 };
 
 template <typename T>
@@ -52,7 +53,7 @@ std::string ScriptedDesktop::ChooseFolder(const std::string& prompt, const std::
 
 std::unique_ptr<ProgressView> ScriptedDesktop::OpenProgress() {
     ++progressViewsOpened;
-    return std::make_unique<RecordingProgress>(reports);
+    return std::make_unique<RecordingProgress>(*this);
 }
 
 bool ScriptedDesktop::OpenDocument(const std::string& address) {
@@ -77,7 +78,13 @@ bool ScriptedDesktop::PlayPlaylist(const std::string& path, bool append) {
     return canPlay;
 }
 
+void ScriptedDesktop::ShowBatch(std::size_t item, std::size_t count) {
+    batches.emplace_back(item, count);
+    if (whenBatch) whenBatch(item, count);
+}
+
 bool ScriptedDesktop::IsCancelled() const {
+    if (asksToCancel && asksToCancel()) return true;
     return cancelsFromItem > 0 && !batches.empty() && batches.back().first >= cancelsFromItem;
 }
 
@@ -87,6 +94,7 @@ bool ScriptedDesktop::HasComplained() const {
 
 void RecordingProcesses::RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) {
     runs.push_back({commandLine, showWindow, priorityClass});
+    if (watch != nullptr && showWindow) watch->ToolStarts(commandLine);
     if (tool) tool(runs.back());
     if (watch != nullptr) watch->ToolRuns();
 }

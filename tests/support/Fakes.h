@@ -37,13 +37,17 @@ class ScriptedDesktop : public Desktop {
     std::vector<std::string> openedDocuments;
     std::vector<ProgressReport> reports;
     int progressViewsOpened = 0;
+    /// Whether its progress views ask for outlines.
+    bool drawsOutlines = false;
     int servedEvents = 0;
     /// What ServeEvents does beside being counted: the person acts while a job works.
     std::function<void()> whileServing;
     /// Item and count of each ShowBatch.
     std::vector<std::pair<std::size_t, std::size_t>> batches;
+    std::function<void(std::size_t item, std::size_t count)> whenBatch;
     /// The person cancels when a batch comes to that item; 0 for never.
     std::size_t cancelsFromItem = 0;
+    std::function<bool()> asksToCancel;
     struct Played {
         std::string path;
         std::string text;
@@ -74,7 +78,7 @@ class ScriptedDesktop : public Desktop {
     bool OpenDocument(const std::string& address) override;
     bool MoveToTrash(const std::string& path) override;
     bool PlayPlaylist(const std::string& path, bool append) override;
-    void ShowBatch(std::size_t item, std::size_t count) override { batches.emplace_back(item, count); }
+    void ShowBatch(std::size_t item, std::size_t count) override;
     bool IsCancelled() const override;
     bool HasComplained() const override;
 };
@@ -99,7 +103,7 @@ class RecordingProcesses : public Processes {
     ToolWatch* watch = nullptr;
     std::string ownPath = "/opt/zefta/zefta";
 
-    /// The watch is told once that the tool runs, behind what `tool` does.
+    /// The watch is told that a shown tool starts, and once that it runs, behind what `tool` does.
     void RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) override;
     void StartProgram(const std::string& commandLine) override;
     void FollowTools(ToolWatch* follower) override { watch = follower; }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "wave/TrimProgress.h"
+#include "wave/WaveOutline.h"
 #include "wave/WaveStage.h"
 
 namespace zefta::test {
@@ -114,6 +115,53 @@ TEST(TrimProgress, File_ShowsItsPathTheFormatAndTheStatus) {
     EXPECT_EQ(LabelOf(app, "lblMSFWritten"), "(none)");
     progress.ShowStatus(33818);
     EXPECT_EQ(app.desktop.reports.back().status, "Saving...");
+}
+
+TEST(TrimProgress, File_ShowsTheCaptionsOfAllControls) {
+    TestApp app;
+    WaveFile wave(app);
+    TrimProgress progress(app, wave, app.desktop.OpenProgress());
+    progress.ShowFile("a.wav");
+    progress.ShowStatus(33817);
+    EXPECT_EQ(app.desktop.reports.back().kind, ProgressKind::Trim);
+    const std::pair<const char*, const char*> rows[] = {
+        {"fraFormatting", "Formatting:"},    {"optFormatting0", "Trim silence"},
+        {"optFormatting1", "Normal track"},  {"optFormatting2", "First track"},
+        {"optFormatting3", "Last track"},    {"lblNonstop", "NON-STOP"},
+        {"optFormatting4", "First track"},   {"optFormatting5", "Last track"},
+        {"fraSilence", "Silence detected:"}, {"lblStartOffset", "Before:"},
+        {"lblEndOffset", "After:"},          {"frmTrim", "Trim silence"},
+    };
+    for (const auto& [control, text] : rows) EXPECT_EQ(LabelOf(app, control), text) << control;
+}
+
+TEST(TrimProgress, ViewThatDraws_GetsTheOutlineAndTheSilenceOfTheFile) {
+    TestApp app;
+    app.desktop.drawsOutlines = true;
+    WaveFile wave(app);
+    TrimProgress progress(app, wave, app.desktop.OpenProgress());
+    progress.ShowFile(app.folder.Write("a.wav", Wav().Tone(44100).Bytes()));
+    wave.StartOffset(1200);
+    wave.EndOffset(3400);
+    const ProgressReport& report = app.desktop.reports.back();
+    ASSERT_NE(report.outline, nullptr);
+    EXPECT_EQ(report.outline->bytes, 44100);
+    EXPECT_EQ(report.outline->channels.size(), 2u);
+    EXPECT_EQ(report.silenceBefore, 1200);
+    EXPECT_EQ(report.silenceAfter, 3400);
+    progress.ShowFile("none.wav");
+    progress.ShowStatus(33817);
+    EXPECT_EQ(app.desktop.reports.back().outline->bytes, 0);
+    EXPECT_EQ(app.desktop.reports.back().silenceBefore, 0);
+}
+
+TEST(TrimProgress, ViewThatDrawsNothing_CostsNoReading) {
+    TestApp app;
+    WaveFile wave(app);
+    TrimProgress progress(app, wave, app.desktop.OpenProgress());
+    progress.ShowFile(app.folder.Write("a.wav", Wav().Tone(44100).Bytes()));
+    progress.ShowStatus(33817);
+    EXPECT_EQ(app.desktop.reports.back().outline, nullptr);
 }
 
 TEST(TrimProgress, NoView_ShowsNothing) {

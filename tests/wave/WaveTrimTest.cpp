@@ -41,6 +41,15 @@ TEST_F(WaveTrimTest, NoFileSpec_WorksOnAllWavFilesOfTheCurrentFolder) {
     EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
+TEST_F(WaveTrimTest, Cancelled_EndsBehindTheFileAtHand) {
+    for (const char* name : {"a.wav", "b.wav", "c.wav"}) app.folder.Write(name, original);
+    app.desktop.cancelsFromItem = 2;
+    Run({"/before", "1", "/after", "1"});
+    int rewritten = 0;
+    for (const char* name : {"a.wav", "b.wav", "c.wav"}) rewritten += app.folder.Read(name) == trimmed;
+    EXPECT_EQ(rewritten, 1);
+}
+
 TEST_F(WaveTrimTest, FolderPart_IsWalkedInEveryForm) {
     std::filesystem::create_directory(app.folder / "sub");
     for (const std::string& spec :

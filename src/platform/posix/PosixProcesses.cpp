@@ -92,6 +92,7 @@ void PosixProcesses::RunProgram(const std::string& commandLine, bool showWindow,
     } else {
         child->streams = watch_ != nullptr ? ChildStreams::Watched : ChildStreams::OurOutput;
     }
+    if (child->streams == ChildStreams::Watched) watch_->ToolStarts(commandLine);
     RunChild(*child, watch_);
 }
 
