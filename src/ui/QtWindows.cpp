@@ -1,10 +1,14 @@
 #include "ui/QtWindows.h"
 
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <clocale>
 
 #include "core/Version.h"
+#include "platform/Machine.h"
 #include "ui/QtText.h"
 #include "ui/desktop/ExitWindowsDialog.h"
+#include "ui/desktop/OutputPane.h"
 #include "ui/info/ShowFileInformation.h"
 #include "ui/main/MainWindow.h"
 
@@ -25,12 +29,46 @@ std::unique_ptr<QApplication> MakeApplication() {
     return application;
 }
 
+/// The toolkit's own texts, such as those of its chooser of folders. Without a translation they stay English.
+void TranslateToolkit(QApplication& application, Language language) {
+    if (language != Language::Russian) return;
+    auto* texts = new QTranslator(&application);
+    if (texts->load("qtbase_ru", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(texts);
+}
+
+/// Where the desktop shows what tools write while the main window is there.
+class PaneOfTools {
+  public:
+    PaneOfTools(WindowDesktop& desktop, Processes& processes, OutputPane* pane)
+        : desktop_(desktop), processes_(processes) {
+        desktop_.WriteInto(pane);
+        processes_.FollowTools(&desktop_);
+    }
+    ~PaneOfTools() {
+        processes_.FollowTools(nullptr);
+        desktop_.WriteInto(nullptr);
+    }
+    PaneOfTools(const PaneOfTools&) = delete;
+    PaneOfTools& operator=(const PaneOfTools&) = delete;
+
+  private:
+    WindowDesktop& desktop_;
+    Processes& processes_;
+};
+
 }  // namespace
 
-QtWindows::QtWindows() : application_(MakeApplication()) {}
+QtWindows::QtWindows()
+    : application_(MakeApplication()), language_(LanguageOfTag(ReadMachine().language)), desktop_(language_) {
+    TranslateToolkit(*application_, language_);
+}
 
 void QtWindows::RunMainWindow(App& app) {
     MainWindow window(app);
+    auto* pane = new OutputPane(language_, &window);
+    window.addDockWidget(Qt::BottomDockWidgetArea, pane);
+    const PaneOfTools paneOfTools(desktop_, app.processes, pane);
     window.show();
     QApplication::exec();
 }

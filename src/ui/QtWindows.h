@@ -20,6 +20,7 @@ class QtWindows : public Windows {
 
   private:
     std::unique_ptr<QApplication> application_;
+    Language language_;
     zefta::WindowDesktop desktop_;
 };
 

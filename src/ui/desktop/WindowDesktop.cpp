@@ -1,13 +1,22 @@
 #include "ui/desktop/WindowDesktop.h"
 
 #include <QApplication>
-#include <QDir>
+#include <QFile>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
+#include <utility>
 
 #include "platform/OpenDocument.h"
 #include "ui/QtText.h"
+#include "ui/WindowTexts.h"
+#include "ui/desktop/BatchView.h"
+#include "ui/desktop/BoxText.h"
+#include "ui/desktop/CopyPlaylistDialog.h"
+#include "ui/desktop/InputDialog.h"
+#include "ui/desktop/MediaPlayers.h"
+#include "ui/desktop/TrimDialog.h"
 
 namespace zefta {
 
@@ -24,59 +33,160 @@ QMessageBox::Icon IconOf(BoxKind kind) {
     }
 }
 
-/// Shows what is missing of progress nowhere.
-class NoProgressView : public ProgressView {
-  public:
-    void Show(const ProgressReport& report) override { (void)report; }
+/// The window that the person works in: none of ours is active while another program is in front.
+QWidget* WindowAtHand() {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    if (QWidget* active = QApplication::activeWindow()) return active;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog))
+            return window;
+    }
+    return nullptr;
+}
+
+/// A button of a box with its caption in the language of the program.
+struct BoxButton {
+    QMessageBox::StandardButton button;
+    WindowText caption;
 };
+
+void AddButtons(QMessageBox& box, Language language, const std::vector<BoxButton>& buttons) {
+    for (const BoxButton& button : buttons)
+        box.addButton(button.button)->setText(OwnText(language, button.caption));
+}
+
+/// Bytes that the toolkit can't tell as a name would name another file, or none.
+std::optional<QString> NameForToolkit(const std::string& path) {
+    const QString name = QFile::decodeName(path.c_str());
+    if (QFile::encodeName(name).toStdString() != path) return std::nullopt;
+    return name;
+}
 
 }  // namespace
 
+/// The dialog of one job, made when it is known which one it is.
+class ProgressDialogView : public ProgressView {
+  public:
+    explicit ProgressDialogView(WindowDesktop& desktop) : desktop_(desktop) {
+        desktop_.progress_.push_back(this);
+    }
+
+    ~ProgressDialogView() override {
+        std::erase(desktop_.progress_, this);
+        delete dialog_;
+    }
+
+    void Show(const ProgressReport& report) override {
+        const bool isFirst = !wasShown_;
+        wasShown_ = true;
+        if (isFirst) Make(report.kind);
+        if (!dialog_) return;
+        dialog_->ShowReport(report);
+        if (isFirst) dialog_->show();
+    }
+
+    bool DrawsOutline() const override { return true; }
+    bool IsCancelled() const { return dialog_ && dialog_->IsCancelled(); }
+
+  private:
+    void Make(ProgressKind kind) {
+        if (kind == ProgressKind::Trim) {
+            dialog_ = new TrimDialog(desktop_.language_, WindowAtHand());
+        } else {
+            dialog_ = new CopyPlaylistDialog(desktop_.language_, WindowAtHand());
+        }
+    }
+
+    WindowDesktop& desktop_;
+    /// Goes with the window that it stands over, should that be closed first.
+    QPointer<ProgressDialog> dialog_;
+    bool wasShown_ = false;
+};
+
+WindowDesktop::WindowDesktop(Language language, std::optional<QDBusConnection> bus)
+    : language_(language), bus_(std::move(bus)) {}
+
 void WindowDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
     if (kind != BoxKind::Plain) hasComplained_ = true;
-    QMessageBox box(IconOf(kind), ToQt(caption), ToQt(text), QMessageBox::Ok, QApplication::activeWindow());
+    QMessageBox box(IconOf(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton, WindowAtHand());
     box.setTextFormat(Qt::PlainText);
+    AddButtons(box, language_, {{QMessageBox::Ok, WindowText::BoxOk}});
     box.exec();
 }
 
 bool WindowDesktop::AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) {
-    QMessageBox box(QMessageBox::Question, ToQt(caption), ToQt(text), QMessageBox::Yes | QMessageBox::No,
-                    QApplication::activeWindow());
+    QMessageBox box(QMessageBox::Question, ToQt(caption), BoxText(text), QMessageBox::NoButton,
+                    WindowAtHand());
     box.setTextFormat(Qt::PlainText);
+    AddButtons(box, language_,
+               {{QMessageBox::Yes, WindowText::BoxYes}, {QMessageBox::No, WindowText::BoxNo}});
     box.setDefaultButton(noIsDefault ? QMessageBox::No : QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;
 }
 
 std::string WindowDesktop::AskInput(const std::string& prompt, const std::string& title,
                                     const std::string& defaultAnswer) {
-    bool accepted = false;
-    const QString answer = QInputDialog::getText(QApplication::activeWindow(), ToQt(title), ToQt(prompt),
-                                                 QLineEdit::Normal, ToQt(defaultAnswer), &accepted);
-    return accepted ? FromQt(answer) : std::string();
+    InputDialog dialog(language_, {prompt, title, defaultAnswer}, WindowAtHand());
+    return dialog.exec() == QDialog::Accepted ? dialog.Answer() : std::string();
 }
 
 std::string WindowDesktop::ChooseFolder(const std::string& prompt, const std::string& title,
                                         const std::string& startFolder) {
-    (void)title;
-    const QString folder = QFileDialog::getExistingDirectory(QApplication::activeWindow(), ToQt(prompt),
-                                                             QFile::decodeName(startFolder.c_str()));
-    return QFile::encodeName(folder).toStdString();
+    // The dialog has one line for words: what is asked matters more than who asks.
+    QFileDialog dialog(WindowAtHand(), ToQt(prompt.empty() ? title : prompt));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    const auto start = NameForToolkit(startFolder);
+    if (start && QDir(*start).exists()) dialog.setDirectory(*start);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
 }
 
 void WindowDesktop::Note(const std::string& text) {
-    (void)text;
+    if (pane_) pane_->AddLine(text);
 }
 
 std::unique_ptr<ProgressView> WindowDesktop::OpenProgress() {
-    return std::make_unique<NoProgressView>();
+    return std::make_unique<ProgressDialogView>(*this);
 }
 
 void WindowDesktop::ServeEvents() {
+    constexpr qint64 MillisecondsBetween = 10;
+    if (sinceServed_.isValid() && !sinceServed_.hasExpired(MillisecondsBetween)) return;
     QApplication::processEvents();
+    sinceServed_.start();
 }
 
 bool WindowDesktop::OpenDocument(const std::string& address) {
     return zefta::OpenDocument(address);
+}
+
+bool WindowDesktop::MoveToTrash(const std::string& path) {
+    const auto name = NameForToolkit(path);
+    return name && QFile::moveToTrash(*name);
+}
+
+bool WindowDesktop::PlayPlaylist(const std::string& path, bool append) {
+    return MediaPlayers(bus_ ? *bus_ : QDBusConnection::sessionBus()).Play(path, append) ||
+           OpenDocument(path);
+}
+
+void WindowDesktop::ShowBatch(std::size_t item, std::size_t count) {
+    if (batchView_ != nullptr) batchView_->ShowBatch(item, count);
+}
+
+bool WindowDesktop::IsCancelled() const {
+    return (batchView_ != nullptr && batchView_->IsCancelled()) ||
+           std::any_of(progress_.begin(), progress_.end(),
+                       [](const ProgressDialogView* view) { return view->IsCancelled(); });
+}
+
+void WindowDesktop::ToolStarts(const std::string& commandLine) {
+    if (pane_) pane_->Begin(commandLine);
+}
+
+void WindowDesktop::ToolWrites(std::string_view output) {
+    if (pane_) pane_->Write(output);
 }
 
 }  // namespace zefta

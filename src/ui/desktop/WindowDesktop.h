@@ -1,16 +1,35 @@
 #pragma once
 
+#include <QDBusConnection>
+#include <QElapsedTimer>
+#include <QPointer>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "core/MessageTable.h"
 #include "platform/Desktop.h"
+#include "platform/Processes.h"
+#include "ui/desktop/OutputPane.h"
 
 namespace zefta {
 
+class BatchView;
+class ProgressDialogView;
+
 /// Boxes, questions, choosers and progress as windows of the toolkit. Needs a QApplication that lives as
-/// long.
-class WindowDesktop : public Desktop {
+/// long. Every window stands over the one that the person works in.
+class WindowDesktop : public Desktop, public ToolWatch {
   public:
+    /// Players are sought on `bus`, or on that of the session when there is none.
+    explicit WindowDesktop(Language language, std::optional<QDBusConnection> bus = std::nullopt);
+
+    /// Where batches show how far they are and are ended; null for nowhere.
+    void ShowBatchesIn(BatchView* view) { batchView_ = view; }
+    /// Where notes and the output of tools are shown; null for nowhere.
+    void WriteInto(OutputPane* pane) { pane_ = pane; }
+
     void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
     bool AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) override;
     std::string AskInput(const std::string& prompt, const std::string& title,
@@ -19,11 +38,29 @@ class WindowDesktop : public Desktop {
                              const std::string& startFolder) override;
     void Note(const std::string& text) override;
     std::unique_ptr<ProgressView> OpenProgress() override;
+    /// At most every 10 milliseconds: jobs call it thousands of times a second.
     void ServeEvents() override;
     bool OpenDocument(const std::string& address) override;
+    bool MoveToTrash(const std::string& path) override;
+    bool PlayPlaylist(const std::string& path, bool append) override;
+    void ShowBatch(std::size_t item, std::size_t count) override;
+    bool IsCancelled() const override;
     bool HasComplained() const override { return hasComplained_; }
 
+    void ToolStarts(const std::string& commandLine) override;
+    void ToolRuns() override { ServeEvents(); }
+    void ToolWrites(std::string_view output) override;
+
   private:
+    friend class ProgressDialogView;
+
+    Language language_;
+    std::optional<QDBusConnection> bus_;
+    BatchView* batchView_ = nullptr;
+    QPointer<OutputPane> pane_;
+    /// Progress dialogs on show.
+    std::vector<const ProgressDialogView*> progress_;
+    QElapsedTimer sinceServed_;
     bool hasComplained_ = false;
 };
 

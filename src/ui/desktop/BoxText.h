@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+namespace zefta {
+
+/// A text of ours as a box shows it: with line ends as the toolkit has them, and places at which a long path
+/// or name may be broken, which the eye does not see.
+QString BoxText(const std::string& text);
+
+}  // namespace zefta
