@@ -10,6 +10,7 @@
 #include "core/Agent.h"
 #include "core/Version.h"
 #include "platform/StandardStreams.h"
+#include "platform/Termination.h"
 #include "platform/posix/AgentSocket.h"
 #include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/PosixFileSystem.h"
@@ -64,6 +65,8 @@ int Serve(AgentServer& server, const Machine& machine) {
 
 int main(int argc, char** argv) {
     FillStandardStreams();
+    // From here on the socket is removed however the agent is asked to end.
+    TerminationDescriptor();
     // An agent that was asked to close a moment ago may still be on its way out.
     constexpr int MillisecondsToLeave = 2000;
     const auto server = ServeAgent(AgentTitle(), MillisecondsToLeave);

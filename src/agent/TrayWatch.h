@@ -14,7 +14,7 @@ class TrayWatch : public QObject {
     /// How often it looks, and which look without success is the one after which the person is told.
     struct Patience {
         int millisecondsBetweenLooks = 1000;
-        int looksBeforeComplaint = 10;
+        int looksBeforeComplaint = 5;
     };
 
     TrayWatch(std::function<bool()> isThere, Patience patience);
