@@ -6,8 +6,8 @@
 
 #include "library/ReadableColour.h"
 #include "ui/Resources.h"
-#include "ui/list/RowWords.h"
 #include "ui/list/OneLineText.h"
+#include "ui/list/RowWords.h"
 
 namespace zefta {
 

@@ -107,6 +107,7 @@ void FolderBrowser::RefreshContents() {
     }
     view_->SetNote(note);
     ShowRows(std::move(contents.entries));
+    for (const int panel : {2, 3, 4}) panels_.SetStatusText(panel, {});
     emit ListChanged();
     scan_->Start(folder_, contents.otherFiles);
 }

@@ -47,12 +47,9 @@ std::string UnitsText(int pixels) {
     return NumberText(pixels * UnitsPerPixel);
 }
 
-/// Of the window in its normal state, whatever state it is in.
+/// Of the window in its normal state, whatever state it is in. That of a maximised one has no frame.
 QRect NormalPlace(const QWidget& window) {
-    if (!window.isMaximized()) return {window.pos(), window.size()};
-    const QRect normal = window.normalGeometry();
-    const QPoint frame = window.geometry().topLeft() - window.pos();
-    return {normal.topLeft() - frame, normal.size()};
+    return window.isMaximized() ? window.normalGeometry() : QRect(window.pos(), window.size());
 }
 
 QList<QRect> Screens() {

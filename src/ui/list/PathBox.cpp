@@ -37,9 +37,9 @@ PathBox::PathBox(App& app, QWidget* parent)
     setAccessibleName(OwnText(app, WindowText::FolderBox));
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
-    // Else an entered text that is in the list would come twice, typed and chosen.
-    setDuplicatesEnabled(true);
     setCompleter(nullptr);
+    // Else a typed text that is in the list would count as chosen as soon as the box is left.
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     auto* completer = new QCompleter(offers_, this);
@@ -54,6 +54,7 @@ PathBox::PathBox(App& app, QWidget* parent)
 
 void PathBox::ShowPath(const std::string& path) {
     path_ = path;
+    setCurrentIndex(findData(QByteArray::fromStdString(path)));
     setEditText(ToQt(app_.ansi.ToText(path)));
 }
 

@@ -1,0 +1,178 @@
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QHelpEvent>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QUrl>
+
+#include "ui/ListStage.h"
+
+namespace zefta::test {
+namespace {
+
+class FileListMouse : public ListStage {
+  protected:
+    void SetUp() override {
+        for (const char* name : {"a.mp3", "b.mp3", "c.wav"}) app.folder.Write(name, "");
+        app.files.CreateFolder(app.folder / "sub");
+        OpenWhole();
+        Show();
+    }
+
+    void Click(const std::string& name, Qt::MouseButton button, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(browser.View()->viewport(), button, modifiers, PointOn(name));
+    }
+
+    /// Drops what the addresses name; whether the view took it.
+    bool Drop(const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(browser.View()->viewport(), &enter);
+        if (!enter.isAccepted()) return false;
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(browser.View()->viewport(), &drop);
+        return drop.isAccepted();
+    }
+
+    QUrl UrlOf(const std::string& name) { return QUrl::fromLocalFile(ToQt(app.folder / name)); }
+};
+
+TEST_F(FileListMouse, DoubleClick_ActivatesTheRow) {
+    BrowserRow activated;
+    QObject::connect(&browser, &FolderBrowser::RowActivated, [&](const BrowserRow& row) { activated = row; });
+    Click("b.mp3", Qt::LeftButton);
+    QTest::mouseDClick(browser.View()->viewport(), Qt::LeftButton, {}, PointOn("b.mp3"));
+    EXPECT_EQ(activated, (BrowserRow{RowIcon::Compressed, "b.mp3"}));
+}
+
+TEST_F(FileListMouse, RightButton_SelectsARowThatIsNotSelectedAlone) {
+    browser.SetIconSelected(RowIcon::Compressed, true);
+    Texts atMenu;
+    QObject::connect(&browser, &FolderBrowser::MenuRequested, [&] { atMenu = SelectedNames(); });
+    QTest::mousePress(browser.View()->viewport(), Qt::RightButton, {}, PointOn("c.wav"));
+    EXPECT_EQ(atMenu, Texts{"c.wav"});
+    EXPECT_EQ(browser.FocusedRow()->name, "c.wav");
+}
+
+TEST_F(FileListMouse, RightButton_KeepsASelectionThatItIsIn) {
+    browser.SetIconSelected(RowIcon::Compressed, true);
+    QSignalSpy menus(&browser, &FolderBrowser::MenuRequested);
+    QTest::mousePress(browser.View()->viewport(), Qt::RightButton, {}, PointOn("b.mp3"));
+    EXPECT_EQ(menus.size(), 1);
+    EXPECT_EQ(SelectedNames(), (Texts{"a.mp3", "b.mp3"}));
+    EXPECT_EQ(browser.FocusedRow()->name, "b.mp3");
+}
+
+TEST_F(FileListMouse, RightButtonBelowTheRows_AsksForNoMenu) {
+    QSignalSpy menus(&browser, &FolderBrowser::MenuRequested);
+    QTest::mousePress(browser.View()->viewport(), Qt::RightButton, {},
+                      browser.View()->viewport()->rect().bottomLeft() + QPoint(20, -5));
+    EXPECT_EQ(menus.size(), 0);
+}
+
+TEST_F(FileListMouse, MenuKey_AsksForTheMenuOfTheFocusedRow) {
+    browser.SelectOnly("b.mp3");
+    QSignalSpy menus(&browser, &FolderBrowser::MenuRequested);
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, {});
+    QCoreApplication::sendEvent(browser.View()->viewport(), &key);
+    ASSERT_EQ(menus.size(), 1);
+    const QPoint place = browser.View()->viewport()->mapFromGlobal(menus.first().first().toPoint());
+    EXPECT_LT((place - PointOn("b.mp3")).manhattanLength(), browser.View()->width());
+    EXPECT_NEAR(place.y(), PointOn("b.mp3").y(),
+                browser.View()->visualRect(browser.View()->currentIndex()).height());
+}
+
+TEST_F(FileListMouse, WhileCommandsAreOff_NothingStarts) {
+    browser.SetCommandsEnabled(false);
+    QSignalSpy menus(&browser, &FolderBrowser::MenuRequested);
+    QSignalSpy activations(&browser, &FolderBrowser::RowActivated);
+    QTest::mousePress(browser.View()->viewport(), Qt::RightButton, {}, PointOn("b.mp3"));
+    QTest::mouseDClick(browser.View()->viewport(), Qt::LeftButton, {}, PointOn("b.mp3"));
+    EXPECT_FALSE(Drop({UrlOf("sub")}));
+    EXPECT_EQ(menus.size() + activations.size(), 0);
+    EXPECT_EQ(browser.Folder(), app.folder.Path());
+    EXPECT_FALSE(Child<QComboBox>("cmbPath").isEnabled());
+    EXPECT_FALSE(Child<QComboBox>("drvBox").isEnabled());
+    browser.SetCommandsEnabled(true);
+    QTest::mouseDClick(browser.View()->viewport(), Qt::LeftButton, {}, PointOn("b.mp3"));
+    EXPECT_EQ(activations.size(), 1);
+}
+
+TEST_F(FileListMouse, OneFolderDropped_IsEnteredAsIfTyped) {
+    QSignalSpy refused(static_cast<FileListView*>(browser.View()), &FileListView::DropRefused);
+    EXPECT_TRUE(Drop({UrlOf("sub")}));
+    EXPECT_EQ(browser.Folder(), app.folder / "sub");
+    EXPECT_EQ(PathText(), app.folder / "sub");
+    EXPECT_EQ(browser.History(), Texts{app.folder / "sub"});
+    EXPECT_EQ(refused.size(), 0);
+}
+
+TEST_F(FileListMouse, FolderOfBytes_IsEnteredByItsBytes) {
+    const std::string name = "caf\xE9";
+    app.files.CreateFolder(app.folder / name);
+    EXPECT_TRUE(Drop({QUrl::fromEncoded(("file://" + app.folder.Path() + "/caf%E9").c_str())}));
+    EXPECT_EQ(browser.Folder(), app.folder / name);
+}
+
+TEST_F(FileListMouse, AnythingElseDropped_IsRefusedWithABeep) {
+    app.files.CreateFolder(app.folder / "sub2");
+    QSignalSpy refused(static_cast<FileListView*>(browser.View()), &FileListView::DropRefused);
+    EXPECT_FALSE(Drop({UrlOf("sub"), UrlOf("sub2")}));
+    EXPECT_FALSE(Drop({UrlOf("a.mp3")}));
+    EXPECT_FALSE(Drop({UrlOf("missing")}));
+    EXPECT_FALSE(Drop({QUrl("https://kestrin.example/")}));
+    EXPECT_EQ(refused.size(), 4);
+    EXPECT_EQ(browser.Folder(), app.folder.Path());
+}
+
+TEST_F(FileListMouse, CutText_IsToldWhole) {
+    const std::string name = "<b>" + std::string(100, 'w') + ".mp3";
+    app.folder.Write(name, "");
+    browser.RefreshContents();
+    browser.FinishScan();
+    const QPoint point = PointOn(name);
+    QHelpEvent help(QEvent::ToolTip, point, browser.View()->viewport()->mapToGlobal(point));
+    QCoreApplication::sendEvent(browser.View()->viewport(), &help);
+    EXPECT_TRUE(QToolTip::text().contains(ToQt(name).toHtmlEscaped())) << FromQt(QToolTip::text());
+    QToolTip::hideText();
+}
+
+TEST_F(FileListMouse, TypedLetters_GoToTheName) {
+    browser.View()->setFocus();
+    QTest::keyClicks(browser.View(), "c.w");
+    EXPECT_EQ(browser.FocusedRow()->name, "c.wav");
+}
+
+TEST_F(FileListMouse, Columns_FitTheirRowsUntilThePersonWantsElse) {
+    auto& view = static_cast<FileListView&>(*browser.View());
+    app.folder.Write("a name that takes its room.mp3", "");
+    browser.RefreshContents();
+    browser.FinishScan();
+    EXPECT_TRUE(browser.ColumnWidths().empty());
+    view.setColumnWidth(1, 333);
+    const std::vector<int> widths = browser.ColumnWidths();
+    ASSERT_EQ(widths.size(), 8U);
+    EXPECT_EQ(widths[1], 333);
+    browser.RefreshContents();
+    QTest::qWait(20);
+    EXPECT_EQ(browser.ColumnWidths(), widths);
+}
+
+TEST_F(FileListMouse, FirstFolderWithFiles_SetsTheWidths) {
+    FolderBrowser other(app, panels);
+    other.resize(800, 500);
+    other.show();
+    app.folder.Write("a name that takes quite some room.mp3", "");
+    QSignalSpy finished(&other, &FolderBrowser::ScanFinished);
+    other.ShowFirstFolder(app.folder.Path());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return finished.size() == 1; }));
+    const auto& view = static_cast<FileListView&>(*other.View());
+    EXPECT_GT(view.columnWidth(0),
+              view.fontMetrics().horizontalAdvance("a name that takes quite some room.mp3"));
+    EXPECT_TRUE(other.ColumnWidths().empty());
+}
+
+}  // namespace
+}  // namespace zefta::test
