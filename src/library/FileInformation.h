@@ -19,6 +19,8 @@ struct FileInformation {
     /// MP3 alone: the file is to have an ID3v2 tag.
     bool EnableID3v2 = false;
     bool RemoveUnknownFrames = false;
+    /// All of its tags was read. Otherwise the values are not to be saved: they would take away the rest.
+    bool IsWhole = false;
 };
 
 /// The file as it is now, read by the kind that its name tells. Tag.Path is "" when it can't be opened. A

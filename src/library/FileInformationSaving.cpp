@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "core/Boxes.h"
 #include "core/FileKind.h"
@@ -80,6 +81,17 @@ void PutInformation(ID3Tag& tag, const FileInformation& information) {
     if (information.RemoveUnknownFrames) tag.ID3v2Extension.UnknownFrames.clear();
 }
 
+/// Frames in front of the stream are no items of its APE tag, which takes their values over: these need not
+/// fit into the code page.
+void ReadMPEGplus(App& app, const std::string& path, ID3Tag& tag) {
+    ReadMPEGplusFile({app.files, app.ansi, UnknownContent::Carry}, path, tag);
+    if (!tag.ID3v2Present) return;
+    std::string items = std::move(tag.ID3v2Extension.UnknownFrames);
+    tag = {};
+    ReadMPEGplusFile({app.files, app.ansi, UnknownContent::HandOver}, path, tag);
+    tag.ID3v2Extension.UnknownFrames = std::move(items);
+}
+
 void ReadByKind(App& app, const std::string& path, ID3Tag& tag) {
     // As it goes back: what were not found here would be taken away there.
     const FileReading reading = {app.files, app.ansi, UnknownContent::Carry};
@@ -88,7 +100,7 @@ void ReadByKind(App& app, const std::string& path, ID3Tag& tag) {
     } else if (IsOggFile(path)) {
         ReadOGGFile(reading, path, tag);
     } else if (IsMPEGplusFile(path)) {
-        ReadMPEGplusFile(reading, path, tag);
+        ReadMPEGplus(app, path, tag);
     }
 }
 
@@ -103,6 +115,17 @@ ID3Tag ReadForSaving(App& app, const std::string& path) {
     }
     tag.Path = path;
     return tag;
+}
+
+/// False when the file can't be opened or its tags can't be read.
+bool ReadTagsAlone(App& app, const std::string& path, ID3Tag& tag) {
+    try {
+        const auto file = app.files.OpenReadOnly(path);
+        if (file) ReadMP3Tags(*file, app.ansi, tag);
+        return file != nullptr;
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 /// The writer of Ogg Vorbis puts a new file in the place of one that is read-only too.
@@ -171,7 +194,10 @@ SaveOutcome Save(App& app, const std::string& path, const FileInformation& infor
 
 FileInformation LoadFileInformation(App& app, const std::string& path) {
     FileInformation information;
-    CheckRuntimeError(app, [&] { ReadByKind(app, path, information.Tag); });
+    const bool failed = CheckRuntimeError(app, [&] { ReadByKind(app, path, information.Tag); });
+    information.IsWhole = !failed && !information.Tag.Path.empty();
+    // A stream that can't be measured has its tags all the same.
+    if (failed && IsMP3File(path)) information.IsWhole = ReadTagsAlone(app, path, information.Tag);
     information.TrackNumber = TrackTextOf(information.Tag);
     information.EnableID3v2 = information.Tag.ID3v2Present;
     return information;

@@ -1,7 +1,7 @@
 #include "library/InformationText.h"
 
-#include <algorithm>
 #include <span>
+#include <sstream>
 #include <string_view>
 
 #include "core/FileKind.h"
@@ -10,16 +10,24 @@
 #include "core/Strings.h"
 #include "library/FileInformation.h"
 #include "library/InformationFields.h"
+#include "platform/Text.h"
 #include "tags/TagText.h"
 
 namespace zefta {
 
 namespace {
 
+bool IsControl(char32_t character) {
+    return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+
+/// A terminal must not take anything in a file for a command.
 std::string InOneLine(std::string_view value) {
-    std::string line(value);
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
-    std::replace_if(line.begin(), line.end(), isControl, ' ');
+    std::string line;
+    for (std::size_t at = 0; at < value.size();) {
+        const char32_t character = NextCharacter(value, at).value_or(U'\uFFFD');
+        AppendUtf8(line, IsControl(character) ? U' ' : character);
+    }
     return line;
 }
 
@@ -28,6 +36,14 @@ class Lines {
     explicit Lines(App& app) : app_(app) {}
 
     void Add(std::string_view text) { text_.append(text).append("\n"); }
+    /// Of a text whose last line may have an end or not.
+    void AddLines(const std::string& text) {
+        std::istringstream rest(text);
+        for (std::string line; std::getline(rest, line);) {
+            if (line.ends_with('\r')) line.pop_back();
+            Add(InOneLine(line));
+        }
+    }
     void Heading(std::int32_t message) { Add("\n" + app_.messages.GetMessage(message)); }
     void Field(std::int32_t label, std::string_view value) {
         Add(Trim(app_.messages.GetMessage(label) + ": " + InOneLine(ShownText(value))));
@@ -83,11 +99,9 @@ std::string InformationText(App& app, const std::string& path) {
     FileInformation information = LoadFileInformation(app, path);
     if (information.Tag.Path.empty()) return {};
     Lines lines(app);
-    lines.Add(app.ansi.ToText(path));
-    std::string facts = ReplaceAll(MeasuresText(information.Tag), "\r\n", "\n");
-    if (const std::string encoder = EncoderText(information.Tag); !encoder.empty()) facts += encoder + "\n";
-    facts.pop_back();
-    lines.Add(facts);
+    lines.Add(InOneLine(app.ansi.ToText(path)));
+    lines.AddLines(MeasuresText(information.Tag));
+    lines.AddLines(EncoderText(information.Tag));
     if (IsMP3File(path)) {
         AddMP3(app, lines, information);
     } else if (IsOggFile(path)) {

@@ -73,6 +73,7 @@ constexpr std::array Rows = {
     Row{WindowText::ProgressOfAll, "Progress of the whole work", "Ход всей работы"},
     Row{WindowText::TrimPicture, "Waveform; what is trimmed at both ends is shaded", "Форма волны; обрезаемое с обоих концов затенено"},
     Row{WindowText::ToolOutput, "Output of the tools", "Вывод программ"},
+    Row{WindowText::InfoTooLong, "Too long to be edited here: this is its beginning", "Слишком длинно для правки здесь: показано начало"},
     // clang-format on
 };
 

@@ -69,6 +69,7 @@ enum class WindowText : std::uint8_t {
     ProgressOfAll,
     TrimPicture,
     ToolOutput,
+    InfoTooLong,
     Count,
 };
 

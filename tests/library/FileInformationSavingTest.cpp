@@ -281,6 +281,26 @@ TEST_F(FileInformationSavingTest, FailureOfAReader_IsShownAndWhatWasReadStands) 
     EXPECT_EQ(app.folder.Read("a.mp3"), bytes);
 }
 
+TEST_F(FileInformationSavingTest, TagsOfAStreamThatCantBeMeasured_AreWhole) {
+    // More than 32767 kbps.
+    const std::string stream = Mp3().Block("Xing", 39).Size(5000000).Bytes();
+    app.folder.Write("a.mp3", Id3v2(TextFrame("TIT2", "Song"), 502) + stream);
+    const FileInformation information = LoadFileInformation(app, app.folder / "a.mp3");
+    EXPECT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_TRUE(information.IsWhole);
+    EXPECT_TRUE(information.EnableID3v2);
+    EXPECT_EQ(information.Tag.ID3v2Extension.TrackTitle, "Song");
+}
+
+TEST_F(FileInformationSavingTest, TagsThatAreReadInPart_AreNotWhole) {
+    app.folder.Write("a.mp3", Mp3().Size(1500).Bytes() + "LYRICSBEGIN......LYRICSEND");
+    app.folder.Write("b.mpc", Mpc7(0) + Audio(500));
+    for (const char* name : {"a.mp3", "b.mpc", "none.ogg"})
+        EXPECT_FALSE(LoadFileInformation(app, app.folder / name).IsWhole) << name;
+    app.folder.Write("a.mp3", Mp3().Size(1500).Bytes());
+    EXPECT_TRUE(LoadFileInformation(app, app.folder / "a.mp3").IsWhole);
+}
+
 // --- Ogg Vorbis
 
 TEST_F(FileInformationSavingTest, Ogg_WritesTheFieldsAndThenTheExtendedComments) {
@@ -351,6 +371,23 @@ TEST_F(FileInformationSavingTest, MPEGplus_HasAnAPETagAloneAfterwards) {
                                                      .Item("Album", "Debut")
                                                      .Item("Composer", "Bach")
                                                      .Bytes());
+}
+
+TEST_F(FileInformationSavingTest, MPEGplusValuesOfID3v2_NeedNotFitIntoTheCodePage) {
+    const std::string stream = Mpc7(1000) + Audio(500);
+    const std::string title = "\x03Бьорк";
+    const std::string frame = "TIT2\0\0\0"s + static_cast<char>(title.size()) + "\0\0"s + title;
+    app.folder.Write("a.mpc", Id3v2(frame + RawFrame("APIC", Audio(50)), 502) + stream + Id3v1{}.Bytes());
+    EXPECT_EQ(SaveAsItIs("a.mpc"), SaveOutcome::Done);
+    EXPECT_EQ(app.folder.Read("a.mpc"), stream + Ape().Item("Title", "Бьорк").Bytes());
+}
+
+TEST_F(FileInformationSavingTest, MPEGplusID3v2ThatCantBeRead_IsNotTakenAwayUnlessTheLossIsTaken) {
+    const std::string compressed = "TIT2"s + "\0\0\0\x05"s + "\0\x80"s + "\0abcd"s;
+    const std::string before = Id3v2(compressed, 502) + Mpc7(1000) + Audio(500) + Id3v1{}.Bytes();
+    app.folder.Write("a.mpc", before);
+    EXPECT_EQ(SaveAsItIs("a.mpc"), SaveOutcome::WouldLose);
+    EXPECT_EQ(app.folder.Read("a.mpc"), before);
 }
 
 TEST_F(FileInformationSavingTest, MPEGplusUnknownItems_StayOrAreRemoved) {

@@ -56,6 +56,20 @@ TEST_F(InformationTextTest, MPEGplus_HasItsTag) {
     EXPECT_TRUE(text.ends_with("\nRemove unknown frames while updating file (0K)\n")) << text;
 }
 
+TEST_F(InformationTextTest, ControlCharacters_NeverReachATerminal) {
+    // Bytes that code page 1252 leaves undefined are control characters beyond ASCII.
+    const Id3v1 tag = {.title =
+                           "a\x1B[2Jb\x90"
+                           "c\x9D"
+                           "d"};
+    const std::string bytes = Mp3().Block("Info", 100, "LA\x1B[1mME").Size(1000).Bytes() + tag.Bytes();
+    const std::string text = TextOf("a\x1B\nb.mp3", bytes);
+    EXPECT_TRUE(text.starts_with((app.folder / "a  b.mp3") + "\n")) << text;
+    EXPECT_NE(text.find("\nLA [1mME\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\nTitle: a [2Jb c d\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find('\x1B'), std::string::npos);
+}
+
 TEST_F(InformationTextTest, FileThatCantBeOpened_HasNone) {
     EXPECT_EQ(InformationText(app, app.folder / "none.mp3"), "");
 }

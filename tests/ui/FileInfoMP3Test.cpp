@@ -1,48 +1,10 @@
-#include "support/Mp3Builder.h"
-#include "support/TagBuilders.h"
-#include "ui/FileInfoStage.h"
-#include "ui/info/MP3FileInfo.h"
+#include "ui/FileInfoMP3Stage.h"
 #include "ui/info/ShowFileInformation.h"
 
 namespace zefta::test {
 namespace {
 
 using namespace std::string_literals;
-
-std::string Stream() {
-    return Mp3().Block("Xing", 1000).Size(3000).Bytes();
-}
-
-/// A tag that the program itself wrote: all its frames, in their order.
-std::string OwnFrames(const std::string& comment = "Comment") {
-    return TextFrame("TRCK", "3/12") + TextFrame("TIT2", "Song (Live)") + TextFrame("TPE1", "Ann") +
-           TextFrame("TALB", "Debut") + TextFrame("TYER", "2001") + TextFrame("COMM", "eng\0"s + comment) +
-           TextFrame("TCOM", "Bach") + TextFrame("TCON", "Rock") + TextFrame("TOPE", "Orig") +
-           TextFrame("TCOP", "Copy") + TextFrame("TENC", "Me") + TextFrame("WXXX", "\0http://x"s);
-}
-
-std::string Lyrics(const std::string& title, const std::string& artist) {
-    const auto field = [](const std::string& id, const std::string& text) {
-        std::string length = std::to_string(text.size());
-        return id + std::string(5 - length.size(), '0') + length + text;
-    };
-    const std::string block = "LYRICSBEGIN" + field("ETT", title) + field("EAR", artist) + "XXX00000";
-    std::string size = std::to_string(block.size());
-    return block + std::string(6 - size.size(), '0') + size + "LYRICS200";
-}
-
-const Id3v1 OldTag = {.title = "Old song",
-                      .artist = "Old ann",
-                      .album = "Old debut",
-                      .year = "1999",
-                      .comment = "Old mix",
-                      .track = 9,
-                      .genre = 17};
-
-class FileInfoMP3Test : public FileInfoStage<MP3FileInfo> {
-  protected:
-    void OpenTagged() { Open("a.mp3", Id3v2(OwnFrames(), 600) + Stream() + OldTag.Bytes()); }
-};
 
 TEST_F(FileInfoMP3Test, Load_ShowsBothTagsAndTheMeasures) {
     OpenTagged();
@@ -83,16 +45,6 @@ TEST_F(FileInfoMP3Test, MissingFile_GivesEmptyFieldsAndClosesOnOK) {
     EXPECT_FALSE(IsOpen());
     EXPECT_FALSE(app.folder.Exists("none.mp3"));
     EXPECT_TRUE(app.desktop.boxes.empty());
-}
-
-TEST_F(FileInfoMP3Test, FileThatComesBackAfterLoading_IsReadAndNotCleared) {
-    Show("a.mp3");
-    const std::string bytes = Stream() + OldTag.Bytes();
-    app.folder.Write("a.mp3", bytes);
-    Click("OKButton");
-    EXPECT_TRUE(IsOpen());
-    EXPECT_EQ(TextOf("txtTitle"), "Old song");
-    EXPECT_EQ(app.folder.Read("a.mp3"), bytes);
 }
 
 TEST_F(FileInfoMP3Test, Enable_SwitchesAllControlsOfID3v2) {
@@ -156,6 +108,30 @@ TEST_F(FileInfoMP3Test, YearThatIsNoNumber_KeepsTheFocus) {
             EXPECT_NE(Focus(), field) << year;
         }
     }
+}
+
+/// Counts how often a widget gets the focus.
+class FocusCounter : public QObject {
+  public:
+    int gained = 0;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::FocusIn) ++gained;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+TEST_F(FileInfoMP3Test, TwoYearsThatAreNoNumbers_DoNotFightForTheFocus) {
+    Open("a.mp3", Stream() + Id3v1{.title = "T", .year = "19x9"}.Bytes());
+    Click("cmdCopy1to2");
+    Type("txtYear", "18x8");
+    FocusCounter counter;
+    Line("txtYear")->installEventFilter(&counter);
+    QTest::mouseClick(Line("txtYear2"), Qt::LeftButton);
+    QTest::qWait(50);
+    EXPECT_EQ(Focus(), "txtYear");
+    EXPECT_EQ(counter.gained, 1);
 }
 
 TEST_F(FileInfoMP3Test, YearThatIsNoNumber_IsNotSaved) {
@@ -406,34 +382,6 @@ TEST_F(FileInfoMP3Test, WriteNote_IsShownWhileTheFileIsWritten) {
     Click("OKButton");
     EXPECT_EQ(counter.shown, 1);
     EXPECT_TRUE(Find<QLabel>("lblWriteNote")->isHidden());
-}
-
-TEST_F(FileInfoMP3Test, LongNamesAndHugeTags_DoNotWidenTheDialog) {
-    OpenTagged();
-    const QSize usual = dialog->minimumSizeHint();
-    const std::string name = std::string(240, 'x') + ".mp3";
-    Open(name, Id3v2(OwnFrames(std::string(60000, 'c')), 70000) + Stream());
-    EXPECT_EQ(dialog->minimumSizeHint().width(), usual.width());
-    EXPECT_LE(dialog->minimumSizeHint().height(), usual.height());
-    EXPECT_EQ(TextOf("txtComments2").size(), 60000U);
-    EXPECT_LT(usual.height(), 700);
-    EXPECT_LT(usual.width(), 1000);
-}
-
-TEST_F(FileInfoMP3Test, NameThatIsNoUTF8_IsShownByTheCodePageAndItsFileWritten) {
-    const std::string name = "a\xE4.mp3";
-    Open(name, Stream());
-    EXPECT_EQ(FromQt(dialog->windowTitle()), "aä.mp3 - file information");
-    Type("txtTitle", "New");
-    Click("OKButton");
-    EXPECT_EQ(Now(name).Tag.Title, "New");
-}
-
-TEST_F(FileInfoMP3Test, TextThatLooksLikeMarkup_IsShownAsItIs) {
-    Open("<b>a.mp3", Stream());
-    EXPECT_EQ(FromQt(dialog->windowTitle()), "<b>a.mp3 - file information");
-    EXPECT_EQ(Find<QLabel>("lblEncoder")->textFormat(), Qt::PlainText);
-    EXPECT_EQ(Find<QLabel>("lblFileInfo")->textFormat(), Qt::PlainText);
 }
 
 // --- by the kind of the file

@@ -5,9 +5,18 @@
 
 namespace zefta {
 
+namespace {
+
+/// A line of entry takes seconds for each million characters.
+constexpr qsizetype LongestEdited = 100'000;
+
+}  // namespace
+
 void FieldBinding::Show(FileInformation& information) {
     read_ = field_.value(information);
-    edit_->setText(ToQt(ShownText(read_)));
+    const QString text = ToQt(ShownText(read_));
+    edit_->setReadOnly(text.size() > LongestEdited);
+    edit_->setText(text.left(LongestEdited));
     edit_->setCursorPosition(0);
     shown_ = edit_->text();
 }

@@ -8,7 +8,8 @@
 namespace zefta {
 
 /// A text of the information in its line of entry. What the control can't show as it is (other line ends,
-/// what follows a NUL) comes back to the byte while the person leaves it alone.
+/// what follows a NUL) comes back to the byte while the person leaves it alone. Of a text too long
+/// to be edited the beginning is shown, and it is read only.
 class FieldBinding {
   public:
     FieldBinding(const InformationField& field, QLineEdit* edit) : field_(field), edit_(edit) {}

@@ -20,13 +20,18 @@ namespace {
 /// What a line of entry shows without scrolling.
 constexpr int UsualCharacters = 26;
 
+/// The mark in titles for unsaved changes is none of a name; doubled it stands for itself.
+QString TitleOf(const std::string& name) {
+    return ToQt(name).replace("[*]", "[*][*]");
+}
+
 }  // namespace
 
 InformationDialog::InformationDialog(App& app, std::string path, const Names& names, QWidget* parent)
     : QDialog(parent), app_(app), path_(std::move(path)), kind_(names.kind) {
     setObjectName(names.dialog);
     setModal(true);
-    setWindowTitle(ToQt(app_.ansi.ToText(NamePart(path_))) + " - " + Text(names.title));
+    setWindowTitle(TitleOf(app_.ansi.ToText(NamePart(path_))) + " - " + Text(names.title));
 }
 
 QString InformationDialog::Text(std::int32_t message) const {
@@ -151,7 +156,10 @@ void InformationDialog::Form_Load() {
     information_ = LoadFileInformation(app_, path_);
     lblFileInfo_->ShowText(ToQt(MeasuresText(information_.Tag)));
     lblEncoder_->ShowText(ToQt(EncoderText(information_.Tag)));
-    for (FieldBinding& field : fields_) field.Show(information_);
+    for (FieldBinding& field : fields_) {
+        field.Show(information_);
+        if (field.Edit()->isReadOnly()) field.Edit()->setToolTip(Own(WindowText::InfoTooLong));
+    }
     if (const QComboBox* genre = Genre()) ShowGenre(genre->currentText());
     if (chkRemoveUnknownFrames_ != nullptr)
         chkRemoveUnknownFrames_->setText(ToQt(UnknownFramesText(app_, information_.Tag)));
@@ -183,9 +191,9 @@ void InformationDialog::Form_KeyDown(QKeyEvent* event) {
     }
 }
 
-/// The controls are empty when the file could not be opened, and would clear it now that it can be.
-bool InformationDialog::CanBeOpenedNow() const {
-    return information_.Tag.Path.empty() && app_.files.OpenReadOnly(path_) != nullptr;
+/// Controls of a file that could not be opened or read are empty, and would clear it now that it can be.
+bool InformationDialog::HasToBeLoadedAgain() const {
+    return !information_.IsWhole && app_.files.OpenReadOnly(path_) != nullptr;
 }
 
 void InformationDialog::ShowWriteNote() {
@@ -208,7 +216,7 @@ void InformationDialog::OKButton_Click() {
     for (YearGuard* year : years_) {
         if (!year->Validate()) return;
     }
-    if (CanBeOpenedNow()) {
+    if (HasToBeLoadedAgain()) {
         Form_Load();
         return;
     }

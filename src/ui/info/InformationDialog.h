@@ -80,7 +80,7 @@ class InformationDialog : public QDialog {
     QComboBox* MakeGenre();
     void MakeNoteAndButtons(QLayout* bottom);
     void GuardYears();
-    bool CanBeOpenedNow() const;
+    bool HasToBeLoadedAgain() const;
     SaveOutcome Save(const FileInformation& information);
     void ShowWriteNote();
 

@@ -52,6 +52,8 @@ QGroupBox* MP3FileInfo::MakeID3v1() {
     auto* box = new QGroupBox(Text(33403));
     auto* form = new QFormLayout(box);
     MakeFields(form, FieldsOfID3v1(), box->title());
+    for (const FieldWidth& field : WidthsOfID3v1)
+        box->findChild<QLineEdit*>(field.control)->setMaxLength(field.characters);
     cmbGenreWithIDs_ = new QComboBox;
     cmbGenreWithIDs_->setObjectName("cmbGenreWithIDs");
     FillGenresWithIDs(cmbGenreWithIDs_, Own(WindowText::InfoNoGenre));
@@ -104,7 +106,6 @@ void MP3FileInfo::ShowMore(const FileInformation& information) {
     fraLyrics_->setVisible(tag.LyricsPresent);
     Line("txtTitle3")->setText(ToQt(ShownText(tag.LyricsExtension.TrackTitle)));
     Line("txtArtist3")->setText(ToQt(ShownText(tag.LyricsExtension.Artist)));
-    for (const FieldWidth& field : WidthsOfID3v1) Line(field.control)->setMaxLength(field.characters);
 }
 
 void MP3FileInfo::TakeMore(FileInformation& information) const {

@@ -10,10 +10,14 @@ namespace zefta {
 
 namespace {
 
-/// Reasons for which the focus comes back by itself or the whole window has lost it.
+/// With which a guard takes the focus back.
+constexpr Qt::FocusReason TakenBack = Qt::OtherFocusReason;
+
+/// Reasons for which the focus comes back by itself or the whole window has lost it; and another guard that
+/// took it: two that do not pass would throw it to each other for ever.
 bool IsPassing(Qt::FocusReason reason) {
     return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason ||
-           reason == Qt::MenuBarFocusReason;
+           reason == Qt::MenuBarFocusReason || reason == TakenBack;
 }
 
 }  // namespace
@@ -25,7 +29,7 @@ YearGuard::YearGuard(QLineEdit* edit, std::function<bool()> passes, QWidget* way
 
 bool YearGuard::Validate() {
     if (!edit_->isEnabled() || passes_()) return true;
-    edit_->setFocus(Qt::OtherFocusReason);
+    edit_->setFocus(TakenBack);
     edit_->selectAll();
     QApplication::beep();
     QToolTip::showText(edit_->mapToGlobal(QPoint(0, edit_->height())), rule_, edit_);
