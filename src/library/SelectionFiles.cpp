@@ -29,7 +29,8 @@ bool IsLink(const FileSystem& files, const std::string& path) {
 
 void DeleteFileOrLink(App& app, const std::string& path) {
     // The trash would take it; but what is read-only is not deleted, on any desktop.
-    const bool isProtected = !IsLink(app.files, path) && app.files.IsReadOnly(path);
+    const bool isProtected =
+        app.files.FileExists(path) && !IsLink(app.files, path) && app.files.IsReadOnly(path);
     if (isProtected || !app.desktop.MoveToTrash(path)) app.files.DeleteFile(path, Force::No);
 }
 

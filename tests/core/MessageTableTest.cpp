@@ -118,7 +118,7 @@ TEST(MessageTable, EnglishTexts_StandLetterForLetter) {
         for (const char byte : std::to_string(message.id) + "\t" + std::string(message.text) + "\n")
             hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
     }
-    EXPECT_EQ(hash, 0x54F8ABD11EDE0275U);
+    EXPECT_EQ(hash, 0x4F352376CB3D142EU);
 }
 
 TEST(MessageTable, EachNumber_LiesInASection) {
@@ -256,9 +256,9 @@ TEST(MessageTable, Russian_AcceleratorsOfAMenu_AreDistinct) {
     }
 }
 
-TEST(MessageTable, WebAddresses_AreTheSameInBothLanguages) {
+TEST(MessageTable, WebAddresses_AreTheSameInBothLanguagesAndHaveNoScheme) {
     for (const std::int32_t id : {4, 5, 6}) {
-        EXPECT_TRUE(TextOf(Language::English, id).starts_with("https://")) << id;
+        EXPECT_EQ(TextOf(Language::English, id).find("://"), std::string::npos) << id;
         EXPECT_EQ(TextOf(Language::English, id), TextOf(Language::Russian, id));
     }
 }

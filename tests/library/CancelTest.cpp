@@ -57,7 +57,7 @@ TEST_F(Cancel, RenameByPlaylists_LinesBehindStayAndAllListsLearn) {
     app.state.FileSpec = "a.m3u";
     CancelAt(4);
     RenameByPlaylistsJob(app);
-    EXPECT_EQ(app.folder.Read("a.m3u"), "A - One.MP3\nA - Two.MP3\n#EXTINF:1,Three\n3.mp3\n");
+    EXPECT_EQ(app.folder.Read("a.m3u"), "#EXTM3U\nA - One.MP3\nA - Two.MP3\n#EXTINF:1,Three\n3.mp3\n");
     EXPECT_EQ(app.folder.Read("b.m3u"), "3.mp3\nA - One.MP3\n");
     EXPECT_TRUE(app.folder.Exists("3.mp3"));
 }

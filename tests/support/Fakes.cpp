@@ -67,7 +67,7 @@ void ScriptedDesktop::ServeEvents() {
 }
 
 bool ScriptedDesktop::MoveToTrash(const std::string& path) {
-    if (!hasTrash) return false;
+    if (!hasTrash || !std::filesystem::exists(std::filesystem::symlink_status(path))) return false;
     std::filesystem::remove_all(path);
     trash.push_back(path);
     return true;
