@@ -1,20 +1,62 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include "core/App.h"
+#include "ui/desktop/BatchView.h"
+
+class QPushButton;
+class QShortcut;
 
 namespace zefta {
 
-/// frmMain: the list of one folder with its commands.
-class MainWindow : public QMainWindow {
+class FolderBrowser;
+class MainCommands;
+class MainMenu;
+class MainToolBar;
+class StatusPanels;
+
+/// frmMain: the list of one folder with its commands. While work on many files runs the title tells how far
+/// it is, nothing else can be started, and cmdCancelBatch ends it behind the file at hand.
+class MainWindow : public QMainWindow, public BatchView {
     Q_OBJECT
 
   public:
+    /// Opens on CurrentFolder of the state.
     explicit MainWindow(App& app);
 
+    void ShowBatch(std::size_t item, std::size_t count) override;
+    bool IsCancelled() const override { return isCancelled_; }
+
+    FolderBrowser& Browser() { return *browser_; }
+    MainCommands& Commands() { return *commands_; }
+
+  protected:
+    /// While a command runs it is asked to end, and the window closes then.
+    void closeEvent(QCloseEvent* event) override;
+
   private:
+    void AddParts();
+    void AddCancelButton();
+    void Cancel();
+    void Connect();
+    void Load();
+    void SetBusy(bool busy);
+    void OnCommandEnded();
+
     App& app_;
+    StatusPanels* panels_;
+    FolderBrowser* browser_;
+    MainMenu* menu_;
+    MainToolBar* toolBar_;
+    MainCommands* commands_;
+    QPushButton* cancelButton_;
+    QShortcut* escape_;
+    QPointer<QWidget> focusBefore_;
+    bool isBusy_ = false;
+    bool isCancelled_ = false;
+    bool closesAfterwards_ = false;
 };
 
 }  // namespace zefta
