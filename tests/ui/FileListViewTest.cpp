@@ -174,5 +174,32 @@ TEST_F(FileListMouse, FirstFolderWithFiles_SetsTheWidths) {
     EXPECT_TRUE(other.ColumnWidths().empty());
 }
 
+TEST(HundredThousandRows, ScrollWithoutWaiting) {
+    constexpr int RowCount = 100'000;
+    // The machine of a test run may be busy; on one that is not a step takes a tenth of this.
+    constexpr qint64 LongestStep = 400;
+    TestApp app;
+    FileListModel model(app);
+    FileListView view(app, model);
+    view.resize(800, 500);
+    view.show();
+    std::vector<ListEntry> entries;
+    for (int i = 0; i < RowCount; ++i)
+        entries.push_back({"Track " + std::to_string(i) + ".mp3", ListKind::MP3});
+    QElapsedTimer time;
+    time.start();
+    model.ShowEntries(std::move(entries), true);
+    qint64 longest = 0;
+    QScrollBar& bar = *view.verticalScrollBar();
+    for (int step = 0; step <= 50; ++step) {
+        bar.setValue(bar.maximum() * step / 50);
+        QCoreApplication::processEvents();
+        longest = std::max(longest, time.restart());
+    }
+    EXPECT_GT(bar.maximum(), RowCount / 2);
+    EXPECT_LT(longest, LongestStep);
+    EXPECT_EQ(view.RowsInView()->second, RowCount);
+}
+
 }  // namespace
 }  // namespace zefta::test

@@ -5,8 +5,11 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QUrl>
+#include <algorithm>
+#include <array>
 
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
@@ -18,9 +21,22 @@ namespace {
 
 /// Rows that tell how wide a column has to be.
 constexpr int SampleRows = 200;
+constexpr int SeenColumns = ListColumnCount - 1;
 /// A column gets at most the room of so many letters by itself; the person may give it more.
 constexpr int WidestFit = 45;
-constexpr int SeenColumns = ListColumnCount - 1;
+/// The letters that a column has room for at least: what it holds in one folder may be short by chance.
+constexpr std::array<int, SeenColumns> NarrowestFit = {20, 0, 0, 0, 12, 18, 0, 12};
+
+/// Keeps numbers, which stand at the right, off the column behind them.
+class NumberDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        // Blanks at the end of a line take no room, these do.
+        return value.toString() + QChar(QChar::Nbsp);
+    }
+};
 
 /// The one folder that was dropped; "" for anything else.
 std::string DroppedFolder(const App& app, const QMimeData& data) {
@@ -49,6 +65,9 @@ FileListView::FileListView(App& app, FileListModel& model, QWidget* parent)
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setAcceptDrops(true);
     SetUpHeader();
+    auto* numbers = new NumberDelegate(this);
+    for (const ListColumn column : {ListColumn::Size, ListColumn::Bitrate, ListColumn::Time})
+        setItemDelegateForColumn(static_cast<int>(column), numbers);
     model.SetBackground(palette().color(QPalette::Base));
 }
 
@@ -76,11 +95,12 @@ std::optional<std::pair<int, int>> FileListView::RowsInView() const {
 }
 
 void FileListView::FitColumns() {
-    const int widest = fontMetrics().averageCharWidth() * WidestFit;
+    const int letter = fontMetrics().averageCharWidth();
     isFitting_ = true;
     for (int column = 0; column < SeenColumns; ++column) {
-        const int asked = std::max(sizeHintForColumn(column), header()->sectionSizeHint(column));
-        setColumnWidth(column, std::min(asked + fontMetrics().averageCharWidth(), widest));
+        const int asked = std::max(sizeHintForColumn(column), header()->sectionSizeHint(column)) + letter;
+        const int narrowest = NarrowestFit.at(static_cast<std::size_t>(column)) * letter;
+        setColumnWidth(column, std::clamp(asked, narrowest, WidestFit * letter));
     }
     isFitting_ = false;
 }

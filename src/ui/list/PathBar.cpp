@@ -32,7 +32,8 @@ PathBar::PathBar(App& app, QWidget* parent)
     auto* label = new QLabel(OwnText(app, WindowText::FolderLabel));
     label->setBuddy(path_);
     auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(0, 0, 0, 0);
+    const int gap = fontMetrics().horizontalAdvance('i');
+    line->setContentsMargins(gap, gap, gap, 0);
     line->addWidget(drives_);
     line->addWidget(label);
     line->addWidget(path_, 1);
