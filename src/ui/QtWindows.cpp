@@ -4,7 +4,6 @@
 #include <QTranslator>
 #include <clocale>
 
-#include "core/Version.h"
 #include "platform/Machine.h"
 #include "ui/QtText.h"
 #include "ui/desktop/ExitWindowsDialog.h"
@@ -24,7 +23,6 @@ std::unique_ptr<QApplication> MakeApplication() {
     auto application = std::make_unique<QApplication>(count, arguments);
     // The toolkit takes over the locale; numbers of our formats have a point in every language.
     std::setlocale(LC_NUMERIC, "C");
-    QApplication::setApplicationDisplayName(ToQt(ApplicationTitle()));
     QApplication::setDesktopFileName("zefta");
     return application;
 }
@@ -37,20 +35,22 @@ void TranslateToolkit(QApplication& application, Language language) {
         QApplication::installTranslator(texts);
 }
 
-/// Where the desktop shows what tools write while the main window is there.
-class PaneOfTools {
+/// Where the desktop shows how far work is and what tools write while the main window is there.
+class PlaceOfWork {
   public:
-    PaneOfTools(WindowDesktop& desktop, Processes& processes, OutputPane* pane)
+    PlaceOfWork(WindowDesktop& desktop, Processes& processes, MainWindow& window, OutputPane* pane)
         : desktop_(desktop), processes_(processes) {
+        desktop_.ShowBatchesIn(&window);
         desktop_.WriteInto(pane);
         processes_.FollowTools(&desktop_);
     }
-    ~PaneOfTools() {
+    ~PlaceOfWork() {
         processes_.FollowTools(nullptr);
         desktop_.WriteInto(nullptr);
+        desktop_.ShowBatchesIn(nullptr);
     }
-    PaneOfTools(const PaneOfTools&) = delete;
-    PaneOfTools& operator=(const PaneOfTools&) = delete;
+    PlaceOfWork(const PlaceOfWork&) = delete;
+    PlaceOfWork& operator=(const PlaceOfWork&) = delete;
 
   private:
     WindowDesktop& desktop_;
@@ -68,7 +68,7 @@ void QtWindows::RunMainWindow(App& app) {
     MainWindow window(app);
     auto* pane = new OutputPane(language_, &window);
     window.addDockWidget(Qt::BottomDockWidgetArea, pane);
-    const PaneOfTools paneOfTools(desktop_, app.processes, pane);
+    const PlaceOfWork placeOfWork(desktop_, app.processes, window, pane);
     window.show();
     QApplication::exec();
 }
