@@ -1,0 +1,142 @@
+// Opens windows for script/bench and ends at the moment that it is asked to measure:
+//
+//   zefta_window_benchmark empty          a window of the toolkit without anything in it, painted
+//   zefta_window_benchmark names FOLDER   the main window, its list painted with the names of the folder
+//   zefta_window_benchmark rows FOLDER    the same when all rows are full and painted
+//   zefta_window_benchmark open FOLDER    enters the folder in an open window and prints, in milliseconds,
+//   how long the
+//                                         first rows and all rows took, and the longest time without an event
+//                                         served
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QTimer>
+#include <QWidget>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <string>
+
+#include "core/App.h"
+#include "core/Settings.h"
+#include "platform/posix/IniSettingsStore.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "platform/posix/PosixProcesses.h"
+#include "ui/desktop/WindowDesktop.h"
+#include "ui/list/FolderBrowser.h"
+#include "ui/main/MainWindow.h"
+#include "wave/WaveFile.h"
+
+namespace zefta {
+namespace {
+
+/// Calls `painted` behind each painting of the widget.
+class PaintWatch : public QObject {
+  public:
+    PaintWatch(QWidget* widget, std::function<void()> painted)
+        : QObject(widget), painted_(std::move(painted)) {
+        widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) QTimer::singleShot(0, this, painted_);
+        return false;
+    }
+
+  private:
+    std::function<void()> painted_;
+};
+
+[[noreturn]] void EndNow() {
+    std::_Exit(0);
+}
+
+int RunEmpty() {
+    QWidget window;
+    window.resize(667, 533);
+    const PaintWatch watch(&window, EndNow);
+    window.show();
+    return QApplication::exec();
+}
+
+int RunNames(MainWindow& window) {
+    const PaintWatch watch(window.Browser().View()->viewport(), EndNow);
+    window.show();
+    return QApplication::exec();
+}
+
+int RunRows(MainWindow& window) {
+    bool isFull = false;
+    QObject::connect(&window.Browser(), &FolderBrowser::ScanFinished, &window, [&] {
+        isFull = true;
+        window.Browser().View()->viewport()->update();
+    });
+    const PaintWatch watch(window.Browser().View()->viewport(), [&] {
+        if (isFull) EndNow();
+    });
+    window.show();
+    return QApplication::exec();
+}
+
+/// What happens from the order to enter a folder on.
+struct Opening {
+    QElapsedTimer clock;
+    qint64 firstRows = -1;
+    qint64 lastTick = 0;
+    qint64 longestGap = 0;
+};
+
+int RunOpen(MainWindow& window, const std::string& folder) {
+    Opening opening;
+    QTimer ticks;
+    QObject::connect(&ticks, &QTimer::timeout, &window, [&] {
+        const qint64 now = opening.clock.elapsed();
+        opening.longestGap = std::max(opening.longestGap, now - opening.lastTick);
+        opening.lastTick = now;
+    });
+    const PaintWatch watch(window.Browser().View()->viewport(), [&] {
+        if (opening.clock.isValid() && opening.firstRows < 0) opening.firstRows = opening.clock.elapsed();
+    });
+    window.show();
+    QTimer::singleShot(500, &window, [&] {
+        QObject::connect(&window.Browser(), &FolderBrowser::ScanFinished, &window, [&] {
+            std::cout << "first " << opening.firstRows << " all " << opening.clock.elapsed() << " gap "
+                      << opening.longestGap << std::endl;
+            EndNow();
+        });
+        opening.clock.start();
+        ticks.start(1);
+        window.Browser().EnterTypedFolder(folder);
+    });
+    return QApplication::exec();
+}
+
+int Run(const std::string& what, const std::string& folder) {
+    const Machine machine = ReadMachine();
+    PosixFileSystem files;
+    PosixProcesses processes;
+    WindowDesktop desktop(LanguageOfTag(machine.language));
+    IniSettingsStore userSettings("");
+    IniSettingsStore machineSettings("");
+    App app(machine, files, desktop, processes, userSettings, machineSettings);
+    WaveFile waveFile(app);
+    app.defaultWaveFile = &waveFile;
+    LoadSettings(app);
+    app.state.CurrentFolder = what == "open" ? "/" : folder;
+    MainWindow window(app);
+    return what == "names" ? RunNames(window) : what == "rows" ? RunRows(window) : RunOpen(window, folder);
+}
+
+}  // namespace
+}  // namespace zefta
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    const std::string what = argc > 1 ? argv[1] : "empty";
+    return what == "empty" ? zefta::RunEmpty() : zefta::Run(what, argc > 2 ? argv[2] : "/");
+}

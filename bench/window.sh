@@ -1,0 +1,32 @@
+# The window: how long it takes to show a folder; sourced by script/bench. Needs Xvfb; BENCH_FILES sets the files of the
+# large folder (20000).
+
+window=$programs/zefta_window_benchmark
+has_all "The window" Xvfb "$window" || return 0
+
+small=$folder/thousand large=$folder/many
+make_collection "$small" 1000 8
+make_collection "$large" "${BENCH_FILES:-20000}" 8
+
+Xvfb :97 -noreset -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+display=$!
+export DISPLAY=:97 XDG_RUNTIME_DIR=$folder
+for ((try = 0; try < 50; ++try)); do [ -e /tmp/.X11-unix/X97 ] && break || sleep 0.1; done
+
+prepare() { :; }
+window_names() { "$window" names "$small"; }
+window_rows() { "$window" rows "$small"; }
+window_empty() { "$window" empty; }
+list_of_window() { "$programs/zefta" /list "$small"; }
+compare "From the start to the painted list of 1,000 files" $((${BENCH_RUNS:-5} * 2 + 1)) \
+    window_names window_rows window_empty list_of_window
+
+echo "Entering a folder of ${BENCH_FILES:-20000} files in the open window, milliseconds, 5 times:"
+for ((run = 0; run < 5; ++run)); do "$window" open "$large"; done
+
+batch_job() { "$programs/zefta" /rename /f1 "$folder/nothing.mp3"; }
+lame_version() { lame --version; }
+compare "Start of a job that has nothing to do" 101 batch_job lame_version
+kill "$display"
+unset DISPLAY
+rm -rf "$small" "$large"

@@ -1,0 +1,206 @@
+// Takes the pictures of the documents: opens the real windows on the display at hand, on the files of the
+// demo folder, and stores what the display shows of them.
+//
+//   zefta_take_pictures DEMO_FOLDER PICTURE_FOLDER SUFFIX [dark]
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPalette>
+#include <QScreen>
+#include <QStyleFactory>
+#include <QTest>
+#include <QTimer>
+#include <clocale>
+#include <functional>
+#include <iostream>
+#include <string>
+
+#include "core/App.h"
+#include "core/Settings.h"
+#include "library/CopyPlaylist.h"
+#include "platform/Paths.h"
+#include "platform/posix/IniSettingsStore.h"
+#include "platform/posix/PosixFileSystem.h"
+#include "platform/posix/PosixProcesses.h"
+#include "ui/QtText.h"
+#include "ui/desktop/AboutDialog.h"
+#include "ui/desktop/ExitWindowsDialog.h"
+#include "ui/desktop/WindowDesktop.h"
+#include "ui/info/MP3FileInfo.h"
+#include "ui/info/MPEGplusFileInfo.h"
+#include "ui/info/OggEditTag.h"
+#include "ui/info/OggFileInfo.h"
+#include "ui/list/FolderBrowser.h"
+#include "ui/main/MainWindow.h"
+#include "wave/WaveFile.h"
+#include "wave/WaveTrim.h"
+
+namespace zefta {
+namespace {
+
+/// Where pictures go.
+struct Album {
+    std::string folder;
+    std::string suffix;
+
+    void Take(QWidget& window, const std::string& name) const {
+        if (!QTest::qWaitForWindowExposed(&window)) throw std::runtime_error(name + " was never shown");
+        QTest::qWait(200);
+        const QPixmap picture = window.screen()->grabWindow(window.winId());
+        const std::string path = JoinPath(folder, name + "-" + suffix + ".png");
+        if (picture.isNull() || !picture.save(ToQt(path))) throw std::runtime_error("no picture " + path);
+        std::cout << path << " " << picture.width() << "x" << picture.height() << std::endl;
+    }
+};
+
+QPalette DarkPalette() {
+    QPalette palette;
+    const QColor window(45, 45, 48);
+    const QColor base(30, 30, 32);
+    const QColor text(230, 230, 230);
+    const QColor faint(128, 128, 130);
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Button, window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, QColor(38, 38, 40));
+    palette.setColor(QPalette::ToolTipBase, window);
+    palette.setColor(QPalette::PlaceholderText, faint);
+    palette.setColor(QPalette::Link, QColor(110, 170, 255));
+    palette.setColor(QPalette::Highlight, QColor(53, 103, 170));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    return palette;
+}
+
+/// Refuses, and is never asked.
+class NoPowerOff : public PowerOff {
+  public:
+    std::string ExitSystem(int) override { return "refused"; }
+};
+
+void TakeMainWindow(App& app, const Album& album) {
+    MainWindow window(app);
+    window.resize(880, 480);
+    window.show();
+    window.Browser().FinishScan();
+    window.Browser().SelectOnly("02 Paper Boats.MP3");
+    album.Take(window, "main");
+    for (QAction* action : window.menuBar()->actions()) {
+        QMenu* menu = action->menu();
+        if (menu == nullptr || !action->isEnabled()) continue;
+        menu->popup(window.mapToGlobal(QPoint(60, 60)));
+        album.Take(*menu, "menu-" + FromQt(menu->objectName()));
+        menu->close();
+    }
+}
+
+void TakeDialog(QDialog& dialog, const Album& album, const std::string& name) {
+    dialog.show();
+    album.Take(dialog, name);
+    dialog.close();
+}
+
+void TakeDialogs(App& app, const Album& album, const std::string& demo) {
+    MP3FileInfo mp3(app, JoinPath(demo, "02 Paper Boats.MP3"), nullptr);
+    TakeDialog(mp3, album, "info-mp3");
+    OggFileInfo ogg(app, JoinPath(demo, "05 Harbour Lights.ogg"), nullptr);
+    TakeDialog(ogg, album, "info-ogg");
+    OggEditTag comment(app, "LOCATION=Leith docks", nullptr);
+    TakeDialog(comment, album, "info-ogg-comment");
+    MPEGplusFileInfo mpc(app, JoinPath(demo, "06 Long Way Down.mpc"), nullptr);
+    TakeDialog(mpc, album, "info-mpc");
+    NoPowerOff powerOff;
+    ExitWindowsDialog exit(app, powerOff);
+    TakeDialog(exit, album, "power-off");
+    AboutDialog about(app);
+    TakeDialog(about, album, "about");
+}
+
+/// Takes one picture of the progress dialog in the midst of the work.
+class PictureDesktop : public WindowDesktop {
+  public:
+    PictureDesktop(const Machine& machine, const Album& album)
+        : WindowDesktop(LanguageOfTag(machine.language)), album_(album) {}
+
+    void TakeProgressAs(const std::string& name, int step) {
+        name_ = name;
+        stepsToGo_ = step;
+    }
+
+    void ServeEvents() override {
+        WindowDesktop::ServeEvents();
+        if (name_.empty() || --stepsToGo_ > 0) return;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && qobject_cast<QDialog*>(window) != nullptr) {
+                album_.Take(*window, name_);
+                name_.clear();
+                return;
+            }
+        }
+    }
+
+    bool IsDone() const { return name_.empty(); }
+
+  private:
+    const Album& album_;
+    std::string name_;
+    int stepsToGo_ = 0;
+};
+
+void TakeProgress(App& app, PictureDesktop& desktop, const std::string& demo) {
+    desktop.TakeProgressAs("trim", 60);
+    app.files.SetCurrentFolder(demo);
+    app.state.FileSpec = "Field recording.wav";
+    app.state.RenameFormat = 1;
+    app.state.ShowExecuteWindows = true;
+    WaveTrimJob(app);
+    if (!desktop.IsDone()) throw std::runtime_error("the trim dialog was never shown");
+    desktop.TakeProgressAs("copy", 20);
+    const std::string target = JoinPath(demo, "copies");
+    app.files.CreateFolder(target);
+    CopyPlaylist(app, JoinPath(demo, "Northern Line.m3u"), target);
+    if (!desktop.IsDone()) throw std::runtime_error("the copy dialog was never shown");
+}
+
+void TakeAll(const std::string& demo, const Album& album) {
+    const Machine machine = ReadMachine();
+    PosixFileSystem files;
+    PosixProcesses processes;
+    PictureDesktop desktop(machine, album);
+    IniSettingsStore userSettings("");
+    IniSettingsStore machineSettings("");
+    App app(machine, files, desktop, processes, userSettings, machineSettings);
+    WaveFile waveFile(app);
+    app.defaultWaveFile = &waveFile;
+    LoadSettings(app);
+    app.state.CurrentFolder = demo;
+    TakeMainWindow(app, album);
+    TakeDialogs(app, album, demo);
+    TakeProgress(app, desktop, demo);
+}
+
+}  // namespace
+}  // namespace zefta
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    if (argc < 4) return 2;
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (argc > 4 && std::string(argv[4]) == "dark") QApplication::setPalette(zefta::DarkPalette());
+    try {
+        zefta::TakeAll(argv[1], {argv[2], argv[3]});
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << std::endl;
+        return 1;
+    }
+    return 0;
+}
