@@ -16,7 +16,7 @@ class AboutTest : public ::testing::Test {
   protected:
     AboutTest() : dialog(app) {
         dialog.show();
-        QTest::qWaitForWindowExposed(&dialog);
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&dialog));
         dialog.activateWindow();
     }
 

@@ -29,7 +29,7 @@ class ExitWindowsTest : public ::testing::Test {
   protected:
     ExitWindowsTest() : dialog(app, powerOff) {
         dialog.show();
-        QTest::qWaitForWindowExposed(&dialog);
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&dialog));
     }
 
     template <typename Widget>

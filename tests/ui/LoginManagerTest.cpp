@@ -70,10 +70,10 @@ TEST_F(LoginManagerTest, ExitSystem_AsksForAPowerOffOnceAndMayAskThePerson) {
 TEST_F(LoginManagerTest, ExitSystem_AnswerThatComesLate_IsWaitedForWithEventsServed) {
     StartManager();
     manager.takesItsTime = true;
-    bool served = false;
-    QTimer::singleShot(20, [&] { served = true; });
+    bool ticked = false;
+    QTimer::singleShot(20, [&] { ticked = true; });
     EXPECT_EQ(LoginManager(asking).ExitSystem(Flags), "");
-    EXPECT_TRUE(served);
+    EXPECT_TRUE(ticked);
 }
 
 TEST_F(LoginManagerTest, ExitSystem_Refused_GivesTheReason) {
