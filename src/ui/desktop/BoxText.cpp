@@ -13,24 +13,36 @@ bool EndsPart(QChar character) {
     return QStringView(u"/\\_-.,;").contains(character);
 }
 
+void AppendWord(QString& text, QStringView word) {
+    // Shorter words fit into every box.
+    constexpr qsizetype LongWord = 32;
+    constexpr int LongestPart = 16;
+    if (word.size() <= LongWord) {
+        text += word;
+        return;
+    }
+    int part = 0;
+    for (const QChar character : word) {
+        text += character;
+        ++part;
+        // The two halves of a character stay together.
+        if (character.isHighSurrogate() || (part < LongestPart && !EndsPart(character))) continue;
+        text += BreakHere;
+        part = 0;
+    }
+}
+
 }  // namespace
 
 QString BoxText(const std::string& text) {
-    // Shorter words fit into every box.
-    constexpr int LongWord = 32;
-    constexpr int LongestPart = 48;
+    const QString lines = ToQt(text).replace("\r\n", "\n");
     QString shown;
-    int word = 0;
-    int part = 0;
-    for (const QChar character : ToQt(text).replace("\r\n", "\n")) {
-        shown += character;
-        const bool isSpace = character.isSpace();
-        word = isSpace ? 0 : word + 1;
-        part = isSpace ? 0 : part + 1;
-        if ((word < LongWord || !EndsPart(character)) && part < LongestPart) continue;
-        if (character.isHighSurrogate()) continue;
-        shown += BreakHere;
-        part = 0;
+    qsizetype start = 0;
+    for (qsizetype at = 0; at <= lines.size(); ++at) {
+        if (at < lines.size() && !lines[at].isSpace()) continue;
+        AppendWord(shown, QStringView(lines).mid(start, at - start));
+        if (at < lines.size()) shown += lines[at];
+        start = at + 1;
     }
     return shown;
 }

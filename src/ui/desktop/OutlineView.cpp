@@ -39,7 +39,7 @@ void OutlineView::Show(const ProgressReport& report) {
 }
 
 QSize OutlineView::sizeHint() const {
-    constexpr int LinesHigh = 5;
+    constexpr int LinesHigh = 6;
     constexpr int CharactersWide = 60;
     return {fontMetrics().averageCharWidth() * CharactersWide, fontMetrics().lineSpacing() * LinesHigh};
 }
@@ -80,9 +80,13 @@ void OutlineView::DrawChannel(QPainter& painter, const std::vector<WaveOutline::
     const double middle = band.top() + band.height() / 2.0;
     // A little air between the bands.
     const double scale = (band.height() / 2.0 - 2) / FullScale;
-    painter.setPen(palette().color(QPalette::Text));
-    for (int x = 0; x < band.width(); ++x) {
-        const WaveOutline::Column column = ColumnAt(columns, x, band.width());
+    // One line a pixel of the screen, however many of them a pixel of ours has.
+    const double fineness = devicePixelRatioF();
+    const int lines = static_cast<int>(band.width() * fineness);
+    painter.setPen(QPen(palette().color(QPalette::Text), 0));
+    for (int line = 0; line < lines; ++line) {
+        const WaveOutline::Column column = ColumnAt(columns, line, lines);
+        const double x = (line + 0.5) / fineness;
         painter.drawLine(QPointF(x, middle - column.high * scale), QPointF(x, middle - column.low * scale));
     }
 }

@@ -22,6 +22,7 @@ class OutlineView : public QWidget {
     int SilenceAfterBegins() const;
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint() / 2; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,10 +1,12 @@
 #include "ui/desktop/WindowDesktop.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <algorithm>
 #include <utility>
 
@@ -62,6 +64,15 @@ std::optional<QString> NameForToolkit(const std::string& path) {
     return name;
 }
 
+/// Makes the person's trash where there is none yet. It is where the toolkit turns to in the end: without it
+/// some versions take the current folder for one.
+bool HasTrash() {
+    QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    data.mkpath(".");
+    data.mkdir("Trash", QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return data.exists("Trash/.");
+}
+
 }  // namespace
 
 /// The dialog of one job, made when it is known which one it is.
@@ -82,7 +93,10 @@ class ProgressDialogView : public ProgressView {
         if (isFirst) Make(report.kind);
         if (!dialog_) return;
         dialog_->ShowReport(report);
-        if (isFirst) dialog_->show();
+        if (!isFirst) return;
+        dialog_->show();
+        // To be painted at the next turn, whenever the last one was.
+        desktop_.sinceServed_.invalidate();
     }
 
     bool DrawsOutline() const override { return true; }
@@ -163,7 +177,7 @@ bool WindowDesktop::OpenDocument(const std::string& address) {
 
 bool WindowDesktop::MoveToTrash(const std::string& path) {
     const auto name = NameForToolkit(path);
-    return name && QFile::moveToTrash(*name);
+    return name && HasTrash() && QFile::moveToTrash(*name);
 }
 
 bool WindowDesktop::PlayPlaylist(const std::string& path, bool append) {
