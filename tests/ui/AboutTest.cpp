@@ -22,11 +22,12 @@ class AboutTest : public ::testing::Test {
 
     QLabel& Label(const char* name) { return *dialog.findChild<QLabel*>(name); }
 
-    /// The link label after having been reached by the tabulator key alone; null when it never is.
-    QWidget* ReachByTab(const char* name) {
+    /// The link label after having been reached by that key alone; null when it never is.
+    QWidget* Reach(const char* name, Qt::Key key) {
         for (int i = 0; i < 10; ++i) {
-            if (QWidget* at = dialog.focusWidget(); at != nullptr && at->objectName() == name) return at;
-            QTest::keyClick(&dialog, Qt::Key_Tab);
+            QWidget* at = dialog.focusWidget();
+            if (at->objectName() == name) return at;
+            QTest::keyClick(at, key);
         }
         return nullptr;
     }
@@ -61,15 +62,17 @@ TEST_F(AboutTest, EachLink_OpensItsAddressByTheMouse) {
 }
 
 TEST_F(AboutTest, EachLink_OpensItsAddressByTheKeyboard) {
-    for (const Link& link : Links) {
-        app.desktop.openedDocuments.clear();
-        QWidget* label = ReachByTab(link.name);
-        ASSERT_NE(label, nullptr) << link.name;
-        QTest::keyClick(label, Qt::Key_Return);
-        EXPECT_EQ(app.desktop.openedDocuments,
-                  std::vector<std::string>{"http://" + app.messages.GetMessage(link.message)})
-            << link.name;
-        EXPECT_TRUE(dialog.isVisible());
+    for (const Qt::Key way : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        for (const Link& link : Links) {
+            app.desktop.openedDocuments.clear();
+            QWidget* label = Reach(link.name, way);
+            ASSERT_NE(label, nullptr) << link.name;
+            QTest::keyClick(label, Qt::Key_Return);
+            EXPECT_EQ(app.desktop.openedDocuments,
+                      std::vector<std::string>{"http://" + app.messages.GetMessage(link.message)})
+                << link.name;
+            EXPECT_TRUE(dialog.isVisible());
+        }
     }
 }
 

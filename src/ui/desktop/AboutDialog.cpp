@@ -3,8 +3,11 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyleOptionFocusRect>
 #include <QVBoxLayout>
 
 #include "core/Boxes.h"
@@ -21,6 +24,42 @@ namespace {
 QString WithoutKey(const std::string& caption) {
     return ToQt(caption).remove('&');
 }
+
+/// A label that is one link, for the keyboard too: the toolkit's own labels take the key twice before they
+/// show which link has it.
+class LinkLabel : public QLabel {
+  public:
+    explicit LinkLabel(const QString& address)
+        : QLabel("<a href=\"" + address.toHtmlEscaped() + "\">" + address.toHtmlEscaped() + "</a>"),
+          address_(address) {
+        setTextFormat(Qt::RichText);
+        setTextInteractionFlags(Qt::LinksAccessibleByMouse);
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        const bool opens =
+            event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+        if (opens) {
+            emit linkActivated(address_);
+        } else {
+            QLabel::keyPressEvent(event);
+        }
+    }
+
+    void paintEvent(QPaintEvent* event) override {
+        QLabel::paintEvent(event);
+        if (!hasFocus()) return;
+        QPainter painter(this);
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+
+  private:
+    QString address_;
+};
 
 QLabel* MakeLabel(const char* objectName, const std::string& text) {
     auto* label = new QLabel(ToQt(text));
@@ -77,11 +116,8 @@ AboutDialog::AboutDialog(App& app, QWidget* parent) : QDialog(parent), app_(app)
 
 void AboutDialog::AddLink(QFormLayout& rows, const char* objectName, std::int32_t caption,
                           std::int32_t address) {
-    const QString text = ToQt(app_.messages.GetMessage(address)).toHtmlEscaped();
-    auto* link = new QLabel("<a href=\"" + text + "\">" + text + "</a>");
+    auto* link = new LinkLabel(ToQt(app_.messages.GetMessage(address)));
     link->setObjectName(objectName);
-    link->setTextFormat(Qt::RichText);
-    link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     const QString name = WithoutKey(app_.messages.GetMessage(caption));
     link->setAccessibleName(name + ": " + ToQt(app_.messages.GetMessage(address)));
     connect(link, &QLabel::linkActivated, this, [this](const QString& page) {

@@ -6,12 +6,14 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
 #include <QDBusVariant>
+#include <QDir>
 #include <QEventLoop>
 #include <QFile>
 #include <QProcess>
 #include <algorithm>
-#include <filesystem>
 #include <utility>
+
+#include "platform/Paths.h"
 
 namespace zefta {
 
@@ -47,7 +49,7 @@ constexpr EnqueueOption EnqueueOptions[] = {
 };
 
 std::string FullPath(const std::string& path) {
-    return std::filesystem::absolute(path).string();
+    return IsAbsolutePath(path) ? path : JoinPath(QFile::encodeName(QDir::currentPath()).toStdString(), path);
 }
 
 /// From the bytes of the name, so that one that is no UTF-8 arrives whole.
