@@ -89,8 +89,10 @@ class NoPowerOff : public PowerOff {
 void TakeMainWindow(App& app, const Album& album) {
     MainWindow window(app);
     window.resize(880, 480);
+    bool isFull = false;
+    QObject::connect(&window.Browser(), &FolderBrowser::ScanFinished, &window, [&] { isFull = true; });
     window.show();
-    window.Browser().FinishScan();
+    if (!QTest::qWaitFor([&] { return isFull; }, 10000)) throw std::runtime_error("the list was never full");
     window.Browser().SelectOnly("02 Paper Boats.MP3");
     album.Take(window, "main");
     for (QAction* action : window.menuBar()->actions()) {
@@ -160,6 +162,9 @@ void TakeProgress(App& app, PictureDesktop& desktop, const std::string& demo) {
     app.files.SetCurrentFolder(demo);
     app.state.FileSpec = "Field recording.wav";
     app.state.RenameFormat = 1;
+    // The silence of the demo has the noise of its dither in it.
+    app.state.SilenceMin = 7;
+    app.state.SilenceMax = 65528;
     app.state.ShowExecuteWindows = true;
     WaveTrimJob(app);
     if (!desktop.IsDone()) throw std::runtime_error("the trim dialog was never shown");
