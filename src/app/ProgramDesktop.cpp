@@ -43,6 +43,10 @@ std::string ProgramDesktop::ChooseFolder(const std::string& prompt, const std::s
     return Shown().ChooseFolder(prompt, title, startFolder);
 }
 
+std::string ProgramDesktop::ChooseFile(const FileChoice& choice) {
+    return Shown().ChooseFile(choice);
+}
+
 void ProgramDesktop::Note(const std::string& text) {
     Current().Note(text);
 }

@@ -24,6 +24,7 @@ class ProgramDesktop : public Desktop {
                          const std::string& defaultAnswer) override;
     std::string ChooseFolder(const std::string& prompt, const std::string& title,
                              const std::string& startFolder) override;
+    std::string ChooseFile(const FileChoice& choice) override;
     void Note(const std::string& text) override;
     std::unique_ptr<ProgressView> OpenProgress() override;
     void ServeEvents() override;

@@ -6,11 +6,27 @@
 #include <memory>
 #include <string>
 
+#include "platform/Paths.h"
+
 namespace zefta {
 
 struct WaveOutline;
 
 enum class BoxKind { Plain, Warning, Critical };
+
+/// A file that a person is to name.
+struct FileChoice {
+    std::string title = {};
+    /// What such files are called, and their masks with blanks between them.
+    std::string kind = {};
+    std::string masks = {};
+    /// Where the choice begins, and the name that is offered.
+    std::string startFolder = {};
+    std::string name = {};
+    /// It is going to be written and need not be there; else it has to be. Nobody is asked here whether it
+    /// may be written over.
+    bool isToBeWritten = false;
+};
 
 /// Which dialog shows the progress.
 enum class ProgressKind { Trim, CopyPlaylist };
@@ -75,6 +91,11 @@ class Desktop {
     /// A folder that the person picks, beginning at `startFolder`; "" when the person cancels.
     virtual std::string ChooseFolder(const std::string& prompt, const std::string& title,
                                      const std::string& startFolder) = 0;
+
+    /// The path of a file that the person picks; "" when the person cancels.
+    virtual std::string ChooseFile(const FileChoice& choice) {
+        return AskInput(choice.kind, choice.title, JoinPath(choice.startFolder, choice.name));
+    }
 
     /// A line about finished work that a person who watches may want to read; nobody has to answer it, and it
     /// is no complaint.

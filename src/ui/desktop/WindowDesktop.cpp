@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -62,6 +63,23 @@ std::optional<QString> NameForToolkit(const std::string& path) {
     const QString name = QFile::decodeName(path.c_str());
     if (QFile::encodeName(name).toStdString() != path) return std::nullopt;
     return name;
+}
+
+/// What the chooser of files shows of the kind: some texts name the masks themselves.
+QString NameFilter(const FileChoice& choice) {
+    const QString masks = "(" + ToQt(choice.masks) + ")";
+    const QString kind = ToQt(choice.kind);
+    return kind.endsWith(masks) ? kind : kind + " " + masks;
+}
+
+void BeginIn(QFileDialog& dialog, const std::string& folder) {
+    const auto start = NameForToolkit(folder);
+    if (start && !start->isEmpty() && QDir(*start).exists()) dialog.setDirectory(*start);
+}
+
+std::string ChosenPath(QFileDialog& dialog) {
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
 }
 
 /// Makes the person's trash where there is none yet. It is where the toolkit turns to in the end: without it
@@ -150,10 +168,22 @@ std::string WindowDesktop::ChooseFolder(const std::string& prompt, const std::st
     QFileDialog dialog(WindowAtHand(), ToQt(prompt.empty() ? title : prompt));
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
-    const auto start = NameForToolkit(startFolder);
-    if (start && QDir(*start).exists()) dialog.setDirectory(*start);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-    return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+    BeginIn(dialog, startFolder);
+    return ChosenPath(dialog);
+}
+
+std::string WindowDesktop::ChooseFile(const FileChoice& choice) {
+    QFileDialog dialog(WindowAtHand(), ToQt(choice.title));
+    dialog.setNameFilter(NameFilter(choice));
+    dialog.setFileMode(choice.isToBeWritten ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setAcceptMode(choice.isToBeWritten ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    BeginIn(dialog, choice.startFolder);
+    if (const auto name = NameForToolkit(choice.name)) {
+        dialog.setDefaultSuffix(QFileInfo(*name).suffix());
+        dialog.selectFile(*name);
+    }
+    return ChosenPath(dialog);
 }
 
 void WindowDesktop::Note(const std::string& text) {

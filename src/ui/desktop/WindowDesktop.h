@@ -36,6 +36,7 @@ class WindowDesktop : public Desktop, public ToolWatch {
                          const std::string& defaultAnswer) override;
     std::string ChooseFolder(const std::string& prompt, const std::string& title,
                              const std::string& startFolder) override;
+    std::string ChooseFile(const FileChoice& choice) override;
     void Note(const std::string& text) override;
     std::unique_ptr<ProgressView> OpenProgress() override;
     /// At most every 10 milliseconds: jobs call it thousands of times a second.
