@@ -12,6 +12,7 @@
 #include "library/CopyPlaylist.h"
 #include "library/Playlist.h"
 #include "library/PlaylistText.h"
+#include "library/TextTarget.h"
 #include "platform/console/ConsoleDesktop.h"
 #include "platform/overlay/OverlayFileSystem.h"
 #include "platform/posix/IniSettingsStore.h"
@@ -44,7 +45,7 @@ class PlaylistStage {
     PlaylistStage& operator=(const PlaylistStage&) = delete;
 
     void WriteFiles(int count, const std::string& extension) {
-        for (int i = 0; i < count; ++i) WriteTextFile(files, Name(i) + extension, "");
+        for (int i = 0; i < count; ++i) TextTarget(files, Name(i) + extension).Put("");
     }
 
     static std::string Name(int number) { return "Artist - The title of track " + std::to_string(number); }
@@ -71,7 +72,7 @@ std::string ListOfLines() {
 void PlanCopyOfPlaylist(benchmark::State& state) {
     PlaylistStage stage;
     stage.WriteFiles(Files, ".mp3");
-    WriteTextFile(stage.files, "mix.m3u", ListOfLines());
+    TextTarget(stage.files, "mix.m3u").Put(ListOfLines());
     IniSettingsStore settings("none.ini");
     for ([[maybe_unused]] const auto round : state) {
         OverlayFileSystem overlay(stage.files);

@@ -11,6 +11,7 @@
 #include "core/TextLines.h"
 #include "library/RenameByTags.h"
 #include "library/RenamePlaylists.h"
+#include "library/TextTarget.h"
 #include "platform/console/ConsoleDesktop.h"
 #include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/PosixFileSystem.h"
@@ -101,7 +102,7 @@ void LearnNewNames(benchmark::State& state) {
     run.map.emplace(MakeMap(stage.folder));
     for ([[maybe_unused]] const auto round : state) {
         state.PauseTiming();
-        WriteTextFile(stage.files, stage.folder + "/list.m3u", list);
+        TextTarget(stage.files, stage.folder + "/list.m3u").Put(list);
         state.ResumeTiming();
         RenamePlaylists(run, stage.folder, false);
     }
@@ -117,7 +118,7 @@ void RenameFilesOfAListThatAreGone(benchmark::State& state) {
     for (int i = 0; i < ListLines; ++i) list += "Track " + std::to_string(i) + ".mp3\n";
     for ([[maybe_unused]] const auto round : state) {
         state.PauseTiming();
-        WriteTextFile(stage.files, stage.folder + "/list.m3u", list);
+        TextTarget(stage.files, stage.folder + "/list.m3u").Put(list);
         RenameRun run(stage.app, stage.folder);
         state.ResumeTiming();
         RenamePlaylists(run, stage.folder, true);
@@ -131,10 +132,10 @@ BENCHMARK(RenameFilesOfAListThatAreGone)->Unit(benchmark::kMillisecond);
 void NumberANameThatIsTaken(benchmark::State& state) {
     Stage stage;
     const std::string oldPath = stage.folder + "/old.mp3";
-    WriteTextFile(stage.files, oldPath, {});
-    WriteTextFile(stage.files, stage.folder + "/a.MP3", {});
+    TextTarget(stage.files, oldPath).Put({});
+    TextTarget(stage.files, stage.folder + "/a.MP3").Put({});
     for (int i = 2; i < 99; ++i)
-        WriteTextFile(stage.files, stage.folder + "/a {" + std::to_string(i) + "}.MP3", {});
+        TextTarget(stage.files, stage.folder + "/a {" + std::to_string(i) + "}.MP3").Put({});
     RenamePlan plan;
     plan.extension = ".MP3";
     plan.wanted.name = "a";

@@ -28,24 +28,36 @@ function(zefta_layer name)
   endforeach()
 endfunction()
 
+# The headers that make up most of the time of every compilation, compiled once a target.
+set(zefta_standard_headers
+  <algorithm> <cstdint> <functional> <map> <memory> <optional> <sstream> <string> <vector>)
+set(zefta_window_headers ${zefta_standard_headers} <QtWidgets>)
+
 # Tests run for seconds and are built for minutes: without optimisation, with the headers that all of them need
-# compiled once.
+# compiled once. TOOLKIT behind the target adds those of the windows.
 function(zefta_test_code target)
   target_compile_options(${target} PRIVATE -O0)
-  if(target STREQUAL zefta_test_support)
-    target_precompile_headers(${target} PRIVATE
-      <algorithm> <cstdint> <functional> <map> <memory> <optional> <sstream> <string> <vector> <gtest/gtest.h>)
+  if("TOOLKIT" IN_LIST ARGN)
+    target_precompile_headers(${target} PRIVATE ${zefta_window_headers} <QtTest> <gtest/gtest.h>)
+  elseif(target STREQUAL zefta_test_support)
+    target_precompile_headers(${target} PRIVATE ${zefta_standard_headers} <gtest/gtest.h>)
   else()
     target_precompile_headers(${target} REUSE_FROM zefta_test_support)
   endif()
 endfunction()
 
-# zefta_test(NAME LAYERS... LABELS...): one test program of all sources of tests/NAME.
+# zefta_test(NAME [TOOLKIT] USES LAYERS... LABELS...): one test program of all sources of tests/NAME.
 function(zefta_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "USES;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "TOOLKIT" "" "USES;LABELS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
   add_executable(zefta_${name}_tests ${sources})
-  zefta_test_code(zefta_${name}_tests)
+  if(ARG_TOOLKIT)
+    zefta_test_code(zefta_${name}_tests TOOLKIT)
+    set_target_properties(zefta_${name}_tests PROPERTIES AUTOMOC ON)
+    target_link_libraries(zefta_${name}_tests PRIVATE Qt6::Test)
+  else()
+    zefta_test_code(zefta_${name}_tests)
+  endif()
   target_include_directories(zefta_${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(zefta_${name}_tests PRIVATE zefta_test_support GTest::gtest_main)
   foreach(layer IN LISTS ARG_USES)
