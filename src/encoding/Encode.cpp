@@ -54,12 +54,18 @@ void EncodeFile(App& app, EncodeSource source) {
     RunTool(app, EncodeCommand(app.state, source));
 }
 
-bool EncodeAndTag(App& app, const std::string& folder, const std::string& name) {
-    const std::string output = EncodedOutputPath(app.state, folder, name);
+std::string EncodeInPlace(App& app, const std::string& folder, const std::string& name) {
+    std::string output = EncodedOutputPath(app.state, folder, name);
     const std::string former = app.files.ContentStamp(output);
     EncodeFile(app, {name, JoinPath(folder, name), folder});
     // An old file of that name that the encoder did not touch is no output: its tags are somebody's work.
-    if (!HasEncodedOutput(app, output) || app.files.ContentStamp(output) == former) return false;
+    if (!HasEncodedOutput(app, output) || app.files.ContentStamp(output) == former) return {};
+    return output;
+}
+
+bool EncodeAndTag(App& app, const std::string& folder, const std::string& name) {
+    const std::string output = EncodeInPlace(app, folder, name);
+    if (output.empty()) return false;
     TagEncodedOutput(app, output, name);
     return true;
 }

@@ -12,8 +12,10 @@ namespace zefta {
 /// ".wav" is passed over: its output would bear the name of its source.
 void EncodeFile(App& app, EncodeSource source);
 
-/// Encodes a WAV file into its own folder and tags the output with what its name tells. False when there is
-/// no output.
+/// Encodes a WAV file into its own folder. The path of what came out; "" when there is no output.
+std::string EncodeInPlace(App& app, const std::string& folder, const std::string& name);
+
+/// The same, and tags the output with what the name tells. False when there is no output.
 bool EncodeAndTag(App& app, const std::string& folder, const std::string& name);
 
 /// The job of /encode over FileSpec. A compressed file is asked about and re-encoded (ReEncode.h); from then

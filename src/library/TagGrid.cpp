@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/FileKind.h"
 #include "core/Numbers.h"
@@ -98,6 +99,7 @@ void PutRow(ID3Tag& tag, const TagRow& row, const TagDefaults& defaults) {
 }
 
 void WriteRow(App& app, const ChangedFile& file, const TagRow& row, const TagDefaults& defaults) {
+    if (!row.IsRead) return;
     std::optional<ReadFile> read = ReadForChange(app, file);
     if (!read) return;
     const ID3Tag before = IsPreview(app) ? read->tag : ID3Tag();
@@ -105,11 +107,29 @@ void WriteRow(App& app, const ChangedFile& file, const TagRow& row, const TagDef
     CheckRuntimeError(app, [&] { WriteChanged(app, file, before, *read); });
 }
 
-void Announce(App& app, const UpdateEvents& events, std::size_t number, std::size_t count,
-              const std::string& name) {
-    if (events.Progress) events.Progress(number, count, name);
-    app.desktop.ServeEvents();
-}
+/// A run over many files, followed by its events and by the desktop.
+class Update {
+  public:
+    Update(App& app, const UpdateEvents& events, std::size_t count)
+        : events_(events), batch_(app, count), count_(count) {}
+
+    /// False when the file is not to be begun.
+    bool Begin(const std::string& name) {
+        ++number_;
+        if (events_.Progress) events_.Progress(number_, count_, name);
+        return batch_.Next() && !(events_.IsCancelled && events_.IsCancelled());
+    }
+
+    void End(const std::string& name) const {
+        if (events_.Done) events_.Done(name);
+    }
+
+  private:
+    const UpdateEvents& events_;
+    Batch batch_;
+    std::size_t count_;
+    std::size_t number_ = 0;
+};
 
 std::vector<std::string> CompressedOnes(std::span<const std::string> names) {
     std::vector<std::string> compressed;
@@ -138,18 +158,23 @@ TagRow RowOfRecord(const std::string& name, const ID3Tag& tag) {
     return row;
 }
 
-std::vector<TagRow> LoadTagRows(App& app, const std::string& folder, std::span<const std::string> names) {
+std::optional<std::vector<TagRow>> LoadTagRows(App& app, const std::string& folder,
+                                               std::span<const std::string> names) {
     std::vector<TagRow> rows;
     // As it will be read for writing: a value that were not found here would be cleared there.
     const FileReading reading = {app.files, app.ansi, UnknownContent::Carry};
-    for (const std::string& name : CompressedOnes(names)) {
+    const std::vector<std::string> files = CompressedOnes(names);
+    Batch batch(app, files.size());
+    for (const std::string& name : files) {
+        if (!batch.Next()) return std::nullopt;
         ID3Tag tag;
         try {
             tag = ReadCompressedFile(reading, JoinPath(folder, name));
         } catch (const RuntimeError&) {
-            // Its row stays empty, and the update passes the file over.
+            tag = ID3Tag();
         }
         rows.push_back(RowOfRecord(name, tag));
+        rows.back().IsRead = !tag.Path.empty();
     }
     return rows;
 }
@@ -199,27 +224,29 @@ std::string ProgressText(std::size_t number, std::size_t count, const std::strin
     return "[" + std::to_string(number) + "/" + std::to_string(count) + "] " + name;
 }
 
-void WriteTagRows(App& app, const std::string& folder, std::span<const TagRow> rows,
+bool WriteTagRows(App& app, const std::string& folder, std::span<const TagRow> rows,
                   const TagDefaults& defaults, const UpdateEvents& events) {
-    std::size_t number = 0;
+    Update update(app, events, rows.size());
     for (const TagRow& row : rows) {
         const std::string& name = row.Cells[FileColumn];
-        Announce(app, events, ++number, rows.size(), name);
+        if (!update.Begin(name)) return false;
         WriteRow(app, {JoinPath(folder, name), name}, row, defaults);
-        if (events.Done) events.Done(name);
+        update.End(name);
     }
+    return true;
 }
 
-void UpdateTags(App& app, const std::string& folder, std::span<const std::string> names,
+bool UpdateTags(App& app, const std::string& folder, std::span<const std::string> names,
                 const TagValues& values, const UpdateEvents& events) {
-    if (IsEmpty(values)) return;
+    if (IsEmpty(values)) return true;
     const std::vector<std::string> files = CompressedOnes(names);
-    std::size_t number = 0;
+    Update update(app, events, files.size());
     for (const std::string& name : files) {
-        Announce(app, events, ++number, files.size(), name);
+        if (!update.Begin(name)) return false;
         CheckRuntimeError(app, [&] { ChangeTagsOfFile(app, {JoinPath(folder, name), name}, values); });
-        if (events.Done) events.Done(name);
+        update.End(name);
     }
+    return true;
 }
 
 std::vector<std::string> FilesToUpdate(App& app, std::span<const std::string> selected,

@@ -32,6 +32,9 @@ enum TagColumn : std::uint8_t {
 /// hold text.
 struct TagRow {
     std::array<std::string, TagColumnCount> Cells;
+    /// Whether the cells began as what the file holds. Empty ones of a file that could not be read are no
+    /// wish to clear it.
+    bool IsRead = true;
 };
 
 /// The heading of a column in the language of the run.
@@ -42,8 +45,9 @@ std::string HeadingOf(App& app, TagColumn column);
 TagRow RowOfRecord(const std::string& name, const ID3Tag& tag);
 
 /// The rows of the compressed ones among the files, in their order; one that can't be read has its name
-/// alone.
-std::vector<TagRow> LoadTagRows(App& app, const std::string& folder, std::span<const std::string> names);
+/// alone. Nothing when the person has ended the reading.
+std::optional<std::vector<TagRow>> LoadTagRows(App& app, const std::string& folder,
+                                               std::span<const std::string> names);
 
 /// First character upper case, all others lower case: "mIxEd cASE" gives "Mixed case".
 std::string CapitalizeFirst(std::string_view text);
@@ -76,21 +80,24 @@ struct UpdateEvents {
     std::function<void(std::size_t number, std::size_t count, const std::string& name)> Progress = {};
     /// Behind each file, changed or not: its row of a list may be another one now.
     std::function<void(const std::string& name)> Done = {};
+    /// Whether the person wants it to end, beside what the desktop hears of them. No file is begun then.
+    std::function<bool()> IsCancelled = {};
 };
 
 /// "[3/12] name", the progress of the advanced update.
 std::string ProgressText(std::size_t number, std::size_t count, const std::string& name);
 
-/// Writes the rows into the files of the folder; an empty cell clears its field. A file that can't be read or
-/// is read-only and to stay so is passed over; a writer's failure is shown and the next file follows.
-/// RuntimeError 6, with the rows ahead of it written, for a track that does not fit into a byte.
-/// App::defaultWaveFile must be there.
-void WriteTagRows(App& app, const std::string& folder, std::span<const TagRow> rows,
+/// Writes the rows into the files of the folder; an empty cell clears its field. A file that can't be read,
+/// now or when its row was made, or is read-only and to stay so is passed over; a writer's failure is shown
+/// and the next file follows. False when the person has ended it ahead of the last row. RuntimeError 6, with
+/// the rows ahead of it written, for a track that does not fit into a byte. App::defaultWaveFile must be
+/// there.
+bool WriteTagRows(App& app, const std::string& folder, std::span<const TagRow> rows,
                   const TagDefaults& defaults, const UpdateEvents& events);
 
 /// The massive tags update: writes the same values into the compressed ones among the files of the folder.
-/// Failures as of WriteTagRows. Does nothing when no value is given.
-void UpdateTags(App& app, const std::string& folder, std::span<const std::string> names,
+/// Failures and end as of WriteTagRows. Does nothing when no value is given.
+bool UpdateTags(App& app, const std::string& folder, std::span<const std::string> names,
                 const TagValues& values, const UpdateEvents& events);
 
 /// The files that the massive update means: the selected ones, or all of them when none is selected and the

@@ -70,12 +70,30 @@ TEST_F(TagGridTest, LoadTagRows_TakesTheCompressedFilesInTheirOrder) {
     app.folder.Write("a.ogg",
                      Ogg().Comment("ARTIST=X").Comment("TITLE=Y (Z)").Comment("TRACKNUMBER=4").Bytes());
     const Names names = {"b.mp3", "c.wav", "a.ogg", "none.mpc"};
-    const std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), names);
+    const std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), names).value();
     ASSERT_EQ(rows.size(), 3U);
     EXPECT_EQ(rows[0].Cells,
               Row({"b.mp3", "3", "Old Artist", "Old Title", "Old Mix", "Old Album", "1990"}).Cells);
     EXPECT_EQ(rows[1].Cells, Row({"a.ogg", "4", "X", "Y", "Z", "", ""}).Cells);
     EXPECT_EQ(rows[2].Cells, Row({"none.mpc", "", "", "", "", "", ""}).Cells);
+    EXPECT_TRUE(rows[0].IsRead);
+    EXPECT_TRUE(rows[1].IsRead);
+    EXPECT_FALSE(rows[2].IsRead);
+}
+
+TEST_F(TagGridTest, LoadTagRows_CanBeEnded) {
+    WriteMp3("a.mp3");
+    WriteMp3("b.mp3");
+    app.desktop.cancelsFromItem = 2;
+    EXPECT_EQ(LoadTagRows(app, app.folder.Path(), Names{"a.mp3", "b.mp3"}), std::nullopt);
+    EXPECT_EQ(app.desktop.batches.back(), (std::pair<std::size_t, std::size_t>{0, 0}));
+}
+
+TEST_F(TagGridTest, Write_FileThatCouldNotBeReadForItsRow_IsNotCleared) {
+    const std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Names{"a.mp3"}).value();
+    WriteMp3("a.mp3");
+    Write(rows);
+    EXPECT_EQ(ReadMp3("a.mp3").Artist, "Old Artist");
 }
 
 TEST(LetterCase, First_IsUpperAllOthersLower) {
@@ -194,7 +212,7 @@ TEST_F(TagGridTest, Write_TrackThatIsNoNumber_IsNone) {
 
 TEST_F(TagGridTest, Write_OggDate_StaysWholeUntilTheYearIsChanged) {
     app.folder.Write("a.ogg", Ogg().Comment("TITLE=T").Comment("DATE=2001-05-01").Bytes());
-    std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Names{"a.ogg"});
+    std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Names{"a.ogg"}).value();
     rows[0].Cells[TitleColumn] = "New";
     Write(rows);
     ID3Tag tag = wave.GetOGGFileInfo(app.folder / "a.ogg");
@@ -219,7 +237,7 @@ TEST_F(TagGridTest, Write_ApeItemsThatAreCarried_StayWhateverTheTrack) {
 
 TEST_F(TagGridTest, Write_UntouchedRows_KeepEveryValue) {
     WriteMp3("a.mp3");
-    Write(LoadTagRows(app, app.folder.Path(), Names{"a.mp3"}));
+    Write(LoadTagRows(app, app.folder.Path(), Names{"a.mp3"}).value());
     EXPECT_EQ(RowOfRecord("a.mp3", ReadMp3("a.mp3")).Cells,
               Row({"a.mp3", "3", "Old Artist", "Old Title", "Old Mix", "Old Album", "1990"}).Cells);
 }
@@ -230,7 +248,8 @@ TEST_F(TagGridTest, Write_TellsTheProgressAndServesEvents) {
     const UpdateEvents events = {[&](std::size_t number, std::size_t count, const std::string& name) {
                                      told.push_back(ProgressText(number, count, name));
                                  },
-                                 [&](const std::string& name) { told.push_back("done " + name); }};
+                                 [&](const std::string& name) { told.push_back("done " + name); },
+                                 {}};
     const std::vector<TagRow> rows = {Row({"a.mp3", "", "", "", "", "", ""}),
                                       Row({"none.mp3", "", "", "", "", "", ""})};
     WriteTagRows(app, app.folder.Path(), rows, {}, events);
@@ -249,6 +268,7 @@ TEST_F(TagGridTest, Update_GivenValues_GoToEveryCompressedFile) {
         [&](std::size_t number, std::size_t count, const std::string& name) {
             told.push_back(std::to_string(number) + " / " + std::to_string(count) + name);
         },
+        {},
         {}};
     UpdateTags(app, app.folder.Path(), Names{"a.mp3", "c.wav", "b.mp3"}, {.Year = "1999"}, events);
     EXPECT_EQ(told, (Names{"1 / 2a.mp3", "2 / 2b.mp3"}));
@@ -262,6 +282,32 @@ TEST_F(TagGridTest, Update_NoValues_TouchesNothing) {
     const std::string before = app.folder.Read("a.mp3");
     UpdateTags(app, app.folder.Path(), Names{"a.mp3"}, {}, {});
     EXPECT_EQ(app.folder.Read("a.mp3"), before);
+}
+
+TEST_F(TagGridTest, Cancel_EndsBehindTheFileAtHand) {
+    WriteMp3("a.mp3");
+    WriteMp3("b.mp3");
+    const std::string before = app.folder.Read("b.mp3");
+    bool isCancelled = false;
+    UpdateEvents events;
+    events.Done = [&](const std::string&) { isCancelled = true; };
+    events.IsCancelled = [&] { return isCancelled; };
+    const std::vector<TagRow> rows = {Row({"a.mp3", "", "Grid", "", "", "", ""}),
+                                      Row({"b.mp3", "", "Grid", "", "", "", ""})};
+    EXPECT_FALSE(WriteTagRows(app, app.folder.Path(), rows, {}, events));
+    EXPECT_EQ(ReadMp3("a.mp3").Artist, "Grid");
+    EXPECT_TRUE(app.folder.Read("b.mp3") == before);
+
+    isCancelled = false;
+    const Names names = {"a.mp3", "b.mp3"};
+    EXPECT_FALSE(UpdateTags(app, app.folder.Path(), names, {.Artist = "Massive "}, events));
+    EXPECT_EQ(ReadMp3("a.mp3").Artist, "Massive");
+    EXPECT_TRUE(app.folder.Read("b.mp3") == before);
+
+    isCancelled = false;
+    app.desktop.cancelsFromItem = 1;
+    EXPECT_FALSE(UpdateTags(app, app.folder.Path(), names, {.Artist = "Desktop "}, events));
+    EXPECT_EQ(ReadMp3("a.mp3").Artist, "Massive");
 }
 
 TEST_F(TagGridTest, FilesToUpdate_NoneSelected_AsksForAll) {
