@@ -53,6 +53,12 @@ std::vector<std::string> LoadRenameTemplates(const SettingsStore& store) {
     return Load(store, TemplateKeys);
 }
 
+std::vector<std::string> WithTemplate(std::vector<std::string> templates, const std::string& added) {
+    const bool isThere = std::find(templates.begin(), templates.end(), added) != templates.end();
+    if (!added.empty() && !isThere) templates.insert(templates.begin(), added);
+    return templates;
+}
+
 void SaveRecentFolders(SettingsStore& store, const std::vector<std::string>& folders) {
     Save(store, FolderKeys, folders);
 }

@@ -29,4 +29,9 @@ std::string ConfigFolder() {
     return folder.empty() ? JoinPath(HomeFolder(), ".config") : folder;
 }
 
+std::string DataFolder() {
+    const std::string folder = AbsoluteOrNothing(std::getenv("XDG_DATA_HOME"));
+    return folder.empty() ? JoinPath(HomeFolder(), ".local/share") : folder;
+}
+
 }  // namespace zefta

@@ -11,4 +11,7 @@ std::string HomeFolder();
 /// Where the person's programs keep their settings: XDG_CONFIG_HOME, or .config of the home folder.
 std::string ConfigFolder();
 
+/// Where they keep what is no setting: XDG_DATA_HOME, or .local/share of the home folder.
+std::string DataFolder();
+
 }  // namespace zefta
