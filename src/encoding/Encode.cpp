@@ -54,13 +54,17 @@ void EncodeFile(App& app, EncodeSource source) {
     RunTool(app, EncodeCommand(app.state, source));
 }
 
-std::string EncodeInPlace(App& app, const std::string& folder, const std::string& name) {
-    std::string output = EncodedOutputPath(app.state, folder, name);
+std::string EncodeAnew(App& app, const EncodeSource& source) {
+    std::string output = EncodedOutputPath(app.state, source.destination, source.name);
     const std::string former = app.files.ContentStamp(output);
-    EncodeFile(app, {name, JoinPath(folder, name), folder});
+    EncodeFile(app, source);
     // An old file of that name that the encoder did not touch is no output: its tags are somebody's work.
     if (!HasEncodedOutput(app, output) || app.files.ContentStamp(output) == former) return {};
     return output;
+}
+
+std::string EncodeInPlace(App& app, const std::string& folder, const std::string& name) {
+    return EncodeAnew(app, {name, JoinPath(folder, name), folder});
 }
 
 bool EncodeAndTag(App& app, const std::string& folder, const std::string& name) {

@@ -12,7 +12,11 @@ namespace zefta {
 /// ".wav" is passed over: its output would bear the name of its source.
 void EncodeFile(App& app, EncodeSource source);
 
-/// Encodes a WAV file into its own folder. The path of what came out; "" when there is no output.
+/// The same into the folder of the source's destination. The path of what came out; "" when there is no
+/// output, also when an old file of that name is there.
+std::string EncodeAnew(App& app, const EncodeSource& source);
+
+/// The same for a WAV file and its own folder.
 std::string EncodeInPlace(App& app, const std::string& folder, const std::string& name);
 
 /// The same, and tags the output with what the name tells. False when there is no output.
