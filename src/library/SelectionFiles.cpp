@@ -1,5 +1,7 @@
 #include "library/SelectionFiles.h"
 
+#include <algorithm>
+
 #include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/FileNames.h"
@@ -43,7 +45,8 @@ void DeleteFolderWithAll(App& app, const std::string& path) {
 
 void DeleteRow(App& app, const std::string& folder, const SelectedRow& row) {
     const std::string path = JoinPath(folder, row.name);
-    if (row.icon == RowIcon::Folder && !IsLink(app.files, path)) {
+    // The list may be older than the disk: what is a folder by now is asked about.
+    if (app.files.FolderExists(path) && !IsLink(app.files, path)) {
         DeleteFolderWithAll(app, path);
     } else {
         DeleteFileOrLink(app, path);
@@ -59,6 +62,19 @@ std::string ExtensionOf(const std::string& name) {
 std::string WithExtensionOf(const SelectedRow& row, const std::string& answer) {
     const std::string extension = ExtensionOf(row.name);
     return row.icon == RowIcon::Folder || extension.empty() ? answer : answer + "." + extension;
+}
+
+bool IsControl(char character) {
+    constexpr char Delete = 0x7F;
+    return static_cast<unsigned char>(character) < ' ' || character == Delete;
+}
+
+/// What was pasted may end in a line end, and a name that holds one is two lines of every playlist.
+std::string OnOneLine(std::string text) {
+    text.erase(std::find_if_not(text.rbegin(), text.rend(), IsControl).base(), text.end());
+    text.erase(text.begin(), std::find_if_not(text.begin(), text.end(), IsControl));
+    std::replace_if(text.begin(), text.end(), IsControl, ' ');
+    return text;
 }
 
 bool AskRename(App& app, const std::string& text) {
@@ -98,8 +114,9 @@ std::optional<std::string> RenameEntry(App& app, const std::string& folder, cons
     const std::string offered = app.ansi.ToText(EditableName(row));
     const std::string answer = app.desktop.AskInput(app.messages.GetMessage(RenamingText),
                                                     app.messages.GetMessage(FileOperationTitle), offered);
-    if (answer.empty() || answer == offered) return std::nullopt;
-    const std::string newName = WithExtensionOf(row, answer);
+    const std::string typed = OnOneLine(answer);
+    if (typed.empty() || typed == offered || answer == offered) return std::nullopt;
+    const std::string newName = WithExtensionOf(row, typed);
     const bool hasFailed = CheckRuntimeError(
         app, [&] { app.files.MoveFile(JoinPath(folder, row.name), JoinPath(folder, newName)); });
     return hasFailed ? std::nullopt : std::optional(newName);

@@ -21,8 +21,9 @@ bool DeleteSelected(App& app, const Selection& selection);
 /// which is taken out wherever it stands in the name, in any case ("a.mp3.mp3" gives "a").
 std::string EditableName(const SelectedRow& row);
 
-/// Asks for a new name and gives it to the file, whose extension stays, or the folder. The new name; nothing
-/// when the answer is empty, is the name that was offered, or can't be given: that is shown.
+/// Asks for a new name and gives it to the file, whose extension stays, or the folder. Control characters of
+/// the answer are left out at its ends and blanks within. The new name; nothing when the answer is empty, is
+/// the name that was offered, or can't be given: that is shown.
 std::optional<std::string> RenameEntry(App& app, const std::string& folder, const SelectedRow& row);
 
 /// The question of a command that renames by tags.

@@ -109,6 +109,17 @@ TEST_F(SelectionFiles, Delete_WithATrash_MovesThereAfterTheQuestions) {
     EXPECT_EQ(app.desktop.questions.size(), 2U);
 }
 
+TEST_F(SelectionFiles, Delete_FileThatIsAFolderByNow_AsksTwice) {
+    fs::create_directories(app.folder / "a.mp3");
+    app.folder.Write("a.mp3/song.mp3", "x");
+    selection.rows = {{RowIcon::Compressed, "a.mp3"}};
+    app.desktop.hasTrash = true;
+    app.desktop.answers = {true, false};
+    Delete();
+    EXPECT_EQ(app.desktop.questions.size(), 2U);
+    EXPECT_TRUE(app.folder.Exists("a.mp3/song.mp3"));
+}
+
 TEST_F(SelectionFiles, Delete_Link_LeavesWhatItLeadsTo) {
     fs::create_directories(app.folder / "target");
     app.folder.Write("target/x.mp3", "x");
@@ -166,6 +177,15 @@ TEST_F(SelectionFiles, Rename_EmptyAnswerOrTheNameOffered_DoesNothing) {
     EXPECT_EQ(Rename(""), std::nullopt);
     EXPECT_EQ(Rename("a"), std::nullopt);
     EXPECT_TRUE(app.folder.Exists("a.mp3"));
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(SelectionFiles, Rename_PastedLines_BecomeOne) {
+    Select("a.mp3");
+    EXPECT_EQ(Rename("a\n"), std::nullopt) << "the name offered";
+    EXPECT_EQ(Rename("\r\n"), std::nullopt);
+    EXPECT_EQ(Rename("One\tTwo\r\n"), "One Two.mp3");
+    EXPECT_TRUE(app.folder.Exists("One Two.mp3"));
     EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
