@@ -1,6 +1,6 @@
 #include "library/ListRow.h"
 
-#include "core/Numbers.h"
+#include <cmath>
 
 namespace zefta {
 
@@ -11,6 +11,11 @@ constexpr std::int32_t Mono = 3;
 /// Many programs end their texts in a tag with a NUL; what follows it was never shown.
 std::string_view Shown(std::string_view text) {
     return text.substr(0, text.find('\0'));
+}
+
+/// Halves go to the even number. Sizes have no upper limit: a sparse file may be of any.
+std::int64_t WholeUnits(std::int64_t bytes, std::int64_t unit) {
+    return std::llrint(static_cast<double>(bytes) / static_cast<double>(unit));
 }
 
 std::string FirstNotEmpty(std::string_view first, std::string_view second) {
@@ -66,11 +71,9 @@ RowIcon IconOf(ListKind kind) {
 
 std::string SizeText(std::int64_t bytes) {
     constexpr std::int64_t Kibi = 1024;
-    const double size = static_cast<double>(bytes);
-    // A file above 2 TiB has no such number of mebibytes; its kibibytes do not fit earlier.
-    const std::int32_t mebibytes = ToI32(size / (Kibi * Kibi));
+    const std::int64_t mebibytes = WholeUnits(bytes, Kibi * Kibi);
     if (mebibytes > 99) return std::to_string(mebibytes) + " M";
-    const std::int32_t kibibytes = ToI32(size / Kibi);
+    const std::int64_t kibibytes = WholeUnits(bytes, Kibi);
     if (kibibytes >= 11) return std::to_string(kibibytes) + " K";
     return bytes > 0 ? std::to_string(bytes) : " ";
 }

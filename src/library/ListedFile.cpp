@@ -13,10 +13,19 @@ namespace zefta {
 
 namespace {
 
+/// Far more than any WAV file has; one that a recorder left full of zeros has millions, and the list waits.
+constexpr int MostChunks = 100'000;
+
+void ReadWave(const FileReading& reading, const std::string& path, ID3Tag& tag) {
+    ReadWaveInfo(reading.files, path, tag, [chunks = 0]() mutable {
+        if (++chunks > MostChunks) throw RuntimeError(ErrorNumber::Overflow);
+    });
+}
+
 void ReadTag(const FileReading& reading, const std::string& path, ListKind kind, ID3Tag& tag) {
     switch (kind) {
         case ListKind::Wave:
-            ReadWaveInfo(reading.files, path, tag);
+            ReadWave(reading, path, tag);
             break;
         case ListKind::MP3:
             ReadMP3File(reading, path, tag);

@@ -16,6 +16,7 @@ TEST(SizeText, Sizes_AreMebibytesKibibytesOrBytes) {
     EXPECT_EQ(SizeText(0), " ");
     EXPECT_EQ(SizeText(1), "1");
     EXPECT_EQ(SizeText(std::int64_t{5} << 40), "5242880 M");
+    EXPECT_EQ(SizeText(std::int64_t{4} << 60), "4398046511104 M") << "a sparse file of any size has a row";
 }
 
 TEST(SizeText, Limits_AreOfTheRoundedNumber) {

@@ -4,6 +4,7 @@
 #include <QFont>
 #include <algorithm>
 
+#include "core/FileNames.h"
 #include "library/ReadableColour.h"
 #include "ui/Resources.h"
 #include "ui/list/OneLineText.h"
@@ -31,6 +32,12 @@ std::array<QIcon, 6> RowIcons() {
 
 bool IsNumberColumn(ListColumn column) {
     return column == ListColumn::Size || column == ListColumn::Bitrate || column == ListColumn::Time;
+}
+
+/// A tag may hold megabytes, which would be laid out each time that the row is painted.
+void CutCell(std::string& text) {
+    constexpr std::size_t MostBytes = 1000;
+    text.resize(CutToBytes(text, MostBytes).size());
 }
 
 Colour ToColour(const QColor& colour) {
@@ -96,6 +103,7 @@ void FileListModel::Fill(int row, const ListedFile& file) {
     auto content = std::make_unique<Content>();
     content->row = RowOf(filled.entry, file.bytes, file.tag, app_.ansi);
     content->colours = ColoursOf(filled.entry, content->row, file.tag, currentYear_);
+    for (const auto cell : Cells) CutCell(content->row.*cell);
     filled.content = std::move(content);
     if (!filled.isFilled) ++filledRows_;
     filled.isFilled = true;
