@@ -83,6 +83,23 @@ TEST_F(BusyWindow, OtherCommands_AreNotHeard) {
     EXPECT_EQ(Browser().Folder(), Music());
 }
 
+TEST_F(BusyWindow, Panel1_IsTheRunsWhateverElseGoesOn) {
+    Make("d.mp3", Mp3().Bytes());
+    Open();
+    Browser().RefreshContents();
+    Texts statuses;
+    app.processes.tool = [&](const RecordingProcesses::Run&) {
+        ClickRow("d.mp3");
+        QTest::qWait(30);
+        statuses.push_back(Status());
+    };
+    EncodeAll();
+    EXPECT_EQ(statuses, (Texts{"[1/3] a.wav", "[2/3] b.wav", "[3/3] c.wav"}));
+    Browser().FinishScan();
+    ClickRow("d.mp3");
+    EXPECT_EQ(Status(), "d.mp3");
+}
+
 TEST_F(BusyWindow, ClosingTheWindow_EndsBehindTheFileAtHandAndCloses) {
     Open();
     bool wasVisible = false;

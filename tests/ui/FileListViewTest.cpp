@@ -33,7 +33,22 @@ class FileListMouse : public ListStage {
         if (!enter.isAccepted()) return false;
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(browser.View()->viewport(), &drop);
+        EXPECT_EQ(browser.Folder(), app.folder.Path()) << "the source of the drop waits for its end";
+        QCoreApplication::processEvents();
         return drop.isAccepted();
+    }
+
+    /// What the source of a folder hears that offers these, and Shift proposes to move it.
+    Qt::DropAction ActionOfDrop(Qt::DropActions possible) {
+        QMimeData data;
+        data.setUrls({UrlOf("sub")});
+        QDragEnterEvent enter({5, 5}, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
+        QCoreApplication::sendEvent(browser.View()->viewport(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop(QPointF(5, 5), possible, &data, Qt::LeftButton, Qt::ShiftModifier);
+        QCoreApplication::sendEvent(browser.View()->viewport(), &drop);
+        EXPECT_TRUE(drop.isAccepted());
+        return drop.dropAction();
     }
 
     QUrl UrlOf(const std::string& name) { return QUrl::fromLocalFile(ToQt(app.folder / name)); }
@@ -45,6 +60,14 @@ TEST_F(FileListMouse, DoubleClick_ActivatesTheRow) {
     Click("b.mp3", Qt::LeftButton);
     QTest::mouseDClick(browser.View()->viewport(), Qt::LeftButton, {}, PointOn("b.mp3"));
     EXPECT_EQ(activated, (BrowserRow{RowIcon::Compressed, "b.mp3"}));
+}
+
+TEST_F(FileListMouse, DoubleClickOfAnotherButton_ActivatesNothing) {
+    QSignalSpy activations(&browser, &FolderBrowser::RowActivated);
+    Click("a.mp3", Qt::LeftButton);
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton})
+        QTest::mouseDClick(browser.View()->viewport(), button, {}, PointOn("a.mp3"));
+    EXPECT_EQ(activations.size(), 0);
 }
 
 TEST_F(FileListMouse, RightButton_SelectsARowThatIsNotSelectedAlone) {
@@ -109,6 +132,14 @@ TEST_F(FileListMouse, OneFolderDropped_IsEnteredAsIfTyped) {
     EXPECT_EQ(refused.size(), 0);
 }
 
+TEST_F(FileListMouse, DroppedFolder_IsNeverMoved) {
+    EXPECT_EQ(ActionOfDrop(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction), Qt::CopyAction);
+    EXPECT_EQ(ActionOfDrop(Qt::MoveAction | Qt::LinkAction), Qt::LinkAction);
+    EXPECT_EQ(ActionOfDrop(Qt::MoveAction), Qt::IgnoreAction);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(browser.Folder(), app.folder / "sub");
+}
+
 TEST_F(FileListMouse, FolderOfBytes_IsEnteredByItsBytes) {
     const std::string name = "caf\xE9";
     app.files.CreateFolder(app.folder / name);
@@ -125,6 +156,18 @@ TEST_F(FileListMouse, AnythingElseDropped_IsRefusedWithABeep) {
     EXPECT_FALSE(Drop({QUrl("https://kestrin.example/")}));
     EXPECT_EQ(refused.size(), 4);
     EXPECT_EQ(browser.Folder(), app.folder.Path());
+}
+
+TEST_F(FileListMouse, TagOfMegabytes_IsShownInPart) {
+    FileListModel model(app);
+    model.ShowEntries({{"a.mp3", ListKind::MP3}}, false);
+    ListedFile file;
+    for (int i = 0; i < 100000; ++i) file.tag.ID3v2Extension.TrackTitle += "éa";
+    model.Fill(0, file);
+    const QString title = model.index(0, static_cast<int>(ListColumn::Title)).data().toString();
+    EXPECT_TRUE(title.startsWith("éaéaéa"));
+    EXPECT_TRUE(title.endsWith("é") || title.endsWith("a")) << "no half of a character";
+    EXPECT_LT(title.size(), 2000);
 }
 
 TEST_F(FileListMouse, CutText_IsToldWhole) {

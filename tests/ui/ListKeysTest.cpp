@@ -29,6 +29,7 @@ TEST(KeyTable, IsTheDocumentedOne) {
         {{Qt::Key_Minus, Qt::ControlModifier | Qt::KeypadModifier}, Command::DeselectKind},
         {{Qt::Key_Return, Qt::AltModifier}, Command::Play},
         {{Qt::Key_X, Qt::NoModifier}, Command::Play},
+        {{0x0427, Qt::NoModifier}, Command::Play},
         {{Qt::Key_Return, Qt::ShiftModifier}, Command::Append},
         {{Qt::Key_F1, Qt::AltModifier}, Command::FocusDrives},
         {{Qt::Key_Return, Qt::NoModifier}, Command::Enter},
@@ -60,6 +61,8 @@ TEST_F(ListKeysTest, MenuKey_PopsUpTheMenuOfTheRow) {
     ClickRow("c.wav");
     Key(Qt::Key_Menu);
     EXPECT_TRUE(Menu("mnuWAVe").isVisible());
+    const QRect row = View().visualRect(View().currentIndex());
+    EXPECT_GE(Menu("mnuWAVe").y(), View().viewport()->mapToGlobal(row.bottomLeft()).y()) << "below its row";
     Menu("mnuWAVe").close();
     ClickRow("sub");
     Key(Qt::Key_Menu);
@@ -96,6 +99,23 @@ TEST_F(ListKeysTest, PlayKeys_PlayAndAppend) {
     EXPECT_FALSE(app.desktop.played[1].append);
     EXPECT_TRUE(app.desktop.played[2].append);
     EXPECT_EQ(app.desktop.played[2].text, PathOf("c.wav") + "\n");
+}
+
+TEST_F(ListKeysTest, KeyThatIsHeld_CountsOnce) {
+    Open();
+    ClickRow("c.wav");
+    Key(Qt::Key_X);
+    for (int i = 0; i < 3; ++i) {
+        QKeyEvent again(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, "x", true);
+        QApplication::sendEvent(&View(), &again);
+    }
+    EXPECT_EQ(app.desktop.played.size(), 1U);
+    EXPECT_EQ(SelectedNames(), (Texts{"c.wav"})) << "nor is it a letter of a name";
+    for (const MenuRow& row : MenuTable()) {
+        if (row.command != Command::None) {
+            EXPECT_FALSE(Item(row.control).autoRepeat()) << row.control;
+        }
+    }
 }
 
 TEST_F(ListKeysTest, Enter_OnAFolderEntersItAndBackspaceGoesUp) {

@@ -342,16 +342,16 @@ TEST_F(MainCommandsTest, RenamesOfTheFolder_AnswerNo_DoNothing) {
     EXPECT_TRUE(Exists("1.mp3"));
 }
 
-TEST_F(MainCommandsTest, CopyPlaylist_AsksWhere) {
+TEST_F(MainCommandsTest, CopyPlaylist_AsksWhereAndShowsTheNewFolder) {
     Make("a.wav");
     Make("c.m3u", "a.wav\n");
-    MakeFolder("usb");
     Open();
     ClickRow("c.m3u");
-    app.desktop.folders = {PathOf("usb")};
+    app.desktop.folders = {Music()};
     ClickItem("mnuM3UCopy");
-    EXPECT_TRUE(Exists("usb/c/(001) a.wav"));
-    EXPECT_TRUE(Exists("usb/c/c.m3u"));
+    EXPECT_TRUE(Exists("c/(001) a.wav") && Exists("c/c.m3u"));
+    EXPECT_TRUE(HasRow("c"));
+    EXPECT_EQ(SelectedNames(), (Texts{"c.m3u"}));
 }
 
 TEST_F(MainCommandsTest, Properties_ShowTheDialogOfTheKindAndFillTheRowAnew) {

@@ -48,6 +48,21 @@ std::string DroppedFolder(const App& app, const QMimeData& data) {
     return app.files.FolderExists(path) ? path : std::string();
 }
 
+/// What the source is told of: the folder is looked at and stays where it is, and a source that hears of a
+/// move deletes what it gave.
+Qt::DropAction ActionFor(const QDropEvent& event) {
+    const Qt::DropActions possible = event.possibleActions();
+    if (possible.testFlag(Qt::CopyAction)) return Qt::CopyAction;
+    return possible.testFlag(Qt::LinkAction) ? Qt::LinkAction : Qt::IgnoreAction;
+}
+
+/// A source that only knows moves would not drop anything where nothing is to be done with it.
+void OfferToTake(QDropEvent& event) {
+    const Qt::DropAction action = ActionFor(event);
+    event.setDropAction(action == Qt::IgnoreAction ? event.proposedAction() : action);
+    event.accept();
+}
+
 }  // namespace
 
 FileListView::FileListView(App& app, FileListModel& model, QWidget* parent)
@@ -131,6 +146,14 @@ void FileListView::mousePressEvent(QMouseEvent* event) {
     emit MenuRequested(event->globalPosition().toPoint());
 }
 
+void FileListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        QTreeView::mouseDoubleClickEvent(event);
+    } else {
+        mousePressEvent(event);
+    }
+}
+
 void FileListView::contextMenuEvent(QContextMenuEvent* event) {
     // The right button was answered when it went down.
     if (event->reason() != QContextMenuEvent::Keyboard || !currentIndex().isValid()) return;
@@ -139,11 +162,11 @@ void FileListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void FileListView::dragEnterEvent(QDragEnterEvent* event) {
-    if (acceptsFolders_ && event->mimeData()->hasUrls()) event->acceptProposedAction();
+    if (acceptsFolders_ && event->mimeData()->hasUrls()) OfferToTake(*event);
 }
 
 void FileListView::dragMoveEvent(QDragMoveEvent* event) {
-    if (acceptsFolders_ && event->mimeData()->hasUrls()) event->acceptProposedAction();
+    if (acceptsFolders_ && event->mimeData()->hasUrls()) OfferToTake(*event);
 }
 
 void FileListView::dropEvent(QDropEvent* event) {
@@ -152,7 +175,8 @@ void FileListView::dropEvent(QDropEvent* event) {
         emit DropRefused();
         return;
     }
-    event->acceptProposedAction();
+    event->setDropAction(ActionFor(*event));
+    event->accept();
     emit FolderDropped(folder);
 }
 

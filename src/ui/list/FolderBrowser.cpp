@@ -5,6 +5,7 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <unordered_set>
 
 #include "core/Boxes.h"
 #include "library/FolderListing.h"
@@ -79,7 +80,13 @@ void FolderBrowser::ConnectList() {
     connect(view_, &FileListView::MenuRequested, this, [this](const QPoint& position) {
         if (commandsEnabled_) emit MenuRequested(position);
     });
-    connect(view_, &FileListView::FolderDropped, this, &FolderBrowser::EnterTypedFolder);
+    // Behind the drop: its source waits for the end of it, and a folder that can't be entered brings a box.
+    connect(
+        view_, &FileListView::FolderDropped, this,
+        [this](const std::string& path) {
+            if (commandsEnabled_) EnterTypedFolder(path);
+        },
+        Qt::QueuedConnection);
     connect(view_, &FileListView::DropRefused, this, [] { QApplication::beep(); });
     connect(scan_, &FolderScan::RowsInViewFilled, this, &FolderBrowser::FitColumns);
     connect(scan_, &FolderScan::Finished, this, [this] {
@@ -91,12 +98,13 @@ void FolderBrowser::ConnectList() {
 void FolderBrowser::RefreshContents() {
     pathBar_->Drives().Refresh();
     folder_ = WithoutDoubledSeparators(folder_);
-    if (!EnterFolder()) {
+    const bool showsNewFolder = EnterFolder();
+    pathBar_->Drives().Follow(folder_);
+    if (!showsNewFolder) {
         emit ListChanged();
         panels_.SetStatusText(1, {});
         return;
     }
-    pathBar_->Drives().Follow(folder_);
     FolderContents contents;
     QString note;
     try {
@@ -243,6 +251,12 @@ void FolderBrowser::SetIconSelected(RowIcon icon, bool selected) {
                                     selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect);
 }
 
+void FolderBrowser::AddToSelection(const std::vector<std::string>& names) {
+    const std::unordered_set<std::string> meant(names.begin(), names.end());
+    const QItemSelection rows = RowsWhere([&](int row) { return meant.contains(model_->EntryAt(row).name); });
+    view_->selectionModel()->select(rows, QItemSelectionModel::Select);
+}
+
 void FolderBrowser::InvertSelection() {
     const QItemSelection rows = RowsWhere([&](int row) {
         return !model_->IsUpRow(row) && !view_->selectionModel()->isSelected(model_->index(row, 0));
@@ -282,6 +296,7 @@ void FolderBrowser::SetCommandsEnabled(bool enabled) {
     commandsEnabled_ = enabled;
     pathBar_->setEnabled(enabled);
     view_->SetAcceptsFolders(enabled);
+    scan_->SetTellsName(enabled);
 }
 
 std::vector<std::string> FolderBrowser::History() const {

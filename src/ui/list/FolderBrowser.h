@@ -37,7 +37,7 @@ class FolderBrowser : public QWidget {
     FolderBrowser(App& app, StatusPanels& panels, QWidget* parent = nullptr);
 
     /// The folder that is shown, absolute.
-    const std::string& Folder() const { return folder_; }
+    std::string Folder() const { return folder_; }
     /// Scans the folder anew. The names stand when it returns; the rest comes later. A scan that is under way
     /// is abandoned.
     void RefreshContents();
@@ -64,6 +64,8 @@ class FolderBrowser : public QWidget {
     void SelectOnly(const std::string& name);
     /// Adds the row of that name to the selection or takes it out. The focus stays where it is.
     void SetRowSelected(const std::string& name, bool selected);
+    /// Adds the rows of these names. The focus stays where it is.
+    void AddToSelection(const std::vector<std::string>& names);
     /// Selects or deselects all rows of that icon.
     void SetIconSelected(RowIcon icon, bool selected);
     /// The way up is never among the selected then.
@@ -74,7 +76,8 @@ class FolderBrowser : public QWidget {
 
     /// Focuses drvBox and opens its list.
     void FocusDriveBox();
-    /// While false the person can look, but neither change the folder nor start anything on a row.
+    /// While false the person can look, but neither change the folder nor start anything on a row, and a scan
+    /// leaves panel 1 alone.
     void SetCommandsEnabled(bool enabled);
     /// The folders of the path box, newest first.
     std::vector<std::string> History() const;

@@ -76,7 +76,7 @@ void FolderScan::FillRow(int row) {
 void FolderScan::TellChanges() {
     if (changed_) model_.TellFilled(changed_->first, changed_->second);
     changed_.reset();
-    if (!nameAtHand_.empty())
+    if (tellsName_ && !nameAtHand_.empty())
         panels_.SetStatusText(1, app_.messages.GetMessage(ScanningMessage, app_.ansi.ToText(nameAtHand_)));
     panels_.SetStatusText(2, count_.CountText(app_.messages));
     panels_.SetStatusText(3, count_.SizeText());
@@ -111,7 +111,7 @@ void FolderScan::Finish() {
 
 void FolderScan::End() {
     timer_.stop();
-    panels_.SetStatusText(1, {});
+    if (tellsName_) panels_.SetStatusText(1, {});
     emit Finished();
 }
 

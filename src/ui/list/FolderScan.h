@@ -28,6 +28,9 @@ class FolderScan : public QObject {
 
     void SetRowsInView(RowsInView rowsInView) { rowsInView_ = std::move(rowsInView); }
 
+    /// Whether panel 1 is the scan's; not while it tells how far a command is.
+    void SetTellsName(bool tellsName) { tellsName_ = tellsName; }
+
     /// Begins with the rows that the model has now, in the place of a scan that is under way. The other files
     /// of the folder are told, but not read.
     void Start(const std::string& folder, const std::vector<std::string>& otherFiles);
@@ -62,6 +65,7 @@ class FolderScan : public QObject {
     /// Rows that views have not been told of.
     std::optional<std::pair<int, int>> changed_;
     bool viewIsFilled_ = false;
+    bool tellsName_ = true;
 };
 
 }  // namespace zefta

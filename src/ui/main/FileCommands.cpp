@@ -43,7 +43,7 @@ void MainCommands::OnRenameSelected(int rule) {
                                   std::erase(failed, oldName);
                               });
     });
-    for (const std::string& name : failed) browser_.SetRowSelected(name, true);
+    browser_.AddToSelection(failed);
 }
 
 void MainCommands::OnRenameAll(int rule) {
@@ -66,14 +66,14 @@ void MainCommands::OnRenameByPlaylist(int rule) {
 void MainCommands::EncodeBy(const ModeOfCommand& mode) {
     const std::string status = panels_.StatusText(1);
     if (!EncodeSelected(app_, CurrentSelection(), mode, WatchOfRun())) return;
-    panels_.SetStatusText(1, status);
+    RestoreStatus(status);
     browser_.RefreshContents();
 }
 
 void MainCommands::ReEncodeBy(const ModeOfCommand& mode) {
     const std::string status = panels_.StatusText(1);
     if (!ReEncodeSelected(app_, CurrentSelection(), mode, WatchOfRun())) return;
-    panels_.SetStatusText(1, status);
+    RestoreStatus(status);
     browser_.RefreshContents();
 }
 
@@ -104,7 +104,7 @@ void MainCommands::OnReEncodeMPEGplus(int mode) {
 void MainCommands::OnDecode(int) {
     const std::string status = panels_.StatusText(1);
     if (!DecodeSelected(app_, CurrentSelection(), WatchOfRun())) return;
-    panels_.SetStatusText(1, status);
+    RestoreStatus(status);
     browser_.RefreshContents();
 }
 
@@ -117,7 +117,7 @@ void MainCommands::TellIfNothingPlays(bool hasStarted) {
 void MainCommands::PlaySelection(bool append) {
     const std::string status = panels_.StatusText(1);
     const bool hasStarted = player_.PlaySelected(CurrentSelection(), append, WatchOfRun());
-    panels_.SetStatusText(1, status);
+    RestoreStatus(status);
     TellIfNothingPlays(hasStarted);
 }
 
@@ -150,7 +150,9 @@ void MainCommands::OnMakeList(int) {
 
 void MainCommands::OnCopyPlaylist(int) {
     const auto row = browser_.FocusedRow();
-    if (row && row->icon == RowIcon::Playlist) CopyPlaylist(app_, PathOf(row->name), "");
+    if (!row || row->icon != RowIcon::Playlist) return;
+    // The copy may lie in the folder that is shown.
+    WorkAndReload([&] { return !CopyPlaylist(app_, PathOf(row->name), "").empty(); });
 }
 
 }  // namespace zefta

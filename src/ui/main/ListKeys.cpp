@@ -21,6 +21,19 @@ const KeyRow Keys[] = {
     // clang-format on
 };
 
+int KeyOf(const QKeyEvent& event) {
+    // The letter of the same key on a Cyrillic keyboard.
+    constexpr int CyrillicX = 0x0427;
+    switch (event.key()) {
+        case Qt::Key_Enter:
+            return Qt::Key_Return;
+        case CyrillicX:
+            return Qt::Key_X;
+        default:
+            return event.key();
+    }
+}
+
 }  // namespace
 
 std::span<const KeyRow> KeyTable() {
@@ -30,9 +43,9 @@ std::span<const KeyRow> KeyTable() {
 std::optional<Command> CommandOfKey(const QKeyEvent& event) {
     const bool onKeypad = event.modifiers().testFlag(Qt::KeypadModifier);
     const auto modifiers = event.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
-    const int key = event.key() == Qt::Key_Enter ? Qt::Key_Return : event.key();
     for (const KeyRow& row : Keys) {
-        if (row.key == key && row.modifiers == modifiers && (onKeypad || !row.onKeypad)) return row.command;
+        if (row.key == KeyOf(event) && row.modifiers == modifiers && (onKeypad || !row.onKeypad))
+            return row.command;
     }
     return std::nullopt;
 }
@@ -41,7 +54,8 @@ bool ListKeys::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
     const auto command = CommandOfKey(*static_cast<QKeyEvent*>(event));
     if (!command) return false;
-    emit Pressed(*command);
+    // A key that is held would start one player after the other.
+    if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) emit Pressed(*command);
     return true;
 }
 

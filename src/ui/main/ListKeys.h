@@ -24,7 +24,7 @@ std::span<const KeyRow> KeyTable();
 std::optional<Command> CommandOfKey(const QKeyEvent& event);
 
 /// Takes the keys of the table from the view that it is installed on, also those that have nothing to act on
-/// at the moment; all others go their usual way.
+/// at the moment; all others go their usual way. A key that is held counts once.
 class ListKeys : public QObject {
     Q_OBJECT
 

@@ -102,6 +102,7 @@ void MainCommands::Run(Command command, int index) {
     if (isRunning_ || row == std::end(Handlers)) return;
     isRunning_ = true;
     CheckRuntimeError(app_, [&] { (this->*row->handler)(index); });
+    tellsProgress_ = false;
     isRunning_ = false;
     emit Ended();
 }
@@ -113,15 +114,18 @@ std::set<Command> MainCommands::Handled() {
 }
 
 void MainCommands::UpdateMenuAndToolbar(bool force) {
-    const RowState state =
-        RowStateOf(RowOf(browser_.FocusedRow()), CurrentSelection().rows, force, app_.ansi);
+    const auto focused = RowOf(browser_.FocusedRow());
+    // A large selection is only looked at where it decides.
+    const bool selectionDecides = force || !focused;
+    const RowState state = RowStateOf(
+        focused, selectionDecides ? CurrentSelection().rows : std::vector<SelectedRow>(), force, app_.ansi);
     menu_.SetMenuEnabled(RowIcon::Compressed, state.compressed);
     menu_.SetMenuEnabled(RowIcon::Playlist, state.playlist);
     menu_.SetMenuEnabled(RowIcon::Wave, state.wave);
     for (const char* key : {"Decode", "Properties"}) toolBar_.SetButtonEnabled(key, state.compressed);
     toolBar_.SetButtonEnabled("Encode", state.wave);
     toolBar_.SetButtonEnabled("CopyPlaylist", state.playlist);
-    panels_.SetStatusText(1, state.text);
+    if (!tellsProgress_) panels_.SetStatusText(1, state.text);
 }
 
 void MainCommands::PopUpMenuAt(const QPoint& globalPosition) {
@@ -148,8 +152,16 @@ std::string MainCommands::PathOf(const std::string& name) const {
 }
 
 SelectionWatch MainCommands::WatchOfRun() {
-    return {[this](const std::string& text) { panels_.SetStatusText(1, text); },
+    return {[this](const std::string& text) {
+                tellsProgress_ = true;
+                panels_.SetStatusText(1, text);
+            },
             [this](const std::string& name) { browser_.SetRowSelected(name, false); }};
+}
+
+void MainCommands::RestoreStatus(const std::string& status) {
+    tellsProgress_ = false;
+    panels_.SetStatusText(1, status);
 }
 
 void MainCommands::WorkAndReload(const std::function<bool()>& work) {
@@ -210,9 +222,10 @@ void MainCommands::OnInvertSelection(int) {
 }
 
 void MainCommands::OnPopUpMenu(int) {
-    QWidget* view = browser_.View();
-    const QRect row = browser_.View()->visualRect(browser_.View()->currentIndex());
-    const QPoint below = view->mapToGlobal(QPoint(row.left(), row.bottom()));
+    QAbstractItemView& view = *browser_.View();
+    view.scrollTo(view.currentIndex());
+    const QRect row = view.visualRect(view.currentIndex());
+    const QPoint below = view.viewport()->mapToGlobal(row.bottomLeft());
     // The menu has to find the command at its end.
     QMetaObject::invokeMethod(
         this, [this, below] { PopUpMenuAt(below); }, Qt::QueuedConnection);

@@ -106,7 +106,10 @@ class MainCommands : public QObject {
 
     Selection CurrentSelection() const;
     std::string PathOf(const std::string& name) const;
+    /// Panel 1 is the run's from its first text on.
     SelectionWatch WatchOfRun();
+    /// Gives panel 1 back.
+    void RestoreStatus(const std::string& status);
     void EncodeBy(const ModeOfCommand& mode);
     void ReEncodeBy(const ModeOfCommand& mode);
     void PlaySelection(bool append);
@@ -126,6 +129,7 @@ class MainCommands : public QObject {
     MainToolBar& toolBar_;
     SelectionPlayer player_;
     bool isRunning_ = false;
+    bool tellsProgress_ = false;
 };
 
 }  // namespace zefta

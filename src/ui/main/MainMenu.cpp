@@ -44,6 +44,8 @@ void MainMenu::AddRow(QMenuBar& bar, const MenuRow& row) {
     QAction* item = parent->addAction(QString());
     item->setObjectName(row.control);
     item->setShortcuts(QKeySequence::listFromString(row.keys));
+    // A key that is held would start one program after the other.
+    item->setAutoRepeat(false);
     // A program menu of the desktop would take items with some names out of ours.
     item->setMenuRole(QAction::NoRole);
     connect(item, &QAction::triggered, this, [this, command = row.command] { emit Chosen(command, 0); });
