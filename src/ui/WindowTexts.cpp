@@ -17,7 +17,7 @@ constexpr std::array Rows = {
     Row{WindowText::FolderIsEmpty, "No subfolders or audio files here", "Здесь нет ни папок, ни звуковых файлов"},
     Row{WindowText::FolderIsUnreadable, "This folder can't be read", "Эту папку не удаётся прочитать"},
     Row{WindowText::FileList, "Files of the folder", "Файлы папки"},
-    Row{WindowText::FolderLabel, "Fol&der:", "&Папка:"},
+    Row{WindowText::FolderLabel, "Fol&der:", "Пап&ка:"},
     Row{WindowText::FolderBox, "Folder", "Папка"},
     Row{WindowText::DriveBox, "Drives and media", "Диски и носители"},
     Row{WindowText::BrowseFolder, "Choose a folder", "Выбрать папку"},

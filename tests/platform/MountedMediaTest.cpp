@@ -24,6 +24,10 @@ TEST(MediaOf, Discs_AreMediaWhereverTheyAre) {
     EXPECT_EQ(MediaOf("/dev/loop0 /srv/image udf ro 0 0\n"), Paths{"/srv/image"});
 }
 
+TEST(MediaOf, FolderForMounts_IsAMediumItself) {
+    EXPECT_EQ(MediaOf("/dev/sdb1 /mnt ext4 rw 0 0\n/dev/sdc1 /mntx ext4 rw 0 0\n"), Paths{"/mnt"});
+}
+
 TEST(MediaOf, EscapedCharacters_AreTheirOwn) {
     EXPECT_EQ(MediaOf(R"(/dev/sdb1 /media/MY\040STICK\134x vfat rw 0 0)"), Paths{R"(/media/MY STICK\x)"});
     EXPECT_EQ(MediaOf(R"(/dev/sdb1 /media/no\9octal\04 vfat rw 0 0)"), Paths{R"(/media/no\9octal\04)"});

@@ -65,6 +65,7 @@ TEST_F(FolderScanning, Progress_NamesWhatIsAtHand) {
     Open();
     EXPECT_EQ(panels.StatusText(1), "Scanning... sub");
     EXPECT_EQ(panels.StatusText(2), "1 folders");
+    EXPECT_EQ(panels.findChild<QWidget*>("panel2")->accessibleDescription(), "1 folders");
     app.folder.Write("x.txt", "");
     browser.RefreshContents();
     EXPECT_EQ(panels.StatusText(1), "Scanning... x.txt") << "files that are not listed are named too";

@@ -1,3 +1,4 @@
+#include <QStringList>
 #include <algorithm>
 #include <map>
 #include <set>
@@ -7,6 +8,8 @@
 
 #include "encoding/ModeCatalogue.h"
 #include "support/TestApp.h"
+#include "ui/QtText.h"
+#include "ui/WindowTexts.h"
 #include "ui/main/MenuTable.h"
 #include "ui/main/RowState.h"
 
@@ -48,6 +51,23 @@ TEST(MenuTable, Controls_AreThereOnceWithTheirCaptionsInBothLanguages) {
     for (const IndexedList& list : IndexedLists()) {
         EXPECT_TRUE(names.insert(list.list).second) << list.list;
         EXPECT_TRUE(names.contains(list.menu)) << list.menu;
+    }
+}
+
+TEST(MenuTable, LettersOfTheBarAndThePathBox_AreDistinct) {
+    for (const char* language : {"en_GB", "ru_RU"}) {
+        TestWorld world;
+        world.machine.language = language;
+        App app(world.machine, world.files, world.desktop, world.processes, world.userSettings,
+                world.machineSettings);
+        QStringList captions = {OwnText(app, WindowText::FolderLabel)};
+        for (const MenuRow& row : MenuTable()) {
+            if (row.menu == nullptr) captions.append(ToQt(app.messages.GetMessage(row.message)));
+        }
+        std::set<QString> letters;
+        for (const QString& caption : captions)
+            EXPECT_TRUE(letters.insert(caption.mid(caption.indexOf('&') + 1, 1).toLower()).second)
+                << FromQt(caption);
     }
 }
 

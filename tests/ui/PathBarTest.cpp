@@ -117,6 +117,19 @@ TEST_F(FolderPath, Typing_OffersSubfolders) {
     EXPECT_EQ(offers, (Texts{app.folder / "Songs", app.folder / "sub"})) << "in any case";
 }
 
+TEST_F(FolderPath, Typing_OffersWhatIsThereByNow) {
+    const auto offers = [&] {
+        Path().setFocus();
+        Path().lineEdit()->clear();
+        QTest::keyClicks(&Path(), ToQt(app.folder / "so"));
+        return Path().lineEdit()->completer()->completionModel()->rowCount();
+    };
+    EXPECT_EQ(offers(), 1);
+    app.files.CreateFolder(app.folder / "Sounds");
+    browser.RefreshContents();
+    EXPECT_EQ(offers(), 2);
+}
+
 TEST_F(FolderPath, BrowseButton_EntersTheChosenFolder) {
     app.desktop.folders = {app.folder / "sub"};
     QTest::mouseClick(&Child<QToolButton>("cmbBrowseFolder"), Qt::LeftButton);
@@ -161,6 +174,17 @@ TEST_F(FolderPath, ChosenDrive_IsShownAndTheListGetsTheFocus) {
     EXPECT_EQ(PathText(), app.folder / "sub");
     EXPECT_TRUE(browser.View()->hasFocus());
     EXPECT_TRUE(browser.History().empty());
+}
+
+TEST_F(FolderPath, DriveThatCannotBeEntered_IsNotShown) {
+    Drives().SetMediaLister([&] { return Texts{app.folder / "gone"}; });
+    browser.RefreshContents();
+    browser.FocusDriveBox();
+    QTest::keyClick(Drives().view(), Qt::Key_End);
+    QTest::keyClick(Drives().view(), Qt::Key_Return);
+    EXPECT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_EQ(browser.Folder(), app.folder.Path());
+    EXPECT_NE(FromQt(Drives().currentText()), app.folder / "gone");
 }
 
 TEST_F(FolderPath, EnterInTheDriveBox_GoesToItsDrive) {

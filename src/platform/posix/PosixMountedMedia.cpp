@@ -10,6 +10,8 @@ namespace zefta {
 
 namespace {
 
+/// Where people mount what they put in for a moment.
+constexpr std::string_view MountFolder = "/mnt";
 constexpr std::array<std::string_view, 3> MediaFolders = {"/media/", "/run/media/", "/mnt/"};
 constexpr std::array<std::string_view, 2> DiscFormats = {"iso9660", "udf"};
 constexpr std::string_view DiscDrives = "/dev/sr";
@@ -43,7 +45,7 @@ struct Mount {
 
 bool IsRemovable(const Mount& mount) {
     const bool isDisc = std::find(DiscFormats.begin(), DiscFormats.end(), mount.format) != DiscFormats.end();
-    return isDisc || mount.device.starts_with(DiscDrives) ||
+    return isDisc || mount.device.starts_with(DiscDrives) || mount.folder == MountFolder ||
            std::any_of(MediaFolders.begin(), MediaFolders.end(),
                        [&](std::string_view folder) { return mount.folder.starts_with(folder); });
 }

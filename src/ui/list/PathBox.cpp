@@ -54,6 +54,8 @@ PathBox::PathBox(App& app, QWidget* parent)
 
 void PathBox::ShowPath(const std::string& path) {
     path_ = path;
+    // Subfolders come and go: they are asked for anew.
+    offeredFolder_.clear();
     setCurrentIndex(findData(QByteArray::fromStdString(path)));
     setEditText(ToQt(app_.ansi.ToText(path)));
 }

@@ -59,6 +59,8 @@ void StatusPanels::SetStatusText(int panel, const std::string& text) {
     const QString shown = ToQt(text);
     if (label->text() == shown) return;
     label->setText(shown);
+    // A screen reader reads the name of the panel in the place of its text.
+    label->setAccessibleDescription(shown);
     label->setToolTip(label->fontMetrics().horizontalAdvance(shown) > label->width() ? shown : QString());
 }
 
