@@ -136,27 +136,12 @@ bool MayWrite(App& app, const ID3Tag& tag) {
     return true;
 }
 
-/// The tag made anew. A fill of 16 bits can't follow frames that became much shorter in the place of the old
-/// ones, such as when a picture is removed; and of a new file the fill stands already when it is too long.
-void RenewID3v2(App& app, ID3Tag& tag) {
-    if (!app.defaultWaveFile->RemoveID3v2(tag)) throw RuntimeError(ErrorNumber::Overflow);
-    try {
-        app.defaultWaveFile->SetID3v2WithRoom(tag);
-    } catch (const RuntimeError& error) {
-        if (error.Kind() != ErrorNumber::Overflow) throw;
-    }
-}
-
+/// The frames may have become much shorter, such as when a picture is removed: the tag is whole then too.
 void WriteMP3(App& app, ID3Tag& tag, bool enableID3v2) {
-    if (!enableID3v2) {
+    if (enableID3v2) {
+        SetWholeMP3Tags(app.files, app.ansi, tag);
+    } else {
         WriteTags(*app.defaultWaveFile, TagJob::FileInformationWithoutID3v2, tag);
-        return;
-    }
-    try {
-        WriteTags(*app.defaultWaveFile, TagJob::FileInformation, tag);
-    } catch (const RuntimeError& error) {
-        if (error.Kind() != ErrorNumber::Overflow) throw;
-        RenewID3v2(app, tag);
     }
 }
 

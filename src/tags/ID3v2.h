@@ -31,6 +31,11 @@ void SetID3v2WithRoom(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
 /// SetID3v2WithRoom for a file that is open for reading and writing: the MP3 file at tag.Path.
 void SetID3v2WithRoom(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
 
+/// SetID3v2WithRoom without its failure 6: a tag that would leave more than 32767 bytes of the old one's
+/// place to be filled up goes into a new file with a length of its own, and the fill of a new file is written
+/// however long it is. At no moment has the file neither of the two tags.
+void SetWholeID3v2(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag);
+
 /// Takes the tag off the file at tag.Path; true when there was one. RuntimeError 5, with the file untouched,
 /// when the tag reaches beyond the end of the file.
 bool RemoveID3v2(FileSystem& files, const ID3Tag& tag);

@@ -116,6 +116,8 @@ enum class Planning : char {
     Estimate,
     /// The length of the frames where the plan by the estimate would be too small for them.
     TrueLength,
+    /// The same, and anew where the old place would leave more to fill up than is counted.
+    Whole,
 };
 
 TagPlan PlanFrames(const ID3v2Extension& tag, const CodePage& ansi, std::size_t frames,
@@ -160,16 +162,36 @@ struct TagWriting {
     Planning planning;
 };
 
+/// The place of a tag and what is written there.
+struct PlannedTag {
+    TagPlan plan;
+    RenderedTag rendered;
+};
+
+PlannedTag PlanAndRender(const TagWriting& writing, const ID3v2Extension& tag,
+                         std::optional<std::int32_t> oldSize) {
+    const CodePage& ansi = writing.ansi;
+    const bool byEstimate = writing.planning == Planning::Estimate;
+    const std::string frames = byEstimate ? ID3v2FrameArea(tag, ansi) : FramesThatReadBack(tag, ansi);
+    TagPlan plan =
+        byEstimate ? PlanTag(tag.GetTagSize(ansi), oldSize) : PlanFrames(tag, ansi, frames.size(), oldSize);
+    RenderedTag rendered = RenderTag(frames, plan.size);
+    if (writing.planning != Planning::Whole || rendered.failure != ErrorNumber::Overflow)
+        return {plan, rendered};
+    if (plan.inPlace) {
+        plan = PlanFrames(tag, ansi, frames.size(), std::nullopt);
+        rendered = RenderTag(frames, plan.size);
+    }
+    // What a new file lacks is filled up however much it is.
+    if (rendered.failure == ErrorNumber::Overflow) rendered.failure.reset();
+    return {plan, rendered};
+}
+
 void WriteTag(const TagWriting& writing, std::unique_ptr<BinaryFile> file, ID3Tag& tag) {
-    const auto& [files, ansi, planning] = writing;
-    const ID3v2Extension& extension = tag.ID3v2Extension;
+    FileSystem& files = writing.files;
     std::string start = ReadStart(*file, UsualLength);
     const std::optional<std::int32_t> oldSize = OldTagSize(start, file->Size());
-    const std::string frames = planning == Planning::Estimate ? ID3v2FrameArea(extension, ansi)
-                                                              : FramesThatReadBack(extension, ansi);
-    const TagPlan plan = planning == Planning::Estimate ? PlanTag(extension.GetTagSize(ansi), oldSize)
-                                                        : PlanFrames(extension, ansi, frames.size(), oldSize);
-    const RenderedTag rendered = RenderTag(frames, plan.size);
+    const auto [plan, rendered] = PlanAndRender(writing, tag.ID3v2Extension, oldSize);
     if (plan.inPlace) {
         WriteWhereItDiffers(*file, std::move(start), rendered.bytes);
     } else {
@@ -211,6 +233,10 @@ void SetID3v2WithRoom(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
 void SetID3v2WithRoom(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi,
                       ID3Tag& tag) {
     WriteTag({files, ansi, Planning::TrueLength}, std::move(file), tag);
+}
+
+void SetWholeID3v2(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag) {
+    WriteTag({files, ansi, Planning::Whole}, std::move(file), tag);
 }
 
 bool RemoveID3v2(FileSystem& files, const ID3Tag& tag) {

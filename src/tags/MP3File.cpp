@@ -83,6 +83,27 @@ void TakeBack(const WrittenID3v1& written) {
     }
 }
 
+/// What the tags of a file are written with.
+struct TagWriting {
+    FileSystem& files;
+    const CodePage& ansi;
+    void (*writeID3v2)(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi,
+                       ID3Tag& tag);
+};
+
+void WriteBothTags(const TagWriting& writing, std::unique_ptr<BinaryFile> file, ID3Tag& tag) {
+    std::string before = SetID3v1(*file, writing.ansi, tag);
+    const WrittenID3v1 written = {writing.files, tag.Path, std::move(before), file->Size()};
+    try {
+        writing.writeID3v2(writing.files, std::move(file), writing.ansi, tag);
+    } catch (const RuntimeError& error) {
+        // Where only the fill of the tag fails, its frames stand.
+        if (error.Kind() != ErrorNumber::Overflow) TakeBack(written);
+        throw;
+    }
+    if (tag.Path.empty()) TakeBack(written);
+}
+
 double Quotient(double dividend, double divisor) {
     if (divisor == 0) throw RuntimeError(ErrorNumber::DivisionByZero);
     return dividend / divisor;
@@ -189,21 +210,20 @@ void ReadMP3Tags(BinaryFile& opened, const CodePage& ansi, ID3Tag& tag) {
 }
 
 void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi, ID3Tag& tag) {
-    std::string before = SetID3v1(*file, ansi, tag);
-    const WrittenID3v1 written = {files, tag.Path, std::move(before), file->Size()};
-    try {
-        SetID3v2WithRoom(files, std::move(file), ansi, tag);
-    } catch (const RuntimeError& error) {
-        // Where only the fill of the tag fails, its frames stand.
-        if (error.Kind() != ErrorNumber::Overflow) TakeBack(written);
-        throw;
-    }
-    if (tag.Path.empty()) TakeBack(written);
+    WriteBothTags({files, ansi, SetID3v2WithRoom}, std::move(file), tag);
 }
 
 void SetMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
     if (auto file = files.OpenRead(tag.Path)) {
         SetMP3Tags(files, std::move(file), ansi, tag);
+    } else {
+        tag.Path.clear();
+    }
+}
+
+void SetWholeMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
+    if (auto file = files.OpenRead(tag.Path)) {
+        WriteBothTags({files, ansi, SetWholeID3v2}, std::move(file), tag);
     } else {
         tag.Path.clear();
     }

@@ -29,4 +29,7 @@ void SetMP3Tags(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodeP
 /// The same, opening it; tag.Path is "" when that can't be done.
 void SetMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
 
+/// The same with SetWholeID3v2 for the second one.
+void SetWholeMP3Tags(FileSystem& files, const CodePage& ansi, ID3Tag& tag);
+
 }  // namespace zefta

@@ -5,6 +5,7 @@
 #include "core/GenreTable.h"
 #include "library/FileInformation.h"
 #include "support/ApeBuilder.h"
+#include "support/FaultInjectingFileSystem.h"
 #include "support/Mp3Builder.h"
 #include "support/MpcBuilder.h"
 #include "support/OggBuilder.h"
@@ -180,6 +181,31 @@ TEST_F(FileInformationSavingTest, MP3LargePicture_IsRemovedWithItsRoom) {
               SaveOutcome::Done);
     EXPECT_EQ(app.folder.Read("a.mp3"), Id3v2(EmptyFrames(), 502) + audio + WrittenId3v1({}));
     EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST(FileInformationFailure, MP3PictureThatIsRemoved_TakesNoTextWithItWhateverFails) {
+    PosixFileSystem disk;
+    FaultInjectingFileSystem files(disk);
+    TestApp app(&files);
+    WaveFile wave(app);
+    app.defaultWaveFile = &wave;
+    const std::string frames = TextFrame("TIT2", "Song") + RawFrame("APIC", Audio(100000));
+    const std::string old = Id3v2(frames, 100200) + Mp3().Size(1500).Bytes();
+    FileInformation information;
+    int failing = 0;
+    for (bool fails = true; fails; ++failing) {
+        const std::string path = app.folder.Write("a.mp3", old);
+        files.faults = {};
+        information = LoadFileInformation(app, path);
+        information.RemoveUnknownFrames = true;
+        files.faults = {.plan = {FaultPlan::Mode::FromTheNthOn, failing + 1}};
+        SaveFileInformation(app, path, information, {});
+        fails = files.faults.operations > failing;
+        files.faults = {};
+        ASSERT_EQ(LoadFileInformation(app, path).Tag.ID3v2Extension.TrackTitle, "Song") << failing;
+    }
+    EXPECT_GT(failing, 10);
+    EXPECT_TRUE(LoadFileInformation(app, app.folder / "a.mp3").Tag.ID3v2Extension.UnknownFrames.empty());
 }
 
 TEST_F(FileInformationSavingTest, MP3HugePicture_StaysWhenTheTagGrows) {

@@ -37,6 +37,12 @@ class ID3v2Room : public ::testing::Test {
         return Written(old, extension, SetID3v2WithRoom);
     }
 
+    Outcome Whole(const std::string& old, const ID3v2Extension& extension) {
+        return Written(old, extension, [](FileSystem& disk, const CodePage& codePage, ID3Tag& tag) {
+            SetWholeID3v2(disk, disk.OpenRead(tag.Path), codePage, tag);
+        });
+    }
+
     ID3v2Extension Read() {
         ID3Tag tag;
         ReadMP3File({files, ansi}, folder / "a.mp3", tag);
@@ -116,6 +122,39 @@ TEST_F(ID3v2Room, LargeFillAndTagBeyondTheFile_FailAsTheyDoByTheEstimate) {
     const std::string beyond = Id3v2("", 400).substr(0, 300);
     EXPECT_EQ(WithRoom(beyond, extension).failure, 5);
     EXPECT_TRUE(WithRoom(beyond, extension).bytes == beyond);
+}
+
+TEST_F(ID3v2Room, LargeFill_OfAWholeTag_GivesItALengthOfItsOwn) {
+    const ID3v2Extension extension = Fields(10, 0, 0);
+    const Outcome fresh = WithRoom(Audio(500), extension);
+    for (const std::int32_t oldSize : {33000, 40000, 1000000}) {
+        const Outcome whole = Whole(Id3v2("", oldSize) + Audio(500), extension);
+        EXPECT_EQ(whole.failure, 0) << oldSize;
+        EXPECT_TRUE(whole.bytes == fresh.bytes) << oldSize;
+    }
+}
+
+TEST_F(ID3v2Room, LargeFill_OfANewFile_IsWritten) {
+    ID3v2Extension extension = Fields(10, 0, 0);
+    extension.UnknownFrames = RawFrame("APIC", Audio(400000));
+    for (const std::string& old : {Audio(500), Id3v2("", 1000) + Audio(500)}) {
+        EXPECT_EQ(WithRoom(old, extension).failure, 6);
+        const Outcome whole = Whole(old, extension);
+        EXPECT_EQ(whole.failure, 0);
+        EXPECT_TRUE(whole.bytes == WithRoom(old, extension).bytes);
+        EXPECT_TRUE(whole.bytes.ends_with(Audio(500)));
+        EXPECT_EQ(Read().UnknownFrames, extension.UnknownFrames);
+    }
+}
+
+TEST_F(ID3v2Room, WholeTag_IsElseTheOneWithRoom) {
+    for (const std::int32_t oldSize : {0, 100, 160, 502, 30000}) {
+        const std::string old = Id3v2("", oldSize) + Audio(500);
+        const ID3v2Extension extension = Fields(50, 20, 0);
+        EXPECT_TRUE(Whole(old, extension).bytes == WithRoom(old, extension).bytes) << oldSize;
+    }
+    const std::string beyond = Id3v2("", 400).substr(0, 300);
+    EXPECT_EQ(Whole(beyond, Fields(10, 0, 0)).failure, 5);
 }
 
 }  // namespace
