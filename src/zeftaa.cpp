@@ -16,6 +16,7 @@
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/PosixProcesses.h"
 #include "platform/posix/SettingsPaths.h"
+#include "ui/DisplayTrial.h"
 
 namespace {
 
@@ -26,6 +27,14 @@ Machine MachineFor(int argc, char** argv) {
     Machine machine = ReadMachine();
     if (argc > 1 && std::string(argv[1]) == "/r") machine.language = "ru";
     return machine;
+}
+
+/// A display that is there by its name alone is none, which is told.
+bool FindDisplay(const Machine& machine) {
+    if (!machine.hasDisplay || CanOpenDisplay()) return machine.hasDisplay;
+    std::cerr << AgentTitle()
+              << ": the display of this session can't be opened. The agent runs without its icon.\n";
+    return false;
 }
 
 /// Without a display the agent is there to be found, started and closed, and shows nothing.
@@ -43,10 +52,11 @@ std::unique_ptr<QCoreApplication> MakeApplication(bool hasDisplay) {
 }
 
 int Serve(AgentServer& server, const Machine& machine) {
-    const auto application = MakeApplication(machine.hasDisplay);
+    const bool hasDisplay = FindDisplay(machine);
+    const auto application = MakeApplication(hasDisplay);
     PosixFileSystem files;
     PosixProcesses processes;
-    AgentDesktop desktop(std::cin, std::cerr);
+    AgentDesktop desktop(LanguageOfTag(machine.language), std::cin, std::cerr);
     const SettingsProduct product = {std::string(ProgramVersion().CompanyName), ApplicationTitle(), "2.0"};
     IniSettingsStore userSettings(UserSettingsPath(product));
     IniSettingsStore machineSettings(MachineSettingsPath(product));
@@ -54,7 +64,7 @@ int Serve(AgentServer& server, const Machine& machine) {
     const AgentRequests requests(server);
     QObject::connect(&requests, &AgentRequests::EndAsked, application.get(), &QCoreApplication::quit);
     std::unique_ptr<AgentTray> tray;
-    if (machine.hasDisplay) {
+    if (hasDisplay) {
         tray = std::make_unique<AgentTray>(app, [&] { userSettings.ReadAgain(); });
         QObject::connect(tray.get(), &AgentTray::ExitChosen, application.get(), &QCoreApplication::quit);
     }

@@ -2,15 +2,25 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include "ui/QtText.h"
+#include "ui/WindowTexts.h"
+#include "ui/desktop/BoxText.h"
 
 namespace zefta {
 
 namespace {
 
 QMessageBox::Icon IconOf(BoxKind kind) {
-    return kind == BoxKind::Plain ? QMessageBox::Information : QMessageBox::Warning;
+    switch (kind) {
+        case BoxKind::Warning:
+            return QMessageBox::Warning;
+        case BoxKind::Critical:
+            return QMessageBox::Critical;
+        default:
+            return QMessageBox::Information;
+    }
 }
 
 }  // namespace
@@ -18,7 +28,8 @@ QMessageBox::Icon IconOf(BoxKind kind) {
 void AgentDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
     ConsoleDesktop::ShowBox(kind, text, caption);
     if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr) return;
-    auto* box = new QMessageBox(IconOf(kind), ToQt(caption), ToQt(text), QMessageBox::Ok);
+    auto* box = new QMessageBox(IconOf(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton);
+    box->addButton(QMessageBox::Ok)->setText(OwnText(language_, WindowText::BoxOk));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     box->setModal(false);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/MessageTable.h"
 #include "platform/console/ConsoleDesktop.h"
 
 namespace zefta {
@@ -8,9 +9,13 @@ namespace zefta {
 /// box that nobody has to answer. The agent goes on meanwhile.
 class AgentDesktop : public ConsoleDesktop {
   public:
-    AgentDesktop(std::istream& input, std::ostream& error) : ConsoleDesktop(input, error, false) {}
+    AgentDesktop(Language language, std::istream& input, std::ostream& error)
+        : ConsoleDesktop(input, error, false), language_(language) {}
 
     void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
+
+  private:
+    Language language_;
 };
 
 }  // namespace zefta

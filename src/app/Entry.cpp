@@ -40,9 +40,23 @@ int SayNotPartOf(App& app, const std::string& what, const std::string& whole) {
     return Status(app);
 }
 
+/// A display that is there by its name alone is none.
+bool HasDisplay(const App& app, const Surroundings& around) {
+    return app.machine.hasDisplay && !(around.openWindows && around.openWindows().displayFails);
+}
+
+std::string WhyNoDisplay(const App& app) {
+    return app.machine.hasDisplay ? "the display of this session can't be opened" : "there is none";
+}
+
+/// Who expects a window and gets its content as text is told why.
+void NoteDisplayThatFails(App& app) {
+    if (app.machine.hasDisplay) app.desktop.Note("No window is shown: " + WhyNoDisplay(app) + ".");
+}
+
 int ShowWindow(App& app, const Surroundings& around, const std::string& name,
                const std::function<void(Windows&)>& show) {
-    Windows* windows = around.openWindows ? around.openWindows() : nullptr;
+    Windows* windows = around.openWindows ? around.openWindows().windows : nullptr;
     if (windows == nullptr) return SayNotPartOf(app, name, "build");
     show(*windows);
     return Status(app);
@@ -51,15 +65,17 @@ int ShowWindow(App& app, const Surroundings& around, const std::string& name,
 /// Without a display the list of the window is printed in its place.
 int OpenMainWindow(App& app, const std::string& folder, const Surroundings& around) {
     if (app.state.EmbeddingStart) return ExitDone;
-    if (app.machine.hasDisplay)
+    if (HasDisplay(app, around))
         return ShowWindow(app, around, "The main window",
                           [&](Windows& windows) { windows.RunMainWindow(app); });
+    NoteDisplayThatFails(app);
     PrintList(app, {folder}, ListForm::Table, around.output);
     return Status(app);
 }
 
 /// What the dialog would show, where there is no display for it.
 int PrintFileInformation(App& app, const std::string& path, std::ostream& output) {
+    NoteDisplayThatFails(app);
     const std::string text = InformationText(app, path);
     if (text.empty()) ShowWarning(app, app.messages.GetMessage(1003));
     if (!(output << text).flush()) throw RuntimeError(ErrorNumber::DeviceIoError);
@@ -70,14 +86,15 @@ int PrintFileInformation(App& app, const std::string& path, std::ostream& output
 int ShowFileInformation(App& app, const Surroundings& around) {
     const std::string& path = app.state.FileSpec;
     if (!IsCompressedFile(path)) return Status(app);
-    if (!app.machine.hasDisplay) return PrintFileInformation(app, path, around.output);
+    if (!HasDisplay(app, around)) return PrintFileInformation(app, path, around.output);
     return ShowWindow(app, around, "The file information",
                       [&](Windows& windows) { windows.RunFileInformation(app, path); });
 }
 
-int RunJob(App& app, const Job& job) {
-    if (job.needsDisplay && !app.machine.hasDisplay) {
-        app.desktop.ShowBox(BoxKind::Critical, std::string(job.name) + " needs a display, and there is none.",
+int RunJob(App& app, const Job& job, const Surroundings& around) {
+    if (job.needsDisplay && !HasDisplay(app, around)) {
+        app.desktop.ShowBox(BoxKind::Critical,
+                            std::string(job.name) + " needs a display, and " + WhyNoDisplay(app) + ".",
                             ApplicationTitle());
         return ExitNoDisplay;
     }
@@ -90,7 +107,7 @@ int Dispatch(App& app, const Surroundings& around) {
     if (app.state.JobCode == FileJob) return ShowFileInformation(app, around);
     if (app.state.JobCode == FolderJob) return OpenMainWindow(app, app.state.CurrentFolder, around);
     const Job* job = FindJob(app.state.JobCode);
-    return job != nullptr ? RunJob(app, *job) : OpenMainWindow(app, "", around);
+    return job != nullptr ? RunJob(app, *job, around) : OpenMainWindow(app, "", around);
 }
 
 bool IsListJob(const std::vector<std::string>& arguments) {

@@ -4,16 +4,15 @@
 
 namespace zefta {
 
-ProgramDesktop::ProgramDesktop(Desktop& console, bool prefersConsole,
-                               std::function<std::unique_ptr<Windows>()> load)
+ProgramDesktop::ProgramDesktop(Desktop& console, bool prefersConsole, std::function<LoadedWindows()> load)
     : console_(console), prefersConsole_(prefersConsole), load_(std::move(load)) {}
 
-Windows* ProgramDesktop::OpenWindows() {
-    if (!windows_ && load_) {
-        windows_ = load_();
+OpenedWindows ProgramDesktop::OpenWindows() {
+    if (load_) {
+        loaded_ = load_();
         load_ = nullptr;
     }
-    return windows_.get();
+    return {loaded_.windows.get(), loaded_.displayFails};
 }
 
 Desktop& ProgramDesktop::Shown() {
@@ -22,7 +21,7 @@ Desktop& ProgramDesktop::Shown() {
 }
 
 Desktop& ProgramDesktop::Current() const {
-    return windows_ ? windows_->WindowDesktop() : console_;
+    return loaded_.windows ? loaded_.windows->WindowDesktop() : console_;
 }
 
 void ProgramDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
@@ -80,7 +79,7 @@ bool ProgramDesktop::IsCancelled() const {
 }
 
 bool ProgramDesktop::HasComplained() const {
-    return console_.HasComplained() || (windows_ && windows_->WindowDesktop().HasComplained());
+    return console_.HasComplained() || (loaded_.windows && loaded_.windows->WindowDesktop().HasComplained());
 }
 
 }  // namespace zefta

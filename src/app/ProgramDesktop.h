@@ -12,11 +12,11 @@ namespace zefta {
 /// windows, whose toolkit is loaded when the first one is to be shown.
 class ProgramDesktop : public Desktop {
   public:
-    /// `load` may give null, and is asked once. With `prefersConsole` windows serve only from OpenWindows on.
-    ProgramDesktop(Desktop& console, bool prefersConsole, std::function<std::unique_ptr<Windows>()> load);
+    /// `load` is asked once. With `prefersConsole` windows serve only from OpenWindows on.
+    ProgramDesktop(Desktop& console, bool prefersConsole, std::function<LoadedWindows()> load);
 
-    /// All boxes are windows from now on. Null when there are none; the console goes on to serve then.
-    Windows* OpenWindows();
+    /// All boxes are windows from now on. Where there are none the console goes on to serve.
+    OpenedWindows OpenWindows();
 
     void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
     bool AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) override;
@@ -43,8 +43,8 @@ class ProgramDesktop : public Desktop {
 
     Desktop& console_;
     bool prefersConsole_;
-    std::function<std::unique_ptr<Windows>()> load_;
-    std::unique_ptr<Windows> windows_;
+    std::function<LoadedWindows()> load_;
+    LoadedWindows loaded_;
 };
 
 }  // namespace zefta

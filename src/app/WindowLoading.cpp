@@ -1,13 +1,18 @@
 #include "app/WindowLoading.h"
 
+#include <utility>
+
 #include "platform/WindowModule.h"
 
 namespace zefta {
 
-std::unique_ptr<Windows> LoadWindows() {
+LoadedWindows LoadWindows() {
     using MakeWindows = Windows* (*)();
     const auto make = reinterpret_cast<MakeWindows>(FunctionOfWindowModule("MakeZeftaWindows"));
-    return std::unique_ptr<Windows>(make != nullptr ? make() : nullptr);
+    if (make == nullptr) return {};
+    std::unique_ptr<Windows> windows(make());
+    const bool displayFails = windows == nullptr;
+    return {std::move(windows), displayFails};
 }
 
 }  // namespace zefta

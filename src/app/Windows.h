@@ -31,7 +31,21 @@ class Windows {
     virtual void RunPowerOffCountdown(App& app) = 0;
 };
 
-/// Loads the windows at its first call; null when this build has none.
-using WindowOpener = std::function<Windows*()>;
+/// What came of loading the windows.
+struct LoadedWindows {
+    /// Null when there are none.
+    std::unique_ptr<Windows> windows = nullptr;
+    /// There are none since the display of the session can't be opened; otherwise since this build has none.
+    bool displayFails = false;
+};
+
+/// The same for those who do not own them.
+struct OpenedWindows {
+    Windows* windows = nullptr;
+    bool displayFails = false;
+};
+
+/// Loads the windows at its first call.
+using WindowOpener = std::function<OpenedWindows()>;
 
 }  // namespace zefta

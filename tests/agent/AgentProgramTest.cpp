@@ -212,6 +212,68 @@ TEST_F(AgentProgramTest, DesktopWithoutATray_IsToldOnceAndTheAgentServesOn) {
     EXPECT_TRUE(process.waitForFinished(Patience));
 }
 
+// --- A display that is set, and no server behind it.
+
+constexpr auto NoServer = ":7999";
+constexpr auto Failing = "the display of this session can't be opened";
+
+TEST_F(AgentProgramTest, DisplayWithoutAServer_IsToldAndTheAgentServesAllTheSame) {
+    QProcessEnvironment environment = Environment();
+    environment.insert("DISPLAY", NoServer);
+    QProcess process;
+    Start(process, environment);
+    ASSERT_TRUE(WaitUntilServed());
+    QByteArray error;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return (error += process.readAllStandardError()).contains(Failing); },
+                                Patience))
+        << error.constData();
+    EXPECT_TRUE(IsServed());
+    agent.SendClose(AgentTitle());
+    ASSERT_TRUE(process.waitForFinished(Patience));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
+}
+
+/// The program with such a display, standard error kept.
+ProgramResult RunWithoutAServer(const TempFolder& folder, const std::vector<std::string>& arguments) {
+    return RunToEnd({ZEFTA_PROGRAM,
+                     arguments,
+                     folder.Path(),
+                     "",
+                     {{"XDG_CONFIG_HOME", folder / "settings"},
+                      {"LC_ALL", "C"},
+                      {"DISPLAY", NoServer},
+                      {"WAYLAND_DISPLAY", ""},
+                      {"QT_QPA_PLATFORM", ""}}});
+}
+
+TEST(DisplayWithoutAServer, JobsThatNeedOne_EndWith2AndOneLine) {
+    const TempFolder folder;
+    for (const char* job : {"/setup", "/compress_audio_cd"}) {
+        const ProgramResult result = RunWithoutAServer(folder, {job});
+        EXPECT_EQ(result.status, 2) << job;
+        EXPECT_EQ(result.error,
+                  "Kestrin Zeftaworks: " + std::string(job) + " needs a display, and " + Failing + ".\n");
+    }
+}
+
+TEST(DisplayWithoutAServer, WindowOfAFolder_IsPrintedAsAList) {
+    const TempFolder folder;
+    folder.Write("song.wav", "x");
+    const ProgramResult result = RunWithoutAServer(folder, {folder.Path()});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.output.find("song.wav\t"), std::string::npos) << result.output;
+    EXPECT_EQ(result.error, "");
+}
+
+TEST(DisplayWithoutAServer, BoxOfAJob_IsALineOnStandardError) {
+    const TempFolder folder;
+    const ProgramResult result = RunWithoutAServer(folder, {"/copy", "none.m3u"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.error.find("none.m3u"), std::string::npos) << result.error;
+    EXPECT_EQ(result.error.find("Qt"), std::string::npos) << result.error;
+}
+
 /// The notification area of a desktop, as far as icons see it.
 class FakeTray : public QObject, protected QDBusContext {
     Q_OBJECT

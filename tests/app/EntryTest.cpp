@@ -6,6 +6,7 @@
 #include "app/JobTable.h"
 #include "core/OptionTable.h"
 #include "support/FakeAgent.h"
+#include "support/FakeWindows.h"
 #include "support/TagBuilders.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
@@ -85,6 +86,59 @@ TEST_F(EntryTest, JobThatNeedsADisplay_SaysThatThereIsNone) {
         EXPECT_EQ(Run({job}), 2);
         EXPECT_TRUE(LastBox().ends_with(" needs a display, and there is none.")) << LastBox();
     }
+}
+
+/// A display that is named; what comes of opening it is the test's.
+class EntryOnADisplayTest : public EntryTest {
+  protected:
+    EntryOnADisplayTest() {
+        app.TestWorld::machine.hasDisplay = true;
+        app.folder.Write("a.mp3", Audio(300) + Id3v1{.title = "Song"}.Bytes());
+    }
+
+    int RunWithWindows(const std::vector<std::string>& arguments) {
+        return RunZefta(app, arguments, output, [this] { return opened; });
+    }
+
+    FakeWindows windows;
+    OpenedWindows opened = {&windows};
+};
+
+TEST_F(EntryOnADisplayTest, Windows_AreRun) {
+    const std::string file = app.folder / "a.mp3";
+    const std::pair<std::vector<std::string>, std::string> rows[] = {{{}, "main window"},
+                                                                     {{app.folder.Path()}, "main window"},
+                                                                     {{"/xyz"}, "main window"},
+                                                                     {{file}, "information " + file}};
+    for (const auto& [arguments, call] : rows) {
+        windows.calls.clear();
+        EXPECT_EQ(RunWithWindows(arguments), 0) << call;
+        EXPECT_EQ(windows.calls, std::vector<std::string>{call});
+    }
+    EXPECT_EQ(output.str(), "");
+    EXPECT_TRUE(app.desktop.notes.empty());
+}
+
+TEST_F(EntryOnADisplayTest, DisplayThatFails_WindowsBecomeTextAndTheReasonIsNoted) {
+    opened = {nullptr, true};
+    EXPECT_EQ(RunWithWindows({app.folder.Path()}), 0);
+    EXPECT_NE(output.str().find("\na.mp3\t"), std::string::npos) << output.str();
+    output.str("");
+    EXPECT_EQ(RunWithWindows({"a.mp3"}), 0);
+    EXPECT_NE(output.str().find("\nTitle: Song\n"), std::string::npos) << output.str();
+    EXPECT_EQ(app.desktop.notes, std::vector<std::string>(
+                                     2, "No window is shown: the display of this session can't be opened."));
+    EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(EntryOnADisplayTest, DisplayThatFails_JobThatNeedsItEndsWith2) {
+    opened = {nullptr, true};
+    for (const char* job : {"/setup", "/cdda"}) {
+        EXPECT_EQ(RunWithWindows({job}), 2);
+        EXPECT_TRUE(LastBox().ends_with(" needs a display, and the display of this session can't be opened."))
+            << LastBox();
+    }
+    EXPECT_EQ(RunWithWindows({"-Embedding"}), 0);
 }
 
 TEST_F(EntryTest, NoArgumentOrFolder_IsTheMainWindow) {

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace zefta {
+
+/// Whether the toolkit can open the display of this session. It ends the process that tries in vain, so
+/// another one tries; a display that does not answer for some seconds is none.
+bool CanOpenDisplay();
+
+}  // namespace zefta
