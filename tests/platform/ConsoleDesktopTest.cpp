@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <functional>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -100,7 +101,36 @@ TEST(ConsoleDesktop, Progress_OnlyOnATerminal) {
         view->Show(report);
         view->Show(report);  // too soon to be written again
     }
-    EXPECT_EQ(terminal.error.str(), "\r\x1b[KScanning... a.wav 25%, 0 mins 01 secs remaining\r\x1b[K");
+    EXPECT_EQ(terminal.error.str(),
+              "\r\x1b[K\x1b[?7lScanning... a.wav 25%, 0 mins 01 secs remaining\x1b[?7h\r\x1b[K");
+}
+
+TEST(ConsoleDesktop, Terminal_ObeysNothingInATextAndLosesItsLineOfProgress) {
+    const std::string hostile = "a\x1b]0;x\x07\x7f\xC2\x9Bz\tb\nc\xC3\xA9\xC2\xA0";
+    const std::string harmless = "a?]0;x???z\tb\nc\xC3\xA9\xC2\xA0";
+    const std::pair<std::function<void(Desktop&)>, std::string> rows[] = {
+        {[&](Desktop& desktop) { desktop.ShowBox(BoxKind::Plain, hostile, "Title"); },
+         "Title: " + harmless + "\n"},
+        {[&](Desktop& desktop) { desktop.AskQuestion(hostile, "Title", true); }, harmless + " [y/N] "},
+        {[&](Desktop& desktop) { desktop.AskInput(hostile, "Title", "\x1bx"); },
+         "Title: " + harmless + " [?x] "},
+        {[&](Desktop& desktop) { desktop.Note(hostile); }, harmless + "\n"},
+    };
+    for (const auto& [show, text] : rows) {
+        Terminal terminal("", true);
+        show(terminal.desktop);
+        EXPECT_EQ(terminal.error.str(), "\r\x1b[K" + text);
+    }
+    Terminal terminal("", true);
+    terminal.desktop.OpenProgress()->Show(
+        {ProgressKind::Trim, "/music/\x1b[2J\n.wav", "Saving...", 0, 2, 1, {}});
+    EXPECT_NE(terminal.error.str().find("Saving... ?[2J?.wav 50%"), std::string::npos);
+}
+
+TEST(ConsoleDesktop, Script_GetsTextsAsTheyAre) {
+    Terminal script;
+    script.desktop.ShowBox(BoxKind::Plain, "a\x1bz", "Title");
+    EXPECT_EQ(script.error.str(), "Title: a\x1bz\n");
 }
 
 TEST(Machine, ReadMachine_LanguageIsTheFirstThatIsSet) {

@@ -7,6 +7,7 @@
 #include "platform/OpenDocument.h"
 #include "platform/Text.h"
 #include "platform/console/ConsoleProgress.h"
+#include "platform/console/TerminalText.h"
 
 namespace zefta {
 
@@ -26,14 +27,24 @@ std::string TerminalLines(const std::string& text) {
 ConsoleDesktop::ConsoleDesktop(std::istream& input, std::ostream& error, bool errorIsTerminal)
     : input_(input), error_(error), errorIsTerminal_(errorIsTerminal) {}
 
+void ConsoleDesktop::BeginLine() {
+    if (errorIsTerminal_) error_ << ClearLine;
+}
+
+std::string ConsoleDesktop::Shown(const std::string& text) const {
+    const std::string lines = TerminalLines(text);
+    return errorIsTerminal_ ? WithoutControls(lines) : lines;
+}
+
 void ConsoleDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
     if (kind != BoxKind::Plain) hasComplained_ = true;
-    if (errorIsTerminal_) error_ << "\r\x1b[K";
-    error_ << caption << ": " << TerminalLines(text) << std::endl;
+    BeginLine();
+    error_ << caption << ": " << Shown(text) << std::endl;
 }
 
 bool ConsoleDesktop::AskQuestion(const std::string& text, const std::string&, bool noIsDefault) {
-    error_ << TerminalLines(text) << (noIsDefault ? " [y/N] " : " [Y/n] ") << std::flush;
+    BeginLine();
+    error_ << Shown(text) << (noIsDefault ? " [y/N] " : " [Y/n] ") << std::flush;
     std::string answer;
     if (!std::getline(input_, answer)) return false;
     if (answer.ends_with('\r')) answer.pop_back();
@@ -44,7 +55,8 @@ bool ConsoleDesktop::AskQuestion(const std::string& text, const std::string&, bo
 
 std::string ConsoleDesktop::AskInput(const std::string& prompt, const std::string& title,
                                      const std::string& defaultAnswer) {
-    error_ << title << ": " << TerminalLines(prompt) << " [" << defaultAnswer << "] " << std::flush;
+    BeginLine();
+    error_ << title << ": " << Shown(prompt) << " [" << Shown(defaultAnswer) << "] " << std::flush;
     std::string answer;
     if (!std::getline(input_, answer)) return {};
     if (answer.ends_with('\r')) answer.pop_back();
@@ -57,7 +69,9 @@ std::string ConsoleDesktop::ChooseFolder(const std::string& prompt, const std::s
 }
 
 void ConsoleDesktop::Note(const std::string& text) {
-    if (errorIsTerminal_) error_ << "\r\x1b[K" << TerminalLines(text) << std::endl;
+    if (!errorIsTerminal_) return;
+    BeginLine();
+    error_ << Shown(text) << std::endl;
 }
 
 std::unique_ptr<ProgressView> ConsoleDesktop::OpenProgress() {

@@ -33,6 +33,11 @@ class ConsoleDesktop : public Desktop {
     bool HasComplained() const override { return hasComplained_; }
 
   private:
+    /// A line of progress that stands there goes.
+    void BeginLine();
+    /// The text as the error stream takes it.
+    std::string Shown(const std::string& text) const;
+
     std::istream& input_;
     std::ostream& error_;
     bool errorIsTerminal_;

@@ -5,12 +5,15 @@
 #include <ostream>
 
 #include "platform/Paths.h"
+#include "platform/console/TerminalText.h"
 
 namespace zefta {
 
 namespace {
 
-constexpr auto ClearLine = "\r\x1b[K";
+// A line that is wider than the terminal would go on in the next one, and could not be written over.
+constexpr auto WithoutWrapping = "\x1b[?7l";
+constexpr auto WithWrapping = "\x1b[?7h";
 
 int PerCent(const ProgressReport& report) {
     const std::int64_t range = std::int64_t{report.maximum} - report.minimum;
@@ -38,7 +41,9 @@ void ConsoleProgress::Show(const ProgressReport& report) {
     status_ = report.status;
     next_ = now + std::chrono::milliseconds(100);
     shown_ = true;
-    stream_ << ClearLine << ProgressLine(report) << std::flush;
+    std::string line = WithoutControls(ProgressLine(report));
+    std::replace(line.begin(), line.end(), '\n', '?');
+    stream_ << ClearLine << WithoutWrapping << line << WithWrapping << std::flush;
 }
 
 }  // namespace zefta
