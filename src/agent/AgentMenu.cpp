@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
 #include <QFontMetrics>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "core/AgentTexts.h"
 #include "core/Boxes.h"
 #include "core/History.h"
+#include "core/OptionTable.h"
 #include "core/Settings.h"
 #include "platform/CommandText.h"
 #include "platform/Paths.h"
@@ -27,6 +29,12 @@ QString EntryText(const QMenu& menu, const std::string& text) {
     return shown.replace('&', "&&");
 }
 
+/// A folder of the root may have the name of an option, such as "/d"; with a separator behind it it is a
+/// path.
+std::string FolderArgument(const App& app, const std::string& folder) {
+    return BeginsWithSlash(app.files, folder) ? WithClosingSeparator(folder) : folder;
+}
+
 }  // namespace
 
 AgentMenu::AgentMenu(App& app, std::function<void()> readSettingsAgain)
@@ -37,7 +45,10 @@ AgentMenu::AgentMenu(App& app, std::function<void()> readSettingsAgain)
 }
 
 void AgentMenu::OpenProgram() {
-    StartProgram("");
+    const bool isSecondClick =
+        sinceOpened_.isValid() && !sinceOpened_.hasExpired(QApplication::doubleClickInterval());
+    sinceOpened_.start();
+    if (!isSecondClick) StartProgram("");
 }
 
 void AgentMenu::StartProgram(const std::string& argument) {
@@ -59,7 +70,8 @@ void AgentMenu::AddRecentFolders() {
     for (const std::string& folder : LoadRecentFolders(app_.userSettings)) {
         if (folder.empty()) continue;
         const QAction* entry = folders->addAction(EntryText(*folders, app_.ansi.ToText(folder)));
-        connect(entry, &QAction::triggered, this, [this, folder] { StartProgram(folder); });
+        connect(entry, &QAction::triggered, this,
+                [this, folder] { StartProgram(FolderArgument(app_, folder)); });
     }
     folders->menuAction()->setEnabled(!folders->isEmpty());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMenu>
 #include <functional>
 #include <string>
@@ -17,7 +18,7 @@ class AgentMenu : public QMenu {
     /// `readSettingsAgain` brings the store of the App up to date with its file.
     AgentMenu(App& app, std::function<void()> readSettingsAgain);
 
-    /// Starts the program as the entry "Open" does.
+    /// Starts the program as the entry "Open" does; the second click of a double one starts no other.
     void OpenProgram();
 
   signals:
@@ -33,6 +34,7 @@ class AgentMenu : public QMenu {
 
     App& app_;
     std::function<void()> readSettingsAgain_;
+    QElapsedTimer sinceOpened_;
 };
 
 }  // namespace zefta

@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
 #include <filesystem>
@@ -86,6 +87,24 @@ TEST_F(AgentMenuTest, RecentFolders_AreShownAsTheyAreAndOpened) {
     for (QAction* action : folders.actions()) action->trigger();
     EXPECT_EQ(app.processes.started, (Lines{"\"/opt/zefta/zefta\" \"/music\"",
                                             "\"/opt/zefta/zefta\" \"/music/R&B \\\"x\\\" \xE9\""}));
+}
+
+TEST_F(AgentMenuTest, RecentFolderThatIsCalledAsAnOption_IsPassedAsAPath) {
+    SaveRecentFolders(app.userSettings, {"/d", "/RENAME", "/f1", "/tmp", "/"});
+    Open();
+    for (QAction* action : Submenu("mnuRecentFolders").actions()) action->trigger();
+    Lines arguments;
+    for (const std::string& command : app.processes.started) arguments.push_back(command.substr(19));
+    EXPECT_EQ(arguments, (Lines{"\"/d/\"", "\"/RENAME/\"", "\"/f1/\"", "\"/tmp\"", "\"/\""}));
+}
+
+TEST_F(AgentMenuTest, DoubleClickOfTheIcon_StartsOneProgram) {
+    menu.OpenProgram();
+    menu.OpenProgram();
+    EXPECT_EQ(app.processes.started.size(), 1U);
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+    menu.OpenProgram();
+    EXPECT_EQ(app.processes.started.size(), 2U);
 }
 
 TEST_F(AgentMenuTest, LongFolder_LosesItsMiddleOnScreenOnly) {
