@@ -6,6 +6,7 @@
 
 #include "platform/Machine.h"
 #include "ui/QtText.h"
+#include "ui/Resources.h"
 #include "ui/desktop/ExitWindowsDialog.h"
 #include "ui/desktop/OutputPane.h"
 #include "ui/info/ShowFileInformation.h"
@@ -24,6 +25,8 @@ std::unique_ptr<QApplication> MakeApplication() {
     // The toolkit takes over the locale; numbers of our formats have a point in every language.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setDesktopFileName("zefta");
+    // For the windows of jobs, which have no main window behind them.
+    QApplication::setWindowIcon(OwnIcon("zefta"));
     return application;
 }
 

@@ -1,10 +1,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
 #include "core/Version.h"
+#include "library/ReadableColour.h"
 #include "support/TestApp.h"
 #include "ui/QtText.h"
 #include "ui/desktop/AboutDialog.h"
@@ -86,6 +88,32 @@ TEST_F(AboutTest, EachLink_HasANameForScreenReaders) {
         const std::string name = FromQt(Label(link.name).accessibleName());
         EXPECT_TRUE(name.ends_with(app.messages.GetMessage(link.message))) << name;
         EXPECT_EQ(name.find('&'), std::string::npos) << name;
+    }
+}
+
+/// The contrast of what differs most from the background in the middle of the label.
+double ContrastIn(QWidget& label) {
+    const QImage picture = label.grab().toImage();
+    const auto colourAt = [&](int x, int y) {
+        const QColor colour = picture.pixelColor(x, y);
+        return Colour{static_cast<std::uint8_t>(colour.red()), static_cast<std::uint8_t>(colour.green()),
+                      static_cast<std::uint8_t>(colour.blue())};
+    };
+    double most = 1;
+    for (int x = 2; x < picture.width() - 2; ++x) {
+        for (int y = 2; y < picture.height() - 2; ++y)
+            most = std::max(most, ContrastOf(colourAt(1, 1), colourAt(x, y)));
+    }
+    return most;
+}
+
+TEST_F(AboutTest, Links_CanBeReadOnEveryPalette) {
+    for (const QColor window : {QColor(0x20, 0x20, 0x20), QColor(0xF0, 0xF0, 0xF0)}) {
+        QPalette palette(window);
+        palette.setColor(QPalette::Link, QColor(0, 0, 255));
+        dialog.setPalette(palette);
+        dialog.findChild<QPushButton*>("OKButton")->setFocus();
+        for (const Link& link : Links) EXPECT_GE(ContrastIn(Label(link.name)), 4.4) << link.name;
     }
 }
 

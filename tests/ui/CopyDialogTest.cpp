@@ -4,6 +4,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocumentFragment>
+#include <QWindow>
 #include <memory>
 #include <stdexcept>
 
@@ -87,6 +89,18 @@ TEST_F(CopyDialogTest, LongPath_LeavesTheWindowAsItIs) {
     EXPECT_EQ(Dialog().width(), width);
     Dialog().grab();
     EXPECT_EQ(FromQt(Dialog().findChild<QLabel*>("lblFile")->toolTip()), path);
+}
+
+TEST_F(CopyDialogTest, NamesWithMarks_AreShownAsTheyAre) {
+    progress.ShowPlaylist("a[*].m3u");
+    Dialog().grab();
+    EXPECT_EQ(FromQt(Dialog().windowHandle()->title()).find("copying playlist a[*].m3u"), 0U)
+        << FromQt(Dialog().windowHandle()->title());
+    const std::string path = "/music/<b>x</b>" + std::string(400, 'x') + "/a.mp3";
+    progress.ShowFile(path);
+    Dialog().grab();
+    const QString tip = Dialog().findChild<QLabel*>("lblFile")->toolTip();
+    EXPECT_EQ(FromQt(QTextDocumentFragment::fromHtml(tip).toPlainText()), path);
 }
 
 TEST_F(CopyDialogTest, Cancel_IsTheDesktopsCancel) {

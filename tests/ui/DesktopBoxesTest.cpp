@@ -142,6 +142,18 @@ TEST_F(DesktopBoxesTest, LongPath_IsBrokenInsteadOfWideningTheBox) {
     desktop.ShowBox(BoxKind::Warning, "Can't open " + path, "Caption");
 }
 
+TEST_F(DesktopBoxesTest, VeryLongText_FitsOnTheScreenAndShowsItsEnds) {
+    const std::string path = "/music" + std::string(4000, 'x') + "/end.mp3";
+    const WhenModal answer{std::function([](QMessageBox& box) {
+        EXPECT_LE(box.height(), QApplication::primaryScreen()->availableGeometry().height());
+        const QString text = box.text().remove(QChar(0x200B));
+        EXPECT_TRUE(text.startsWith("Can't open /music"));
+        EXPECT_TRUE(text.endsWith("/end.mp3"));
+        box.accept();
+    })};
+    desktop.ShowBox(BoxKind::Warning, "Can't open " + path, "Caption");
+}
+
 TEST_F(DesktopBoxesTest, BoxText_OnlyLongWordsGetPlacesToBreak) {
     EXPECT_EQ(FromQt(BoxText("a/b/c d_e\r\nf")), "a/b/c d_e\nf");
     const std::string path = "/home/somebody/Music/The name of an album/song.mp3";

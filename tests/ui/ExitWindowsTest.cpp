@@ -102,6 +102,21 @@ TEST_F(ExitWindowsTest, WhileTheSystemIsAsked_NothingCanBePressedOrRunsDown) {
     EXPECT_EQ(powerOff.calls.size(), 1U);
 }
 
+TEST_F(ExitWindowsTest, WhileTheSystemIsAsked_TheDialogCantBeClosed) {
+    bool stood = false;
+    powerOff.meanwhile = [&] {
+        dialog.close();
+        stood = dialog.isVisible();
+    };
+    QTest::mouseClick(&Control<QPushButton>("OKButton"), Qt::LeftButton);
+    EXPECT_TRUE(stood);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(ExitWindowsTest, Dialog_StandsInFrontOfAllWindows) {
+    EXPECT_TRUE(dialog.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
 TEST_F(ExitWindowsTest, Cancel_LeavesTheMachineRunning) {
     QTest::mouseClick(&Control<QPushButton>("CancelButton"), Qt::LeftButton);
     EXPECT_FALSE(dialog.isVisible());

@@ -104,6 +104,8 @@ TEST_F(TrimDialogTest, Captions_AreTheMessages) {
     const char* options[] = {"Trim silence", "Normal track", "First track",
                              "Last track",   "First track",  "Last track"};
     for (int i = 0; i <= 5; ++i) EXPECT_EQ(FromQt(Option(i).text()), options[i]);
+    EXPECT_EQ(FromQt(Option(4).accessibleName()), "NON-STOP First track");
+    EXPECT_EQ(FromQt(Option(5).accessibleName()), "NON-STOP Last track");
 }
 
 TEST_F(TrimDialogTest, Offsets_StandInThreeFormsAtTheirEnds) {

@@ -12,6 +12,7 @@
 
 #include "core/Boxes.h"
 #include "core/Version.h"
+#include "library/ReadableColour.h"
 #include "ui/QtText.h"
 #include "ui/Resources.h"
 #include "ui/WindowTexts.h"
@@ -25,14 +26,18 @@ QString WithoutKey(const std::string& caption) {
     return ToQt(caption).remove('&');
 }
 
+Colour ToColour(const QColor& colour) {
+    return {static_cast<std::uint8_t>(colour.red()), static_cast<std::uint8_t>(colour.green()),
+            static_cast<std::uint8_t>(colour.blue())};
+}
+
 /// A label that is one link, for the keyboard too: the toolkit's own labels take the key twice before they
 /// show which link has it.
 class LinkLabel : public QLabel {
   public:
-    explicit LinkLabel(const QString& address)
-        : QLabel("<a href=\"" + address.toHtmlEscaped() + "\">" + address.toHtmlEscaped() + "</a>"),
-          address_(address) {
+    explicit LinkLabel(const QString& address) : address_(address) {
         setTextFormat(Qt::RichText);
+        ShowAddress();
         setTextInteractionFlags(Qt::LinksAccessibleByMouse);
         setFocusPolicy(Qt::StrongFocus);
     }
@@ -48,6 +53,11 @@ class LinkLabel : public QLabel {
         }
     }
 
+    void changeEvent(QEvent* event) override {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange) ShowAddress();
+    }
+
     void paintEvent(QPaintEvent* event) override {
         QLabel::paintEvent(event);
         if (!hasFocus()) return;
@@ -58,6 +68,15 @@ class LinkLabel : public QLabel {
     }
 
   private:
+    /// The toolkit's own colour of links is a dark blue on dark windows too.
+    void ShowAddress() {
+        const Colour readable = ReadableOn(ToColour(palette().color(QPalette::Window)),
+                                           ToColour(palette().color(QPalette::Link)));
+        const QString colour = QColor(readable.Red, readable.Green, readable.Blue).name();
+        const QString address = address_.toHtmlEscaped();
+        setText(QString("<a href=\"%1\" style=\"color:%2\">%1</a>").arg(address, colour));
+    }
+
     QString address_;
 };
 

@@ -32,10 +32,17 @@ void AppendWord(QString& text, QStringView word) {
     }
 }
 
+/// No higher than a screen: of a longer text both ends.
+QString WithoutMiddle(const QString& text) {
+    constexpr qsizetype LongestText = 2000;
+    if (text.size() <= LongestText) return text;
+    return text.left(LongestText / 2) + "\n...\n" + text.right(LongestText / 2);
+}
+
 }  // namespace
 
 QString BoxText(const std::string& text) {
-    const QString lines = ToQt(text).replace("\r\n", "\n");
+    const QString lines = WithoutMiddle(ToQt(text).replace("\r\n", "\n"));
     QString shown;
     qsizetype start = 0;
     for (qsizetype at = 0; at <= lines.size(); ++at) {

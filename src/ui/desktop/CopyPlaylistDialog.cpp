@@ -65,7 +65,8 @@ CopyPlaylistDialog::CopyPlaylistDialog(Language language, QWidget* parent)
 }
 
 void CopyPlaylistDialog::Display(const ProgressReport& report) {
-    setWindowTitle(ToQt(report.status));
+    // The mark in titles for unsaved changes is none of a name; doubled it stands for itself.
+    setWindowTitle(ToQt(report.status).replace("[*]", "[*][*]"));
     ShowLabels(report.labels);
     ShowScale(*total_, {report.minimum, report.maximum, report.value});
     ShowScale(*current_, report.current);

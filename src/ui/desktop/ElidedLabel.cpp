@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QStyle>
+#include <QTextDocument>
 
 namespace zefta {
 
@@ -18,7 +19,9 @@ QSize ElidedLabel::minimumSizeHint() const {
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
-    setToolTip(shown == text() ? QString() : text());
+    // Plain text in a tool tip has to say so: what looks like markup would be taken for it.
+    const bool isPlain = !Qt::mightBeRichText(text());
+    setToolTip(shown == text() ? QString() : isPlain ? text() : "<p>" + text().toHtmlEscaped() + "</p>");
     QPainter painter(this);
     style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::AlignLeading, palette(), isEnabled(),
                           shown, foregroundRole());

@@ -32,6 +32,7 @@ ExitWindowsDialog::ExitWindowsDialog(App& app, PowerOff& powerOff, QWidget* pare
     : QDialog(parent), app_(app), powerOff_(powerOff), counter_(SecondsToThink), timer_(new QTimer(this)) {
     setObjectName("frmExitWindows");
     setWindowTitle(ToQt(ApplicationTitle()));
+    setWindowFlag(Qt::WindowStaysOnTopHint);
     new QVBoxLayout(this);
     BuildCountdown();
     BuildButtons();
@@ -78,12 +79,24 @@ void ExitWindowsDialog::Tick() {
 
 void ExitWindowsDialog::Exit() {
     timer_->stop();
+    isAsked_ = true;
     // The login manager may ask for a password; nothing here can be pressed again meanwhile.
     setEnabled(false);
     const std::string refusal = powerOff_.ExitSystem(ExitShutDown + ExitPowerOff);
     if (!refusal.empty())
         ShowWarning(app_, FromQt(OwnText(app_, WindowText::PowerOffRefused)) + "\n\n" + refusal);
     accept();
+}
+
+/// Too late once the system is asked: a dialog that went would look like a power off that was prevented.
+void ExitWindowsDialog::reject() {
+    if (!isAsked_) QDialog::reject();
+}
+
+void ExitWindowsDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    QApplication::beep();
+    QApplication::alert(this);
 }
 
 void ExitWindowsDialog::done(int result) {

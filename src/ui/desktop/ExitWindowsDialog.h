@@ -11,7 +11,7 @@
 namespace zefta {
 
 /// frmExitWindows: counts down to the end of the machine's work, which a job asked for; the person can have
-/// it at once or prevent it.
+/// it at once or prevent it. Stands in front of all windows, since the person may be at work in another one.
 class ExitWindowsDialog : public QDialog {
     Q_OBJECT
 
@@ -20,6 +20,10 @@ class ExitWindowsDialog : public QDialog {
     ExitWindowsDialog(App& app, PowerOff& powerOff, QWidget* parent = nullptr);
 
     void done(int result) override;
+    void reject() override;
+
+  protected:
+    void showEvent(QShowEvent* event) override;
 
   private:
     void BuildCountdown();
@@ -31,6 +35,7 @@ class ExitWindowsDialog : public QDialog {
     App& app_;
     PowerOff& powerOff_;
     int counter_;
+    bool isAsked_ = false;
     QLabel* lblTimeout_;
     QPushButton* okButton_;
     QPushButton* cancelButton_;

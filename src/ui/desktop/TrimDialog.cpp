@@ -110,12 +110,22 @@ QWidget* TrimDialog::MakeProgress() {
 
 void TrimDialog::Display(const ProgressReport& report) {
     ShowLabels(report.labels);
+    NameNonstopOptions();
     if (const QString name = ToQt(report.fileName); name != fileName_->text()) fileName_->setText(name);
     status_->setText(ToQt(report.status));
     ShowScale(*bar_, {report.minimum, report.maximum, report.value});
     const auto format = report.labels.find("optFormatting");
     SelectFormat(format == report.labels.end() ? std::string() : format->second);
     outline_->Show(report);
+}
+
+/// They have the captions of the buttons above them; only the label beside them tells which is which.
+void TrimDialog::NameNonstopOptions() {
+    const QString group = findChild<QLabel*>("lblNonstop")->text();
+    for (const int index : {4, 5}) {
+        QAbstractButton* option = options_->button(index);
+        option->setAccessibleName(group + " " + option->text());
+    }
 }
 
 void TrimDialog::SelectFormat(const std::string& format) {

@@ -30,6 +30,7 @@ class TrimDialog : public ProgressDialog {
     QWidget* MakeProgress();
     /// The buttons only show a format: no click or key changes it.
     QRadioButton* MakeOption(int index);
+    void NameNonstopOptions();
     void SelectFormat(const std::string& format);
 
     QLineEdit* fileName_;
