@@ -78,15 +78,15 @@ TEST_F(AgentMenuTest, ProgramThatIsMissing_IsTold) {
 
 TEST_F(AgentMenuTest, RecentFolders_AreShownAsTheyAreAndOpened) {
     EXPECT_FALSE(Submenu("mnuRecentFolders").menuAction()->isEnabled());
-    const std::string odd = "/music/R&B \"x\" \xE9";
-    SaveRecentFolders(app.userSettings, {"/music", "", odd});
+    const std::string odd = "/home/music/R&B \"x\" \xE9";
+    SaveRecentFolders(app.userSettings, {"/home/music", "", odd});
     Open();
     QMenu& folders = Submenu("mnuRecentFolders");
     EXPECT_TRUE(folders.menuAction()->isEnabled());
-    EXPECT_EQ(Texts(folders), (Lines{"/music", "/music/R&&B \"x\" é"}));
+    EXPECT_EQ(Texts(folders), (Lines{"/home/music", "/home/music/R&&B \"x\" é"}));
     for (QAction* action : folders.actions()) action->trigger();
-    EXPECT_EQ(app.processes.started, (Lines{"\"/opt/zefta/zefta\" \"/music\"",
-                                            "\"/opt/zefta/zefta\" \"/music/R&B \\\"x\\\" \xE9\""}));
+    EXPECT_EQ(app.processes.started, (Lines{"\"/opt/zefta/zefta\" \"/home/music\"",
+                                            "\"/opt/zefta/zefta\" \"/home/music/R&B \\\"x\\\" \xE9\""}));
 }
 
 TEST_F(AgentMenuTest, RecentFolderThatIsCalledAsAnOption_IsPassedAsAPath) {
