@@ -50,6 +50,7 @@ TEST_F(ProgramDesktopTest, EachThingToShow_IsAWindow) {
         [](Desktop& desktop) { desktop.AskQuestion("a", "b", true); },
         [](Desktop& desktop) { desktop.AskInput("a", "b", "c"); },
         [](Desktop& desktop) { desktop.ChooseFolder("a", "b", "c"); },
+        [](Desktop& desktop) { desktop.ChooseFile(FileChoice()); },
         [](Desktop& desktop) { desktop.OpenProgress(); },
     };
     for (const auto& show : rows) {
