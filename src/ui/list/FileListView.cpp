@@ -10,6 +10,8 @@
 #include <QUrl>
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <numeric>
 
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
@@ -89,7 +91,6 @@ FileListView::FileListView(App& app, FileListModel& model, QWidget* parent)
 void FileListView::SetUpHeader() {
     header()->setSectionsMovable(false);
     header()->setStretchLastSection(false);
-    header()->setResizeContentsPrecision(SampleRows);
     setColumnHidden(static_cast<int>(ListColumn::SortOrder), true);
     connect(header(), &QHeaderView::sectionResized, this, [this] {
         if (!isFitting_) hasOwnWidths_ = true;
@@ -109,11 +110,47 @@ std::optional<std::pair<int, int>> FileListView::RowsInView() const {
     return std::pair{first.isValid() ? first.row() : 0, last.isValid() ? last.row() : model_.rowCount() - 1};
 }
 
+/// Measuring every text takes longer than reading the files; adding up its letters finds the ones that count.
+QList<int> FileListView::WidestRows(int column) const {
+    constexpr qsizetype Measured = 3;
+    const auto inView = RowsInView();
+    if (!inView) return {};
+    const int end = std::min(inView->first + SampleRows, model_.rowCount());
+    QList<std::pair<int, int>> widths;
+    for (int row = inView->first; row < end; ++row) {
+        const QString text = model_.index(row, column).data().toString();
+        const int width = std::accumulate(text.begin(), text.end(), 0,
+                                          [&](int sum, QChar letter) { return sum + WidthOfLetter(letter); });
+        widths.append({width, row});
+    }
+    const qsizetype count = std::min(Measured, widths.size());
+    std::partial_sort(widths.begin(), widths.begin() + count, widths.end(), std::greater<>());
+    QList<int> rows;
+    for (const auto& [width, row] : widths.first(count)) rows.append(row);
+    return rows;
+}
+
+int FileListView::WidthOfLetter(QChar letter) const {
+    auto found = letterWidths_.find(letter);
+    if (found == letterWidths_.end())
+        found = letterWidths_.insert(letter, fontMetrics().horizontalAdvance(letter));
+    return *found;
+}
+
+int FileListView::WidthOfTexts(int column) const {
+    int widest = 0;
+    for (const int row : WidestRows(column))
+        widest = std::max(widest, sizeHintForIndex(model_.index(row, column)).width());
+    return widest;
+}
+
 void FileListView::FitColumns() {
+    // The font may have changed since.
+    letterWidths_.clear();
     const int letter = fontMetrics().averageCharWidth();
     isFitting_ = true;
     for (int column = 0; column < SeenColumns; ++column) {
-        const int asked = std::max(sizeHintForColumn(column), header()->sectionSizeHint(column)) + letter;
+        const int asked = std::max(WidthOfTexts(column), header()->sectionSizeHint(column)) + letter;
         const int narrowest = NarrowestFit.at(static_cast<std::size_t>(column)) * letter;
         setColumnWidth(column, std::clamp(asked, narrowest, WidestFit * letter));
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QList>
 #include <QTreeView>
 #include <optional>
 #include <utility>
@@ -55,12 +57,17 @@ class FileListView : public QTreeView {
 
   private:
     void SetUpHeader();
+    /// Some of the rows from the first in view on, among them the one that asks for the most room.
+    QList<int> WidestRows(int column) const;
+    int WidthOfLetter(QChar letter) const;
+    int WidthOfTexts(int column) const;
     QString ToolTipOf(const QModelIndex& index) const;
     bool IsElided(const QModelIndex& index) const;
 
     App& app_;
     FileListModel& model_;
     QString note_;
+    mutable QHash<QChar, int> letterWidths_;
     bool hasOwnWidths_ = false;
     bool isFitting_ = false;
     bool acceptsFolders_ = true;

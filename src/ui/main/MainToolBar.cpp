@@ -10,9 +10,16 @@ namespace zefta {
 
 namespace {
 
+/// A desktop without a theme of its own names the one that holds the pictures of programs and none of
+/// commands: looking there costs more than all else that the bar does.
+bool HasThemeOfCommands() {
+    return QIcon::themeName() != "hicolor" && !QIcon::themeName().isEmpty();
+}
+
 QIcon IconOf(const ToolRow& row) {
     const QIcon own(QString(":/icons/%1.svg").arg(row.ownIcon));
-    return *row.themeIcon == '\0' ? own : QIcon::fromTheme(row.themeIcon, own);
+    const bool isOwn = *row.themeIcon == '\0' || !HasThemeOfCommands();
+    return isOwn ? own : QIcon::fromTheme(row.themeIcon, own);
 }
 
 }  // namespace
