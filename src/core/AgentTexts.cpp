@@ -4,7 +4,7 @@ namespace zefta {
 
 namespace {
 
-constexpr auto Section = "Agent";
+constexpr auto AgentSection = "Agent";
 
 struct AgentText {
     const char* key;
@@ -27,14 +27,14 @@ constexpr AgentText Texts[] = {
 std::vector<SettingChange> AgentTexts(App& app) {
     std::vector<SettingChange> changes;
     for (const AgentText& text : Texts)
-        changes.push_back({Section, text.key, app.messages.GetMessage(text.message)});
+        changes.push_back({AgentSection, text.key, app.messages.GetMessage(text.message)});
     return changes;
 }
 
 std::string AgentTextOf(App& app, const std::string& key) {
     for (const AgentText& text : Texts) {
         if (key != text.key) continue;
-        const std::string stored = app.userSettings.GetValue(Section, key).value_or("");
+        const std::string stored = app.userSettings.GetValue(AgentSection, key).value_or("");
         return stored.empty() ? app.messages.GetMessage(text.message) : stored;
     }
     return {};

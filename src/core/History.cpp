@@ -8,7 +8,7 @@ namespace zefta {
 
 namespace {
 
-constexpr auto Section = "History";
+constexpr auto HistorySection = "History";
 
 /// The keys of one list: how many, and the entries counted from 0.
 struct HistoryKeys {
@@ -20,7 +20,7 @@ const HistoryKeys FolderKeys = {"FoldersCount", "Folder"};
 const HistoryKeys TemplateKeys = {"RenameTemplatesCount", "RenameTemplate"};
 
 std::size_t StoredCount(const SettingsStore& store, const HistoryKeys& keys) {
-    const double number = LeadingNumber(store.GetValue(Section, keys.count).value_or("0"));
+    const double number = LeadingNumber(store.GetValue(HistorySection, keys.count).value_or("0"));
     // A store that a person edited may hold any number; nothing beyond the limit was ever written.
     return static_cast<std::size_t>(std::clamp(number, 0.0, static_cast<double>(HistoryLimit)));
 }
@@ -28,7 +28,7 @@ std::size_t StoredCount(const SettingsStore& store, const HistoryKeys& keys) {
 std::vector<std::string> Load(const SettingsStore& store, const HistoryKeys& keys) {
     std::vector<std::string> entries;
     for (std::size_t i = 0; i < StoredCount(store, keys); ++i) {
-        if (const auto entry = store.GetValue(Section, keys.entry + std::to_string(i)))
+        if (const auto entry = store.GetValue(HistorySection, keys.entry + std::to_string(i)))
             entries.push_back(*entry);
     }
     return entries;
@@ -36,10 +36,10 @@ std::vector<std::string> Load(const SettingsStore& store, const HistoryKeys& key
 
 void Save(SettingsStore& store, const HistoryKeys& keys, const std::vector<std::string>& entries) {
     const std::size_t count = std::min(entries.size(), HistoryLimit);
-    std::vector<SettingChange> changes = {{Section, keys.count, std::to_string(count)}};
+    std::vector<SettingChange> changes = {{HistorySection, keys.count, std::to_string(count)}};
     for (std::size_t i = 0; i < HistoryLimit; ++i) {
         const std::string key = keys.entry + std::to_string(i);
-        changes.push_back({Section, key, i < count ? std::optional(entries[i]) : std::nullopt});
+        changes.push_back({HistorySection, key, i < count ? std::optional(entries[i]) : std::nullopt});
     }
     store.Apply(changes);
 }

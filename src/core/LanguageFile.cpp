@@ -18,11 +18,11 @@ namespace zefta {
 namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 // Bounds of what is taken for a language file, far beyond the built-in table (20 KB, no text above 300
 // bytes): text is held in memory, and a text that consists of place holders grows with what is put in.
-constexpr std::int32_t LargestFile = 4 * 1024 * 1024;
+constexpr std::int32_t LargestLanguageFile = 4 * 1024 * 1024;
 constexpr std::size_t LongestLine = 8 * 1024;
 
 struct Entry {
@@ -75,9 +75,9 @@ class EntryCollector {
 std::string ReadFileText(FileSystem& files, const std::string& path) {
     try {
         const auto file = files.OpenReadOnly(path);
-        if (!file || file->Size() > LargestFile) return {};
-        const std::string bytes = file->ReadBytes(LargestFile);
-        return bytes.starts_with(ByteOrderMark) ? bytes.substr(ByteOrderMark.size()) : bytes;
+        if (!file || file->Size() > LargestLanguageFile) return {};
+        const std::string bytes = file->ReadBytes(LargestLanguageFile);
+        return bytes.starts_with(Utf8Mark) ? bytes.substr(Utf8Mark.size()) : bytes;
     } catch (const RuntimeError&) {
         return {};
     }

@@ -10,11 +10,11 @@ namespace zefta {
 
 namespace {
 
-constexpr auto Section = "Settings";
+constexpr auto SettingsSection = "Settings";
 
 void ReadAll(App& app) {
     for (const Setting& setting : SettingsTable()) {
-        if (const auto text = app.userSettings.GetValue(Section, setting.key))
+        if (const auto text = app.userSettings.GetValue(SettingsSection, setting.key))
             ReadSetting(setting.slot(app.state, setting.index), *text);
     }
 }
@@ -31,7 +31,7 @@ void CheckPaths(App& app) {
 
 /// The code page of the person's language, unless the settings name another.
 void ChooseCodePage(App& app) {
-    const std::string text = Trim(app.userSettings.GetValue(Section, "AnsiCodePage").value_or(""));
+    const std::string text = Trim(app.userSettings.GetValue(SettingsSection, "AnsiCodePage").value_or(""));
     int number = CodePageOfLanguage(app.machine.language);
     std::from_chars(text.data(), text.data() + text.size(), number);
     app.ansi = LoadCodePage(number);
@@ -41,7 +41,8 @@ std::vector<SettingChange> ChangesOf(App& app, Saver saver) {
     std::vector<SettingChange> changes;
     for (const Setting& setting : SettingsTable()) {
         if (setting.saver == saver)
-            changes.push_back({Section, setting.key, SettingText(setting.slot(app.state, setting.index))});
+            changes.push_back(
+                {SettingsSection, setting.key, SettingText(setting.slot(app.state, setting.index))});
     }
     return changes;
 }
@@ -59,7 +60,7 @@ void LoadSettings(App& app) {
 
 void LoadPriorityClass(App& app) {
     const std::string name =
-        AsciiLower(app.userSettings.GetValue(Section, "PriorityClass").value_or("Normal"));
+        AsciiLower(app.userSettings.GetValue(SettingsSection, "PriorityClass").value_or("Normal"));
     app.state.PriorityClass = name == "idle" ? IdlePriority : name == "high" ? HighPriority : NormalPriority;
 }
 

@@ -8,7 +8,7 @@ namespace zefta {
 
 namespace {
 
-constexpr auto Section = "ShellVerbs";
+constexpr auto VerbsSection = "ShellVerbs";
 constexpr auto ProgramName = "zefta";
 constexpr std::string_view QualityBox = "chkEncodeOggQmode";
 /// In the place of the quality.
@@ -104,7 +104,7 @@ MenuEntry ShellVerbs::EntryOf(const std::string& Class, const std::string& Verb,
 }
 
 bool ShellVerbs::IsOn(const ShellVerb& verb) const {
-    return app_.userSettings.GetValue(Section, KeyOf(verb.Class, verb.Verb)).has_value() &&
+    return app_.userSettings.GetValue(VerbsSection, KeyOf(verb.Class, verb.Verb)).has_value() &&
            desktops_.IsInMenus(EntryOf(verb.Class, verb.Verb, verb.Parameters));
 }
 
@@ -121,13 +121,13 @@ void ShellVerbs::RegisterShellVerb(const std::string& Class, const std::string& 
                                    const std::string& Parameters, bool Enabled) {
     const MenuEntry entry = EntryOf(Class, Verb, Parameters);
     const std::string key = KeyOf(Class, Verb);
-    const auto stored = app_.userSettings.GetValue(Section, key);
+    const auto stored = app_.userSettings.GetValue(VerbsSection, key);
     if (Enabled) {
         desktops_.AddToMenus(entry);
-        if (stored != entry.commandLine) app_.userSettings.Apply({{Section, key, entry.commandLine}});
+        if (stored != entry.commandLine) app_.userSettings.Apply({{VerbsSection, key, entry.commandLine}});
     } else {
         desktops_.RemoveFromMenus(entry);
-        if (stored) app_.userSettings.Apply({{Section, key, std::nullopt}});
+        if (stored) app_.userSettings.Apply({{VerbsSection, key, std::nullopt}});
     }
 }
 

@@ -10,7 +10,7 @@ namespace zefta {
 
 namespace {
 
-struct Row {
+struct LetterRow {
     std::string_view ascii;
     std::u32string_view characters;
 };
@@ -18,7 +18,7 @@ struct Row {
 // clang-format off
 
 /// Letters with marks, to their base letter; ligatures and letters that are none of the 26.
-constexpr Row Latin[] = {
+constexpr LetterRow Latin[] = {
     {"A", U"ÀÁÂÃÄÅĀĂĄǍǞǠǺȀȂȦȺḀẠẢẤẦẨẪẬẮẰẲẴẶ"},
     {"a", U"àáâãäåāăąǎǟǡǻȁȃȧḁẚạảấầẩẫậắằẳẵặ"},
     {"B", U"ƁƂɃḂḄḆ"},
@@ -98,7 +98,7 @@ constexpr Row Latin[] = {
 };
 
 /// Russian by the usual English table; letters of the other Slavic languages by theirs.
-constexpr Row Cyrillic[] = {
+constexpr LetterRow Cyrillic[] = {
     {"A", U"А"},
     {"B", U"Б"},
     {"V", U"В"},
@@ -178,7 +178,7 @@ constexpr Row Cyrillic[] = {
 };
 
 /// By the sound of today.
-constexpr Row Greek[] = {
+constexpr LetterRow Greek[] = {
     {"A", U"ΑΆ"},
     {"V", U"Β"},
     {"G", U"Γ"},
@@ -226,7 +226,7 @@ constexpr Row Greek[] = {
 };
 
 /// Twins of ASCII characters and signs that can be spelled.
-constexpr Row Punctuation[] = {
+constexpr LetterRow Punctuation[] = {
     {" ", U"\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A\u202F\u205F\u3000"},
     {"-", U"\u2010\u2011\u2012\u2013\u2014\u2015\u2212"},
     {"'", U"\u00B4\u02B9\u02BB\u02BC\u2018\u2019\u201A\u201B\u201C\u201D\u201E\u201F\u2032\u2033\u00AB\u00BB\u2039\u203A"},
@@ -291,8 +291,8 @@ bool ComesEarlier(const Spelling& a, const Spelling& b) {
     return a.character < b.character;
 }
 
-void Append(std::vector<Spelling>& spellings, std::span<const Row> rows) {
-    for (const Row& row : rows) {
+void Append(std::vector<Spelling>& spellings, std::span<const LetterRow> rows) {
+    for (const LetterRow& row : rows) {
         for (const char32_t character : row.characters) spellings.push_back({character, row.ascii});
     }
 }
@@ -301,9 +301,9 @@ void Append(std::vector<Spelling>& spellings, std::span<const Row> rows) {
 const std::vector<Spelling>& Spellings() {
     static const std::vector<Spelling> all = [] {
         std::vector<Spelling> spellings;
-        for (const std::span<const Row> rows :
-             {std::span<const Row>(Latin), std::span<const Row>(Cyrillic), std::span<const Row>(Greek),
-              std::span<const Row>(Punctuation)})
+        for (const std::span<const LetterRow> rows :
+             {std::span<const LetterRow>(Latin), std::span<const LetterRow>(Cyrillic),
+              std::span<const LetterRow>(Greek), std::span<const LetterRow>(Punctuation)})
             Append(spellings, rows);
         std::sort(spellings.begin(), spellings.end(), ComesEarlier);
         return spellings;

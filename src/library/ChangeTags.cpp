@@ -28,7 +28,7 @@ struct FieldRow {
     std::string Extended::*extended;
 };
 
-constexpr FieldRow Fields[] = {
+constexpr FieldRow ChangedFields[] = {
     {&TagValues::Artist, &ID3Tag::Artist, &Extended::Artist},
     {&TagValues::Title, &ID3Tag::Title, &Extended::TrackTitle},
     {&TagValues::Mix, &ID3Tag::Comment, &Extended::Mix},
@@ -104,7 +104,7 @@ void PutTrack(ID3Tag& tag, const std::string& track) {
 
 void FillFromRecord(ID3Tag& tag) {
     Extended& extension = tag.ID3v2Extension;
-    for (const FieldRow& field : Fields) {
+    for (const FieldRow& field : ChangedFields) {
         std::string& extended = extension.*field.extended;
         if (extended.empty()) extended = Trim(tag.*field.own);
     }
@@ -166,7 +166,7 @@ std::optional<ReadFile> ReadForChange(App& app, const ChangedFile& file) {
 }
 
 void PutValues(ID3Tag& tag, const TagValues& values) {
-    for (const FieldRow& field : Fields) {
+    for (const FieldRow& field : ChangedFields) {
         if ((values.*field.value).empty()) continue;
         tag.*field.own = values.*field.value;
         tag.ID3v2Extension.*field.extended = values.*field.value;

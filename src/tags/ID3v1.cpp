@@ -13,7 +13,7 @@ namespace zefta {
 namespace {
 
 constexpr std::int32_t TagLength = 128;
-constexpr std::string_view Marker = "TAG";
+constexpr std::string_view TagMarker = "TAG";
 /// Comment field of a tag with a track number behind it.
 constexpr std::size_t ShortComment = 29;
 constexpr std::size_t LongComment = 30;
@@ -38,7 +38,7 @@ constexpr std::size_t GenrePlace = 127;
 
 /// An APE tag of 131 bytes has the three letters in the same place.
 constexpr std::string_view MarkerOfAPE = "APETAGEX";
-constexpr auto LengthWithMarkerOfAPE = TagLength + static_cast<std::int32_t>(MarkerOfAPE.find(Marker));
+constexpr auto LengthWithMarkerOfAPE = TagLength + static_cast<std::int32_t>(MarkerOfAPE.find(TagMarker));
 
 bool IsMarkerOfAPE(BinaryFile& file) {
     return file.Seek(-LengthWithMarkerOfAPE, SeekFrom::End) &&
@@ -47,7 +47,7 @@ bool IsMarkerOfAPE(BinaryFile& file) {
 
 bool SeekToTag(BinaryFile& file) {
     const bool isOther = IsMarkerOfAPE(file);
-    return file.Seek(-TagLength, SeekFrom::End) && file.ReadBytes(3) == Marker && !isOther;
+    return file.Seek(-TagLength, SeekFrom::End) && file.ReadBytes(3) == TagMarker && !isOther;
 }
 
 /// The tag at the end of the file by one read; "" when there is none.
@@ -57,7 +57,7 @@ std::string TagAtEnd(BinaryFile& file) {
     const std::string end = file.ReadBytes(ahead);
     if (end.size() < static_cast<std::size_t>(TagLength)) return {};
     const std::string tag = end.substr(end.size() - static_cast<std::size_t>(TagLength));
-    return tag.starts_with(Marker) && !end.starts_with(MarkerOfAPE) ? tag : std::string();
+    return tag.starts_with(TagMarker) && !end.starts_with(MarkerOfAPE) ? tag : std::string();
 }
 
 /// Comment and track. Bytes 125 and 126 both not 0 mean 30 bytes of comment; the standard looks at byte 125
@@ -71,14 +71,14 @@ void ReadCommentAndTrack(std::string_view bytes, ID3Tag& tag, const CodePage& an
 }
 
 std::string NewTag() {
-    return std::string(Marker) + std::string(124, ' ') + '\xFF';
+    return std::string(TagMarker) + std::string(124, ' ') + '\xFF';
 }
 
 /// The tag's 128 bytes with the record merged into them; empty fields of the record take over the old values.
 std::string MergedTag(std::string bytes, ID3Tag& tag, const ID3Tag& old, const CodePage& ansi) {
     const bool clearComment = tag.Comment == "#";
     if (clearComment) tag.Comment.clear();
-    std::size_t offset = Marker.size();
+    std::size_t offset = TagMarker.size();
     for (const TextField& field : TextFields) {
         const bool isCleared = clearComment && field.value == &ID3Tag::Comment;
         if (!(tag.*field.value).empty() || isCleared) {
@@ -95,7 +95,7 @@ std::string MergedTag(std::string bytes, ID3Tag& tag, const ID3Tag& old, const C
 }
 
 void ReadTag(std::string_view bytes, ID3Tag& tag, const CodePage& ansi) {
-    std::size_t place = Marker.size();
+    std::size_t place = TagMarker.size();
     for (const TextField& field : TextFields) {
         if (field.value != &ID3Tag::Comment)
             tag.*field.value = ansi.Decode(BinaryFile::TextOfField(bytes.substr(place, field.width)));
@@ -114,7 +114,7 @@ void WriteTag(BinaryFile& file, const std::string& before, const std::string& af
 bool ReadID3v1(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     if (!SeekToTag(file)) return false;
     std::array<char, TagLength> bytes = {};
-    const auto behindMarker = std::as_writable_bytes(std::span(bytes)).subspan(Marker.size());
+    const auto behindMarker = std::as_writable_bytes(std::span(bytes)).subspan(TagMarker.size());
     file.Read(behindMarker);
     ReadTag({bytes.data(), bytes.size()}, tag, ansi);
     return true;
@@ -149,7 +149,7 @@ void SetID3v1(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {
 int SetID3(FileSystem& files, const CodePage& ansi, const std::string& path, const ID3v1Values& values) {
     const auto file = files.OpenRead(path);
     if (!file) return 1;
-    std::string bytes(Marker);
+    std::string bytes(TagMarker);
     bytes += FitString(ansi.Encode(values.Title), 30);
     bytes += FitString(ansi.Encode(values.Artist), 30);
     bytes += FitString(ansi.Encode(values.Album), 30);

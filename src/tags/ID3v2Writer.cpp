@@ -18,7 +18,7 @@ namespace zefta {
 
 namespace {
 
-constexpr std::string_view Marker = "ID3";
+constexpr std::string_view HeaderMarker = "ID3";
 constexpr std::size_t SizePosition = 6;
 constexpr std::size_t SizeLength = 4;
 /// Whole tag of a rebuilt file: a tenth above the estimate, so that a slightly longer one fits in its place
@@ -51,7 +51,7 @@ struct RenderedTag {
 RenderedTag RenderTag(const std::string& frames, std::int32_t size) {
     using namespace std::string_literals;
     RenderedTag rendered;
-    rendered.bytes = std::string(Marker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + frames;
+    rendered.bytes = std::string(HeaderMarker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + frames;
     const std::int64_t fill =
         std::int64_t{size} + ID3v2HeaderSize - static_cast<std::int64_t>(rendered.bytes.size());
     if (fill < 0) {
@@ -75,7 +75,7 @@ std::string ReadStart(BinaryFile& file, std::int32_t length) {
 /// Size field of the tag that a file of `fileSize` bytes begins with; nothing when there is no tag.
 /// RuntimeError 5 for a tag that reaches beyond the end of the file: nobody knows where the audio begins.
 std::optional<std::int32_t> OldTagSize(std::string_view start, std::int32_t fileSize) {
-    if (!start.starts_with(Marker)) return std::nullopt;
+    if (!start.starts_with(HeaderMarker)) return std::nullopt;
     const std::int32_t size =
         ByteCodec::SyncSafeToLong(start.substr(std::min(start.size(), SizePosition), SizeLength));
     if (Add(size, ID3v2HeaderSize) > fileSize) throw RuntimeError(ErrorNumber::InvalidProcedureCall);

@@ -12,7 +12,7 @@ namespace {
 
 /// How far before the end of the file the closing marker is looked for.
 constexpr std::int32_t Window = 300;
-constexpr std::string_view Marker = "LYRICS";
+constexpr std::string_view LyricsMarker = "LYRICS";
 constexpr std::int32_t BeginMarkerLength = 11;
 constexpr std::size_t SizeDigits = 6;
 constexpr std::size_t IdentifierLength = 3;
@@ -54,7 +54,7 @@ bool ReadLyrics3(BinaryFile& file, ID3Tag& tag, const CodePage& ansi) {
     const std::int32_t windowLength = std::min(Window, file.Size());
     file.Seek(-windowLength, SeekFrom::End);
     const std::string window = file.ReadBytes(windowLength);
-    const std::size_t marker = FindLast(window, Marker);
+    const std::size_t marker = FindLast(window, LyricsMarker);
     if (marker == std::string::npos) return false;
     tag.LyricsPresent = true;
     const std::int16_t size = BlockSize(window, marker);

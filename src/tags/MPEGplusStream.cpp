@@ -28,7 +28,7 @@ constexpr std::int32_t Stereo = 0;
 constexpr std::int32_t JointStereo = 1;
 constexpr std::int32_t Mono = 3;
 
-std::uint8_t ByteAt(std::string_view bytes, std::size_t index) {
+std::uint8_t FlagsAt(std::string_view bytes, std::size_t index) {
     return index < bytes.size() ? static_cast<std::uint8_t>(bytes[index]) : std::uint8_t{0};
 }
 
@@ -63,8 +63,8 @@ void ReadVersion7(BinaryFile& file, ID3Tag& tag) {
     tag.Seconds = ToI32(seconds);
     tag.Bitrate = BitrateOver(seconds, tag);
     const std::string flags = file.ReadBytes(4);
-    tag.ChannelMode = (ByteAt(flags, 3) & 127) < 64 ? Stereo : JointStereo;
-    tag.MPEGplusExtension.StreamProfile = ProfileOf(ByteAt(flags, 2));
+    tag.ChannelMode = (FlagsAt(flags, 3) & 127) < 64 ? Stereo : JointStereo;
+    tag.MPEGplusExtension.StreamProfile = ProfileOf(FlagsAt(flags, 2));
 }
 
 // --- versions 4 to 6
@@ -76,9 +76,9 @@ std::uint8_t OldVersion(std::uint8_t second) {
 }
 
 void ReadOldVersion(BinaryFile& file, std::string_view head, ID3Tag& tag) {
-    tag.MPEGplusExtension.StreamVersion = OldVersion(ByteAt(head, 1));
-    tag.ChannelMode = (ByteAt(head, 2) & 127) == 0 ? Stereo : JointStereo;
-    tag.Bitrate = static_cast<std::int16_t>(ByteAt(head, 3) * 2);
+    tag.MPEGplusExtension.StreamVersion = OldVersion(FlagsAt(head, 1));
+    tag.ChannelMode = (FlagsAt(head, 2) & 127) == 0 ? Stereo : JointStereo;
+    tag.Bitrate = static_cast<std::int16_t>(FlagsAt(head, 3) * 2);
     const std::int32_t frames = ByteCodec::ToLong(file.ReadBytes(4));
     if (tag.MPEGplusExtension.StreamVersion == 4) tag.Seconds = ToI32(SecondsOf(frames, tag));
     if (tag.Seconds < 1) tag.Seconds = ToI32(Divide(tag.Length, tag.Bitrate) / BytesPerKilobit);
@@ -108,7 +108,7 @@ std::optional<std::int64_t> VariableLength(std::string_view bytes, std::size_t& 
     constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max() >> 7;
     std::int64_t value = 0;
     while (offset < bytes.size() && value <= largest) {
-        const std::uint8_t byte = ByteAt(bytes, offset++);
+        const std::uint8_t byte = FlagsAt(bytes, offset++);
         value = value << 7 | (byte & 127);
         if (byte < 128) return value;
     }
@@ -138,9 +138,9 @@ void ReadStreamHeader(std::string_view body, ID3Tag& tag) {
     const std::optional<std::int64_t> samples = VariableLength(body, offset);
     const std::optional<std::int64_t> silence = VariableLength(body, offset);
     if (!samples || !silence || offset + 2 > body.size()) return;
-    const std::size_t rate = ByteAt(body, offset) >> 5;
+    const std::size_t rate = FlagsAt(body, offset) >> 5;
     if (rate < rates.size()) tag.SampleRate = rates[rate];
-    const int channels = (ByteAt(body, offset + 1) >> 4) + 1;
+    const int channels = (FlagsAt(body, offset + 1) >> 4) + 1;
     tag.ChannelMode = channels == 1 ? Mono : Stereo;
     const auto heard = static_cast<double>(std::max(*samples - *silence, std::int64_t{0}));
     const double seconds = heard / tag.SampleRate;
@@ -150,7 +150,7 @@ void ReadStreamHeader(std::string_view body, ID3Tag& tag) {
 
 /// Profile from the body of "EI", whose first byte has a flag in its lowest bit.
 std::uint8_t ReadEncoderInfo(std::string_view body) {
-    return ProfileOf(ByteAt(body, 0) & 0xFE);
+    return ProfileOf(FlagsAt(body, 0) & 0xFE);
 }
 
 void ReadVersion8(BinaryFile& file, ID3Tag& tag) {
@@ -196,7 +196,7 @@ bool IsVersion8Stream(BinaryFile& file) {
     if (head.starts_with("ID3") && head.size() > sizeOffset) {
         start = ByteCodec::SyncSafeToLong(head.substr(sizeOffset)) + headerSize;
         // The readers take the footer for a part of the stream; a writer must not cut a stream for that.
-        if ((ByteAt(head, flagsOffset) & footerPresent) != 0) start += headerSize;
+        if ((FlagsAt(head, flagsOffset) & footerPresent) != 0) start += headerSize;
     }
     file.Seek(start, SeekFrom::Start);
     return file.ReadBytes(4) == Version8Marker;

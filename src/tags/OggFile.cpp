@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view PageMarker = "OggS";
 constexpr std::string_view CodecName = "vorbis";
 /// The marker of the first page and 4096 bytes, in which the comments are looked for.
-constexpr std::size_t HeadLength = PageMarker.size() + 4096;
+constexpr std::size_t HeadOfStream = PageMarker.size() + 4096;
 /// In which the last page is looked for.
 constexpr std::size_t TailLength = 8192;
 /// Offsets in a page (RFC 3533 section 6).
@@ -27,7 +27,7 @@ constexpr std::size_t SegmentCount = 26;
 /// The rate that play time is counted with, whatever the stream has. Kept: lists and names made from the
 /// play time agree with what other installations made.
 constexpr double CountedRate = 44100;
-constexpr double BytesPerKilobit = 125;
+constexpr double BytesPerKbps = 125;
 
 /// Takes bytes from the front of a text; there are fewer, at last none, where the text ends.
 class Cursor {
@@ -94,7 +94,7 @@ void ReadMeasures(std::string_view tail, ID3Tag& tag) {
     page.Take(GranulePosition);
     tag.Seconds = ToI32(ByteCodec::ToLong(page.Take(4)) / CountedRate);
     tag.Bitrate = tag.Seconds < 1 ? std::int16_t{0}
-                                  : ToI16(static_cast<double>(tag.Length) / tag.Seconds / BytesPerKilobit);
+                                  : ToI16(static_cast<double>(tag.Length) / tag.Seconds / BytesPerKbps);
     tag.VBR = true;
     page.Take(PageNumber - GranulePosition - 4);
     tag.OggVorbisExtension.PagesCount = ByteCodec::ToLong(page.Take(4));
@@ -118,8 +118,8 @@ void ReadOGGFile(const FileReading& reading, const std::string& path, ID3Tag& ta
     tag.Bitrate = 0;
     tag.VBR = false;
     tag.Seconds = 0;
-    std::array<char, std::max(HeadLength, TailLength)> block;
-    const std::string_view head = ReadInto(std::span(block).first<HeadLength>(), *file);
+    std::array<char, std::max(HeadOfStream, TailLength)> block;
+    const std::string_view head = ReadInto(std::span(block).first<HeadOfStream>(), *file);
     if (head.starts_with(PageMarker)) {
         tag.IsOggVorbisFile = true;
         ReadComments(head.substr(PageMarker.size()), tag, reading.ansi);

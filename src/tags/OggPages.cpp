@@ -10,7 +10,7 @@ namespace zefta {
 
 namespace {
 
-constexpr std::string_view Marker = "OggS";
+constexpr std::string_view PageStart = "OggS";
 constexpr char Version = 0;
 constexpr std::size_t VersionAt = 4;
 constexpr std::size_t FlagsAt = 5;
@@ -21,7 +21,7 @@ constexpr std::size_t ChecksumAt = 22;
 constexpr std::size_t SegmentCountAt = 26;
 constexpr std::size_t ReadLength = 4 * 65536;
 
-std::uint8_t ByteAt(std::string_view bytes, std::size_t at) {
+std::uint8_t PageByteAt(std::string_view bytes, std::size_t at) {
     return static_cast<std::uint8_t>(bytes[at]);
 }
 
@@ -55,17 +55,18 @@ constexpr ChecksumTables MakeChecksumTables() {
 constexpr ChecksumTables Tables = MakeChecksumTables();
 
 std::uint32_t EightMore(std::uint32_t checksum, std::string_view bytes) {
-    checksum ^= std::uint32_t{ByteAt(bytes, 0)} << 24 | std::uint32_t{ByteAt(bytes, 1)} << 16 |
-                std::uint32_t{ByteAt(bytes, 2)} << 8 | std::uint32_t{ByteAt(bytes, 3)};
+    checksum ^= std::uint32_t{PageByteAt(bytes, 0)} << 24 | std::uint32_t{PageByteAt(bytes, 1)} << 16 |
+                std::uint32_t{PageByteAt(bytes, 2)} << 8 | std::uint32_t{PageByteAt(bytes, 3)};
     return Tables[7][checksum >> 24] ^ Tables[6][(checksum >> 16) & 0xFF] ^
-           Tables[5][(checksum >> 8) & 0xFF] ^ Tables[4][checksum & 0xFF] ^ Tables[3][ByteAt(bytes, 4)] ^
-           Tables[2][ByteAt(bytes, 5)] ^ Tables[1][ByteAt(bytes, 6)] ^ Tables[0][ByteAt(bytes, 7)];
+           Tables[5][(checksum >> 8) & 0xFF] ^ Tables[4][checksum & 0xFF] ^ Tables[3][PageByteAt(bytes, 4)] ^
+           Tables[2][PageByteAt(bytes, 5)] ^ Tables[1][PageByteAt(bytes, 6)] ^
+           Tables[0][PageByteAt(bytes, 7)];
 }
 
 std::uint32_t GoOn(std::uint32_t checksum, std::string_view bytes) {
     for (; bytes.size() >= 8; bytes.remove_prefix(8)) checksum = EightMore(checksum, bytes);
     for (std::size_t i = 0; i < bytes.size(); ++i)
-        checksum = (checksum << 8) ^ Tables[0][(checksum >> 24) ^ ByteAt(bytes, i)];
+        checksum = (checksum << 8) ^ Tables[0][(checksum >> 24) ^ PageByteAt(bytes, i)];
     return checksum;
 }
 
@@ -91,18 +92,18 @@ std::size_t OggPageLength(const OggPage& page) {
 }
 
 std::optional<OggPage> ParseOggPage(std::string_view bytes) {
-    if (bytes.size() < OggPageHeaderLength || !bytes.starts_with(Marker) || bytes[VersionAt] != Version)
+    if (bytes.size() < OggPageHeaderLength || !bytes.starts_with(PageStart) || bytes[VersionAt] != Version)
         return std::nullopt;
     OggPage page;
-    page.flags = ByteAt(bytes, FlagsAt);
+    page.flags = PageByteAt(bytes, FlagsAt);
     page.granulePosition = std::bit_cast<std::int64_t>(std::uint64_t{NumberIn(bytes, GranuleAt + 4)} << 32 |
                                                        NumberIn(bytes, GranuleAt));
     page.serial = NumberIn(bytes, SerialAt);
     page.number = NumberIn(bytes, NumberAt);
-    const std::size_t segments = ByteAt(bytes, SegmentCountAt);
+    const std::size_t segments = PageByteAt(bytes, SegmentCountAt);
     page.lacing = bytes.substr(OggPageHeaderLength, segments);
     std::size_t length = 0;
-    for (std::size_t i = 0; i < page.lacing.size(); ++i) length += ByteAt(page.lacing, i);
+    for (std::size_t i = 0; i < page.lacing.size(); ++i) length += PageByteAt(page.lacing, i);
     if (bytes.size() < OggPageHeaderLength + segments + length) return std::nullopt;
     page.body = bytes.substr(OggPageHeaderLength + segments, length);
     if (OggChecksum(bytes.substr(0, OggPageLength(page))) != NumberIn(bytes, ChecksumAt)) return std::nullopt;
@@ -112,7 +113,7 @@ std::optional<OggPage> ParseOggPage(std::string_view bytes) {
 void AppendOggPage(std::string& bytes, const OggPage& page) {
     const std::size_t start = bytes.size();
     const auto granule = std::bit_cast<std::uint64_t>(page.granulePosition);
-    bytes.append(Marker) += Version;
+    bytes.append(PageStart) += Version;
     bytes += static_cast<char>(page.flags);
     bytes +=
         BytesOf(static_cast<std::uint32_t>(granule)) + BytesOf(static_cast<std::uint32_t>(granule >> 32));

@@ -10,7 +10,7 @@ namespace zefta {
 
 namespace {
 
-constexpr std::int32_t Done = 0;
+constexpr std::int32_t Copied = 0;
 constexpr std::int32_t CannotOpenSource = 1;
 constexpr std::int32_t CannotCreateDestination = 2;
 
@@ -44,7 +44,7 @@ std::int32_t WaveFile::CopyWave(const std::string& source, const std::string& de
         app_.desktop.ServeEvents();
     }
     Raise(Status, size);
-    return Done;
+    return Copied;
 }
 
 }  // namespace zefta

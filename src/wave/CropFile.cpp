@@ -19,10 +19,10 @@ namespace zefta {
 
 namespace {
 
-constexpr std::int32_t CannotOpen = 1007;
+constexpr std::int32_t CannotOpenToCrop = 1007;
 constexpr std::int32_t NothingToDo = 1008;
 /// Shown for a new file that can't be created. Kept: its text does not speak of that.
-constexpr std::int32_t CannotCreate = NothingToDo;
+constexpr std::int32_t CannotCreateCropped = NothingToDo;
 constexpr std::int32_t NotFound = 1009;
 constexpr std::int32_t ReadError = 1010;
 
@@ -42,7 +42,7 @@ class Cropping {
         RefuseTwins(app_.files, backup_);
         if (IsMP3File(path_)) tag_ = app_.defaultWaveFile->GetMP3FileInfo(path_);
         const auto source = app_.files.OpenRead(real_);
-        if (!source) return Warn(CannotOpen, backup_);
+        if (!source) return Warn(CannotOpenToCrop, backup_);
         start = std::max(start, 0);
         if (end < 1) end = source->Size();
         // An empty file is not what anybody wanted.
@@ -56,7 +56,7 @@ class Cropping {
     std::optional<std::int32_t> Keep(BinaryFile& source, Range range) {
         // The writers of tags look at the end of the name.
         TemporaryFile fresh(app_.files, real_, TemporaryFile::OldFile::KeepWithEnding);
-        if (!fresh.File()) return CannotCreate;
+        if (!fresh.File()) return CannotCreateCropped;
         source.Seek(range.start, SeekFrom::Start);
         if (!CopyBytes(app_, source, *fresh.File(), range.end - range.start)) return ReadError;
         fresh.Close();

@@ -14,7 +14,7 @@ namespace zefta {
 namespace {
 
 constexpr std::int32_t NotAValidFile = 1002;
-constexpr std::int32_t CannotOpen = 1003;
+constexpr std::int32_t CannotOpenToMend = 1003;
 /// The field SamplesPerSec of the "fmt " chunk, where that comes first.
 constexpr std::int32_t RatePosition = 24;
 
@@ -22,7 +22,7 @@ constexpr std::int32_t RatePosition = 24;
 
 void FixHeader(App& app, const std::string& path) {
     const auto file = app.files.OpenRead(path);
-    if (!file) return ShowWarning(app, app.messages.GetMessage(CannotOpen));
+    if (!file) return ShowWarning(app, app.messages.GetMessage(CannotOpenToMend));
     const std::string rate = ByteCodec::FromLong(app.state.Frequency);
     file->Seek(RatePosition, SeekFrom::Start);
     file->Write(std::string_view(rate).substr(0, 2));

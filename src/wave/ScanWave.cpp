@@ -17,14 +17,12 @@ namespace {
 // Codes of ScanWave; the text of a code is message 1020 + code.
 constexpr std::int32_t Passed = 0;
 constexpr std::int32_t FileMissing = 1;
-constexpr std::int32_t CannotOpen = 2;
+constexpr std::int32_t CannotOpenToScan = 2;
 constexpr std::int32_t NoRiffFile = 3;
 constexpr std::int32_t NoWaveFile = 4;
 constexpr std::int32_t BadFormatTag = 5;
 constexpr std::int32_t Incompatible = 6;
 constexpr std::int32_t TooSmall = 7;
-
-constexpr std::int32_t ReadOfFormat = 16;
 
 WaveFormatFields RawFormat() {
     WaveFormatFields format;
@@ -220,7 +218,7 @@ std::int32_t WaveFile::ScanWave(const std::string& path, bool askPeaks) {
     FileName = path;
     if (!app_.files.FileExists(path)) return FileMissing;
     const auto file = app_.files.OpenRead(path);
-    if (!file) return CannotOpen;
+    if (!file) return CannotOpenToScan;
     WaveScan scan(*this, app_, *file);
     const std::int32_t code = scan.Run(askPeaks);
     if (code != Passed) return code;

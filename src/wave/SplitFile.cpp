@@ -15,8 +15,8 @@ namespace zefta {
 
 namespace {
 
-constexpr std::int32_t CannotOpen = 1006;
-constexpr std::int32_t CannotCreate = 1007;
+constexpr std::int32_t CannotOpenToSplit = 1006;
+constexpr std::int32_t CannotCreatePart = 1007;
 
 void WarnOfFile(App& app, std::int32_t message, const std::string& path) {
     ShowWarning(app, app.messages.GetMessage(message, app.ansi.ToText(path)));
@@ -73,7 +73,7 @@ class Splitting {
 
     void Run(std::int32_t offset) {
         const auto source = app_.files.OpenReadOnly(source_);
-        if (!source) return WarnOfFile(app_, CannotOpen, source_);
+        if (!source) return WarnOfFile(app_, CannotOpenToSplit, source_);
         const std::int32_t rest = Subtract(source->Size(), offset);
         CheckByteCount(offset);
         CheckByteCount(rest);
@@ -96,7 +96,7 @@ class Splitting {
         const bool isTaken = IsOneFile(app_.files, part.Path(), source_) ||
                              (other.IsReady() && IsOneFile(app_.files, part.Path(), other.Path()));
         if (!isTaken) part.Create();
-        if (!part.IsReady()) WarnOfFile(app_, CannotCreate, part.Path());
+        if (!part.IsReady()) WarnOfFile(app_, CannotCreatePart, part.Path());
         return part.IsReady();
     }
 

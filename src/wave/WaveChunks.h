@@ -15,6 +15,9 @@ struct WaveChunk {
     std::int32_t size = 0;
 };
 
+/// Bytes of the format chunk that say all that its readers want to know.
+inline constexpr std::int32_t ReadOfFormat = 16;
+
 /// The next chunk of a RIFF file, or nothing when the walk is over: at a position greater than `riffLength`
 /// (which does not count the 8 bytes in front of it; a position equal to it has one more chunk), or at the
 /// end of the file.

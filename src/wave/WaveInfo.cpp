@@ -12,10 +12,9 @@ namespace zefta {
 
 namespace {
 
-constexpr std::int16_t NoWaveFile = -1;
+constexpr std::int16_t NoWaveBitrate = -1;
 constexpr std::int32_t Stereo = 0;
 constexpr std::int32_t Mono = 3;
-constexpr std::int32_t ReadOfFormat = 16;
 /// Holds all chunks in front of the audio of a usual file.
 constexpr std::int32_t HeadOfFile = 512;
 
@@ -68,9 +67,9 @@ void ReadWaveInfo(FileSystem& files, const std::string& path, ID3Tag& tag,
     try {
         BufferedFile file(std::move(opened), {.head = HeadOfFile, .tail = 0});
         tag.Length = file.Size();
-        if (!WalkChunks(file, tag, afterChunk)) tag.Bitrate = NoWaveFile;
+        if (!WalkChunks(file, tag, afterChunk)) tag.Bitrate = NoWaveBitrate;
     } catch (const RuntimeError&) {
-        tag.Bitrate = NoWaveFile;
+        tag.Bitrate = NoWaveBitrate;
     }
 }
 

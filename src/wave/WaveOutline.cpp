@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::int32_t BytesPerSample = 2;
 constexpr std::int32_t MostBytesPerColumn = 4096;
-constexpr std::int32_t ReadOfFormat = 16;
 
 /// Where 16-bit audio lies in its file.
 struct Audio {

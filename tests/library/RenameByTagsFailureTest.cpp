@@ -24,7 +24,7 @@ namespace {
 
 using Mode = FaultPlan::Mode;
 
-std::string Song(const std::string& artist, const std::string& title) {
+std::string SongWithoutFrames(const std::string& artist, const std::string& title) {
     return Mp3().Behind(Id3v1{.title = title, .artist = artist}.Bytes()).Bytes();
 }
 
@@ -249,15 +249,15 @@ TEST_F(RenameFailureTest, DeadLinkHasANumberedName_ItsNumberIsNotKept) {
 
 TEST_F(RenameFailureTest, FolderIsThereInAnotherCase_TheNameHasTheSpellingOfTheDisk) {
     std::filesystem::create_directory(Path("abba"));
-    EXPECT_EQ(Rename({"ABBA", "Song"}), "abba/Song.MP3");
-    EXPECT_TRUE(IsAt("abba/Song.MP3"));
+    EXPECT_EQ(Rename({"ABBA", "SongWithoutFrames"}), "abba/SongWithoutFrames.MP3");
+    EXPECT_TRUE(IsAt("abba/SongWithoutFrames.MP3"));
 }
 
 TEST_F(RenameFailureTest, FolderIsALink_KeepsTheNameOfTheLink) {
     std::filesystem::create_directory(Path("elsewhere"));
     std::filesystem::create_directory_symlink("elsewhere", Path("ABBA"));
-    EXPECT_EQ(Rename({"ABBA", "Song"}), "ABBA/Song.MP3");
-    EXPECT_TRUE(IsAt("elsewhere/Song.MP3"));
+    EXPECT_EQ(Rename({"ABBA", "SongWithoutFrames"}), "ABBA/SongWithoutFrames.MP3");
+    EXPECT_TRUE(IsAt("elsewhere/SongWithoutFrames.MP3"));
 }
 
 TEST_F(RenameFailureTest, FolderFails_AnswerInAnotherCase_HasTheSpellingOfTheDisk) {
@@ -395,7 +395,7 @@ TEST_F(RenameHostileTest, BytesThatAreNoUtf8_GiveAValidName) {
 }
 
 TEST_F(RenameHostileTest, EveryFileSystemFailure_LeavesTheFileUnderOneOfItsNames) {
-    const std::string bytes = Song("Artist", "Title");
+    const std::string bytes = SongWithoutFrames("Artist", "Title");
     PosixFileSystem disk;
     for (int nth = 1; nth < 12; ++nth) {
         for (const Mode mode : {Mode::OnlyTheNth, Mode::FromTheNthOn}) {

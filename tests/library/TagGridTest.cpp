@@ -17,7 +17,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-TagRow Row(std::array<std::string, TagColumnCount> cells) {
+TagRow RowWith(std::array<std::string, TagColumnCount> cells) {
     return {cells};
 }
 
@@ -54,15 +54,16 @@ TEST_F(TagGridTest, RowOfRecord_ExtendedValuesWinWhereThereAreAny) {
     tag.Album = "L1";
     tag.Year = "1991";
     tag.TrackNumber = 7;
-    EXPECT_EQ(RowOfRecord("x.mp3", tag).Cells, Row({"x.mp3", "7", "A1", "T1", "M1", "L1", "1991"}).Cells);
+    EXPECT_EQ(RowOfRecord("x.mp3", tag).Cells, RowWith({"x.mp3", "7", "A1", "T1", "M1", "L1", "1991"}).Cells);
     tag.ID3v2Extension.Artist = "A2";
     tag.ID3v2Extension.TrackTitle = "T2";
     tag.ID3v2Extension.Mix = "M2";
     tag.ID3v2Extension.AlbumTitle = "L2";
     tag.ID3v2Extension.Year = "1992";
     tag.ID3v2Extension.TrackNumber = "07/12";
-    EXPECT_EQ(RowOfRecord("x.mp3", tag).Cells, Row({"x.mp3", "07/12", "A2", "T2", "M2", "L2", "1992"}).Cells);
-    EXPECT_EQ(RowOfRecord("y.mp3", ID3Tag()).Cells, Row({"y.mp3", "", "", "", "", "", ""}).Cells);
+    EXPECT_EQ(RowOfRecord("x.mp3", tag).Cells,
+              RowWith({"x.mp3", "07/12", "A2", "T2", "M2", "L2", "1992"}).Cells);
+    EXPECT_EQ(RowOfRecord("y.mp3", ID3Tag()).Cells, RowWith({"y.mp3", "", "", "", "", "", ""}).Cells);
 }
 
 TEST_F(TagGridTest, LoadTagRows_TakesTheCompressedFilesInTheirOrder) {
@@ -73,9 +74,9 @@ TEST_F(TagGridTest, LoadTagRows_TakesTheCompressedFilesInTheirOrder) {
     const std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), names).value();
     ASSERT_EQ(rows.size(), 3U);
     EXPECT_EQ(rows[0].Cells,
-              Row({"b.mp3", "3", "Old Artist", "Old Title", "Old Mix", "Old Album", "1990"}).Cells);
-    EXPECT_EQ(rows[1].Cells, Row({"a.ogg", "4", "X", "Y", "Z", "", ""}).Cells);
-    EXPECT_EQ(rows[2].Cells, Row({"none.mpc", "", "", "", "", "", ""}).Cells);
+              RowWith({"b.mp3", "3", "Old Artist", "Old Title", "Old Mix", "Old Album", "1990"}).Cells);
+    EXPECT_EQ(rows[1].Cells, RowWith({"a.ogg", "4", "X", "Y", "Z", "", ""}).Cells);
+    EXPECT_EQ(rows[2].Cells, RowWith({"none.mpc", "", "", "", "", "", ""}).Cells);
     EXPECT_TRUE(rows[0].IsRead);
     EXPECT_TRUE(rows[1].IsRead);
     EXPECT_FALSE(rows[2].IsRead);
@@ -117,37 +118,38 @@ TEST(LetterCase, Words_BeginWithAnUpperLetter) {
 }
 
 TEST_F(TagGridTest, ChangeCase_AllColumns_LeavesNameAndYear) {
-    std::vector<TagRow> rows = {Row({"A b.mp3", "x", "aa bb", "", "cC", "dd", "ee"})};
+    std::vector<TagRow> rows = {RowWith({"A b.mp3", "x", "aa bb", "", "cC", "dd", "ee"})};
     ChangeCase(rows, CapitalizeWords, std::nullopt);
-    EXPECT_EQ(rows[0].Cells, Row({"A b.mp3", "X", "Aa Bb", "", "Cc", "Dd", "ee"}).Cells);
+    EXPECT_EQ(rows[0].Cells, RowWith({"A b.mp3", "X", "Aa Bb", "", "Cc", "Dd", "ee"}).Cells);
 }
 
 TEST_F(TagGridTest, ChangeCase_OneColumn_LeavesTheOthers) {
-    std::vector<TagRow> rows = {Row({"f", "1", "aa bb", "cc dd", "ee", "ff", "1"}),
-                                Row({"f", "1", "gg hh", "iI jJ", "kk", "ll", "1"})};
+    std::vector<TagRow> rows = {RowWith({"f", "1", "aa bb", "cc dd", "ee", "ff", "1"}),
+                                RowWith({"f", "1", "gg hh", "iI jJ", "kk", "ll", "1"})};
     ChangeCase(rows, CapitalizeFirst, TitleColumn);
-    EXPECT_EQ(rows[0].Cells, Row({"f", "1", "aa bb", "Cc dd", "ee", "ff", "1"}).Cells);
-    EXPECT_EQ(rows[1].Cells, Row({"f", "1", "gg hh", "Ii jj", "kk", "ll", "1"}).Cells);
+    EXPECT_EQ(rows[0].Cells, RowWith({"f", "1", "aa bb", "Cc dd", "ee", "ff", "1"}).Cells);
+    EXPECT_EQ(rows[1].Cells, RowWith({"f", "1", "gg hh", "Ii jj", "kk", "ll", "1"}).Cells);
     ChangeCase(rows, CapitalizeFirst, FileColumn);
     EXPECT_EQ(rows[0].Cells[FileColumn], "f");
 }
 
 TEST_F(TagGridTest, RetrieveTags_FieldsFoundGoToTheirCells) {
-    TagRow row = Row({"02 - Song (Mix).mp3", "9", "a", "t", "m", "l", "1999"});
+    TagRow row = RowWith({"02 - Song (Mix).mp3", "9", "a", "t", "m", "l", "1999"});
     RetrieveTags(app, "/music/Band/Record", 8, row);
-    EXPECT_EQ(row.Cells, Row({"02 - Song (Mix).mp3", "02", "Band", "Song", "Mix", "Record", "1999"}).Cells);
+    EXPECT_EQ(row.Cells,
+              RowWith({"02 - Song (Mix).mp3", "02", "Band", "Song", "Mix", "Record", "1999"}).Cells);
 }
 
 TEST_F(TagGridTest, RetrieveTags_WithoutATitle_NothingIsTakenOver) {
-    TagRow row = Row({"Song.mp3", "9", "a", "t", "m", "l", "1999"});
+    TagRow row = RowWith({"Song.mp3", "9", "a", "t", "m", "l", "1999"});
     for (const int index : {5, 6, 14}) {
         RetrieveTags(app, "/m", index, row);
-        EXPECT_EQ(row.Cells, Row({"Song.mp3", "9", "a", "t", "m", "l", "1999"}).Cells) << index;
+        EXPECT_EQ(row.Cells, RowWith({"Song.mp3", "9", "a", "t", "m", "l", "1999"}).Cells) << index;
     }
 }
 
 TEST_F(TagGridTest, RetrieveTags_NameThatIsNoUtf8_IsTakenThroughTheCodePage) {
-    TagRow row = Row({"Caf\xE9.mp3", "", "", "", "", "", ""});
+    TagRow row = RowWith({"Caf\xE9.mp3", "", "", "", "", "", ""});
     RetrieveTags(app, "/m", 0, row);
     EXPECT_EQ(row.Cells[TitleColumn], "Café");
     EXPECT_EQ(row.Cells[FileColumn], "Caf\xE9.mp3");
@@ -155,7 +157,7 @@ TEST_F(TagGridTest, RetrieveTags_NameThatIsNoUtf8_IsTakenThroughTheCodePage) {
 
 TEST_F(TagGridTest, Write_CellsReplaceWhatTheFileHas) {
     WriteMp3("a.mp3");
-    Write({Row({"a.mp3", "07", "New Artist", "New Title", "New Mix", "New Album", "2001"})});
+    Write({RowWith({"a.mp3", "07", "New Artist", "New Title", "New Mix", "New Album", "2001"})});
     const ID3Tag tag = ReadMp3("a.mp3");
     EXPECT_EQ(tag.TrackNumber, 7);
     EXPECT_EQ(tag.ID3v2Extension.TrackNumber, "07");
@@ -169,9 +171,9 @@ TEST_F(TagGridTest, Write_CellsReplaceWhatTheFileHas) {
 
 TEST_F(TagGridTest, Write_EmptyCells_ClearTheirFields) {
     WriteMp3("a.mp3");
-    Write({Row({"a.mp3", "", "", "", "", "", ""})});
+    Write({RowWith({"a.mp3", "", "", "", "", "", ""})});
     const ID3Tag tag = ReadMp3("a.mp3");
-    EXPECT_EQ(RowOfRecord("", tag).Cells, Row({"", "", "", "", "", "", ""}).Cells);
+    EXPECT_EQ(RowOfRecord("", tag).Cells, RowWith({"", "", "", "", "", "", ""}).Cells);
     EXPECT_EQ(tag.Genre, 17);
     EXPECT_EQ(tag.ID3v2Extension.Genre, "Rock");
 }
@@ -179,11 +181,13 @@ TEST_F(TagGridTest, Write_EmptyCells_ClearTheirFields) {
 TEST_F(TagGridTest, Write_Defaults_WinOverTheCells) {
     WriteMp3("a.mp3");
     WriteMp3("b.mp3");
-    Write({Row({"a.mp3", "1", "Cell", "T1", "", "Cell", "1"}), Row({"b.mp3", "2", "", "T2", "", "", ""})},
+    Write({RowWith({"a.mp3", "1", "Cell", "T1", "", "Cell", "1"}),
+           RowWith({"b.mp3", "2", "", "T2", "", "", ""})},
           {.Artist = "Default", .Album = "", .Year = "1984", .Genre = 9});
     EXPECT_EQ(RowOfRecord("", ReadMp3("a.mp3")).Cells,
-              Row({"", "1", "Default", "T1", "", "Cell", "1984"}).Cells);
-    EXPECT_EQ(RowOfRecord("", ReadMp3("b.mp3")).Cells, Row({"", "2", "Default", "T2", "", "", "1984"}).Cells);
+              RowWith({"", "1", "Default", "T1", "", "Cell", "1984"}).Cells);
+    EXPECT_EQ(RowOfRecord("", ReadMp3("b.mp3")).Cells,
+              RowWith({"", "2", "Default", "T2", "", "", "1984"}).Cells);
     EXPECT_EQ(ReadMp3("a.mp3").Genre, 9);
     EXPECT_EQ(ReadMp3("a.mp3").ID3v2Extension.Genre, "Metal");
 }
@@ -193,9 +197,9 @@ TEST_F(TagGridTest, Write_TrackAbove255_StopsTheUpdateThere) {
     WriteMp3("b.mp3");
     WriteMp3("c.mp3");
     const std::string before = app.folder.Read("b.mp3");
-    const std::vector<TagRow> rows = {Row({"a.mp3", "255", "New", "", "", "", ""}),
-                                      Row({"b.mp3", "256", "New", "", "", "", ""}),
-                                      Row({"c.mp3", "1", "New", "", "", "", ""})};
+    const std::vector<TagRow> rows = {RowWith({"a.mp3", "255", "New", "", "", "", ""}),
+                                      RowWith({"b.mp3", "256", "New", "", "", "", ""}),
+                                      RowWith({"c.mp3", "1", "New", "", "", "", ""})};
     EXPECT_EQ(RuntimeErrorOf([&] { Write(rows); }), 6);
     EXPECT_EQ(ReadMp3("a.mp3").Artist, "New");
     EXPECT_EQ(ReadMp3("a.mp3").TrackNumber, 255);
@@ -205,7 +209,7 @@ TEST_F(TagGridTest, Write_TrackAbove255_StopsTheUpdateThere) {
 
 TEST_F(TagGridTest, Write_TrackThatIsNoNumber_IsNone) {
     WriteMp3("a.mp3");
-    Write({Row({"a.mp3", "Intro", "A", "T", "", "", ""})});
+    Write({RowWith({"a.mp3", "Intro", "A", "T", "", "", ""})});
     EXPECT_EQ(ReadMp3("a.mp3").TrackNumber, 0);
     EXPECT_EQ(ReadMp3("a.mp3").ID3v2Extension.TrackNumber, "");
 }
@@ -229,8 +233,8 @@ TEST_F(TagGridTest, Write_OggDate_StaysWholeUntilTheYearIsChanged) {
 TEST_F(TagGridTest, Write_ApeItemsThatAreCarried_StayWhateverTheTrack) {
     const std::string tag = Ape().Item("Title", "T").Item("One", "1").Item("Two", "2").Bytes();
     app.folder.Write("a.mpc", Mpc8() + tag);
-    Write({Row({"a.mpc", "1", "", "T", "", "", ""})});
-    Write({Row({"a.mpc", "", "", "T", "", "", ""})});
+    Write({RowWith({"a.mpc", "1", "", "T", "", "", ""})});
+    Write({RowWith({"a.mpc", "", "", "T", "", "", ""})});
     const std::string end = Ape().Item("Title", "T").Item("One", "1").Item("Two", "2").Bytes();
     EXPECT_TRUE(app.folder.Read("a.mpc") == Mpc8() + end);
 }
@@ -239,7 +243,7 @@ TEST_F(TagGridTest, Write_UntouchedRows_KeepEveryValue) {
     WriteMp3("a.mp3");
     Write(LoadTagRows(app, app.folder.Path(), Names{"a.mp3"}).value());
     EXPECT_EQ(RowOfRecord("a.mp3", ReadMp3("a.mp3")).Cells,
-              Row({"a.mp3", "3", "Old Artist", "Old Title", "Old Mix", "Old Album", "1990"}).Cells);
+              RowWith({"a.mp3", "3", "Old Artist", "Old Title", "Old Mix", "Old Album", "1990"}).Cells);
 }
 
 TEST_F(TagGridTest, Write_TellsTheProgressAndServesEvents) {
@@ -250,8 +254,8 @@ TEST_F(TagGridTest, Write_TellsTheProgressAndServesEvents) {
                                  },
                                  [&](const std::string& name) { told.push_back("done " + name); },
                                  {}};
-    const std::vector<TagRow> rows = {Row({"a.mp3", "", "", "", "", "", ""}),
-                                      Row({"none.mp3", "", "", "", "", "", ""})};
+    const std::vector<TagRow> rows = {RowWith({"a.mp3", "", "", "", "", "", ""}),
+                                      RowWith({"none.mp3", "", "", "", "", "", ""})};
     WriteTagRows(app, app.folder.Path(), rows, {}, events);
     EXPECT_EQ(told, (Names{"[1/2] a.mp3", "done a.mp3", "[2/2] none.mp3", "done none.mp3"}));
     EXPECT_EQ(app.desktop.servedEvents, 2);
@@ -292,8 +296,8 @@ TEST_F(TagGridTest, Cancel_EndsBehindTheFileAtHand) {
     UpdateEvents events;
     events.Done = [&](const std::string&) { isCancelled = true; };
     events.IsCancelled = [&] { return isCancelled; };
-    const std::vector<TagRow> rows = {Row({"a.mp3", "", "Grid", "", "", "", ""}),
-                                      Row({"b.mp3", "", "Grid", "", "", "", ""})};
+    const std::vector<TagRow> rows = {RowWith({"a.mp3", "", "Grid", "", "", "", ""}),
+                                      RowWith({"b.mp3", "", "Grid", "", "", "", ""})};
     EXPECT_FALSE(WriteTagRows(app, app.folder.Path(), rows, {}, events));
     EXPECT_EQ(ReadMp3("a.mp3").Artist, "Grid");
     EXPECT_TRUE(app.folder.Read("b.mp3") == before);

@@ -20,7 +20,7 @@ namespace {
 using namespace std::string_literals;
 
 /// A record with something in all ten items.
-ID3Tag FullRecord() {
+ID3Tag RecordOfAllItems() {
     ID3Tag tag;
     tag.Artist = "Artist";
     tag.Title = "Song";
@@ -93,7 +93,7 @@ TEST_F(APE2WriterTest, Set_AllBytes) {
 }
 
 TEST_F(APE2WriterTest, Set_FullRecord_WritesTenItemsInOrder) {
-    EXPECT_EQ(Set(audio, FullRecord()), kept + FullTag().Bytes());
+    EXPECT_EQ(Set(audio, RecordOfAllItems()), kept + FullTag().Bytes());
 }
 
 TEST_F(APE2WriterTest, Set_EmptyRecord_WritesATagWithoutItems) {
@@ -101,7 +101,7 @@ TEST_F(APE2WriterTest, Set_EmptyRecord_WritesATagWithoutItems) {
 }
 
 TEST_F(APE2WriterTest, Set_BlankValue_WritesNoItem) {
-    ID3Tag tag = FullRecord();
+    ID3Tag tag = RecordOfAllItems();
     for (std::string* field : {&tag.Artist, &tag.Title, &tag.Comment, &tag.Album, &tag.Year}) *field = "  ";
     ID3v2Extension& more = tag.ID3v2Extension;
     for (std::string* field :
@@ -200,7 +200,7 @@ TEST_F(APE2WriterTest, Set_ID3v1Tag_IsReplaced) {
 
 TEST_F(APE2WriterTest, Set_ID3v1Tag_TheFileGrowsByTheTagLess128) {
     const std::string before = kept + Id3v1{"T"}.Bytes();
-    const std::string after = Set(before, FullRecord());
+    const std::string after = Set(before, RecordOfAllItems());
     const auto tagSize = static_cast<std::size_t>(Read().ID3v2Extension.TagSize);
     EXPECT_EQ(after.size(), before.size() + tagSize + 32 - 128);
 }
@@ -216,7 +216,7 @@ TEST_F(APE2WriterTest, Set_ID3v2Tag_Stays) {
 }
 
 TEST_F(APE2WriterTest, Set_OldTag_IsReplacedWhereItBegins) {
-    EXPECT_EQ(Set(audio + artistTag, FullRecord()), audio + FullTag().Bytes());
+    EXPECT_EQ(Set(audio + artistTag, RecordOfAllItems()), audio + FullTag().Bytes());
     EXPECT_EQ(Set(audio + FullTag().Bytes(), ArtistRecord()), audio + artistTag);
     EXPECT_EQ(Set(audio + Ape().Bytes(), ArtistRecord()), audio + artistTag);
 }
@@ -290,7 +290,7 @@ TEST_F(APE2WriterTest, Set_Version8BehindAnID3v2TagWithFooter_LosesNothing) {
 }
 
 TEST_F(APE2WriterTest, Set_Version8WithOldTag_ReplacesThat) {
-    EXPECT_EQ(Set(Mpc8() + artistTag, FullRecord()), Mpc8() + FullTag().Bytes());
+    EXPECT_EQ(Set(Mpc8() + artistTag, RecordOfAllItems()), Mpc8() + FullTag().Bytes());
 }
 
 TEST_F(APE2WriterTest, Set_Version8WithTagWithoutHeader_KeepsIt) {
@@ -337,8 +337,8 @@ TEST_F(APE2WriterTest, Set_ShortFileWithAFooter_GoesOnFromWhereTheSearchEnded) {
 // Again and again.
 
 TEST_F(APE2WriterTest, Set_Rewriting_LeavesThePlaceAndEndsAtTheFooter) {
-    std::string bytes = Set(audio, FullRecord());
-    for (const ID3Tag& tag : {ArtistRecord(), FullRecord(), ArtistRecord("longer artist"), ID3Tag()}) {
+    std::string bytes = Set(audio, RecordOfAllItems());
+    for (const ID3Tag& tag : {ArtistRecord(), RecordOfAllItems(), ArtistRecord("longer artist"), ID3Tag()}) {
         bytes = Set(bytes, tag);
         EXPECT_EQ(bytes.find("APETAGEX"), kept.size());
         EXPECT_EQ(bytes.rfind("APETAGEX"), bytes.size() - 32);
@@ -389,7 +389,7 @@ TEST_F(APE2WriterTest, Set_SameBytes_WritesNothing) {
     const std::string path = folder.Write("w.mpc", audio + FullTag().Bytes());
     const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1000);
     std::filesystem::last_write_time(path, longAgo);
-    ID3Tag tag = FullRecord();
+    ID3Tag tag = RecordOfAllItems();
     tag.Path = path;
     SetAPE2(files, tag);
     EXPECT_EQ(std::filesystem::last_write_time(path), longAgo);
@@ -411,12 +411,12 @@ struct Rewrite {
 class APE2WriterFaults : public APE2WriterTest {
   protected:
     std::vector<Rewrite> Rewrites() const {
-        return {{"new tag over the last bytes", audio, FullRecord(), kept.size()},
-                {"longer tag", audio + artistTag, FullRecord(), audio.size()},
+        return {{"new tag over the last bytes", audio, RecordOfAllItems(), kept.size()},
+                {"longer tag", audio + artistTag, RecordOfAllItems(), audio.size()},
                 {"shorter tag", audio + FullTag().Bytes(), ArtistRecord(), audio.size()},
                 {"tag of the same length", audio + artistTag, ArtistRecord("B"), audio.size()},
-                {"version 8", Mpc8(), FullRecord(), Mpc8().size()},
-                {"footer alone", Audio(100), FullRecord(), 76}};
+                {"version 8", Mpc8(), RecordOfAllItems(), Mpc8().size()},
+                {"footer alone", Audio(100), RecordOfAllItems(), 76}};
     }
 
     /// Runs the rewrite with the plan; whether its fault was met. `failure` is the number that went up.

@@ -200,7 +200,7 @@ TEST_F(RealMPEGplusTest, Read_Version7Header_SaysWhatTheDecoderSays) {
 
 // Tags.
 
-ID3Tag FullRecord() {
+ID3Tag RecordForRealFile() {
     ID3Tag tag;
     tag.Artist = "Zażółć Дом";
     tag.Title = "Söng";
@@ -261,7 +261,7 @@ TEST_F(RealTagTest, Set_NewTag_IsReadByOthersAndTheAudioStays) {
         const Facts facts = FactsOf(name);
         const std::string decoded = Decoded(name);
         const std::string stream = folder.Read(name);
-        Set(name, FullRecord());
+        Set(name, RecordForRealFile());
         EXPECT_EQ(folder.Read(name).substr(0, stream.size()), stream);
         ExpectTags(name, FullLines);
         ExpectSameAudio(name, decoded, facts);
@@ -270,7 +270,7 @@ TEST_F(RealTagTest, Set_NewTag_IsReadByOthersAndTheAudioStays) {
         small.Artist = "A";
         Set(name, small);
         ExpectTags(name, {"Artist=A"});
-        Set(name, FullRecord());
+        Set(name, RecordForRealFile());
         ExpectTags(name, FullLines);
         ExpectSameAudio(name, decoded, facts);
     }
@@ -283,7 +283,7 @@ TEST_F(RealTagTest, Set_ID3v1Tag_IsReplacedAndTheAudioStays) {
     const std::string stream = folder.Read(name);
     folder.Write(name, stream + Id3v1{"T1", "A1"}.Bytes());
     EXPECT_EQ(Read(name).Artist, "A1");
-    Set(name, FullRecord());
+    Set(name, RecordForRealFile());
     EXPECT_EQ(folder.Read(name).substr(0, stream.size() + 8), stream + "APETAGEX");
     ExpectTags(name, FullLines);
     ExpectSameAudio(name, decoded, facts);

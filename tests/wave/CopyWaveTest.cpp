@@ -10,8 +10,6 @@ namespace zefta::test {
 
 namespace {
 
-constexpr std::size_t Block = WaveBlockSize;
-
 /// A file that says of itself that it is longer than what can be read.
 class ShrunkFile : public BinaryFile {
   public:

@@ -13,7 +13,7 @@
 namespace zefta::test {
 namespace {
 
-constexpr std::size_t Block = ByteRangeBlock;
+constexpr std::size_t RangeBlock = ByteRangeBlock;
 
 /// An App with the shared instance that serves tags.
 struct CropStage : TestApp {
@@ -66,7 +66,7 @@ TEST(CropFile, StartAndEnd_KeepTheBytesBetweenThem) {
         std::size_t first;
         std::size_t behind;
     };
-    constexpr std::size_t Size = 2 * Block + 100;
+    constexpr std::size_t Size = 2 * RangeBlock + 100;
     const std::string bytes = Audio(Size);
     const std::vector<Row> rows = {
         {100, 0, 100, Size},
@@ -74,10 +74,10 @@ TEST(CropFile, StartAndEnd_KeepTheBytesBetweenThem) {
         {1, 2, 1, 2},
         {-5, 100, 0, 100},
         {100, -5, 100, Size},
-        {7, 7 + Block, 7, 7 + Block},
+        {7, 7 + RangeBlock, 7, 7 + RangeBlock},
         {0, Size, 0, Size},
         {Size - 1, 0, Size - 1, Size},
-        {0, 2 * Block, 0, 2 * Block},
+        {0, 2 * RangeBlock, 0, 2 * RangeBlock},
     };
     for (const Row& row : rows) {
         CropStage app;
@@ -305,8 +305,8 @@ TEST(CropFile, Permissions_AreThoseOfTheOldFile) {
 
 TEST(CropFile, EachBlock_ServesTheDesktop) {
     CropStage app;
-    app.folder.Write("a.wav", Audio(3 * Block));
-    app.Crop("a.wav", 0, static_cast<std::int32_t>(2 * Block + 1));
+    app.folder.Write("a.wav", Audio(3 * RangeBlock));
+    app.Crop("a.wav", 0, static_cast<std::int32_t>(2 * RangeBlock + 1));
     EXPECT_EQ(app.desktop.servedEvents, 3);
 }
 
@@ -386,17 +386,17 @@ TEST(CropFile, NoBackup_FaultAtAnyOperation_NeverLosesTheAudio) {
             PosixFileSystem real;
             FaultInjectingFileSystem files(real);
             CropStage app(&files);
-            app.folder.Write("a.wav", Audio(3 * Block));
+            app.folder.Write("a.wav", Audio(3 * RangeBlock));
             app.state.NoBackup = true;
             files.faults.plan = {mode, nth, ErrorNumber::DeviceIoError};
-            RuntimeErrorOf([&] { app.Crop("a.wav", 100, 2 * Block); });
+            RuntimeErrorOf([&] { app.Crop("a.wav", 100, 2 * RangeBlock); });
             if (files.faults.operations < nth) break;
             const Files after = FilesOf(app.folder);
             const auto holds = [&](const std::string& name, const std::string& bytes) {
                 return after.contains(name) && after.at(name) == bytes;
             };
-            EXPECT_TRUE(holds("a.wav", Audio(3 * Block)) || holds("a.wav.bak", Audio(3 * Block)) ||
-                        holds("a.wav", Audio(3 * Block).substr(100, 2 * Block - 100)))
+            EXPECT_TRUE(holds("a.wav", Audio(3 * RangeBlock)) || holds("a.wav.bak", Audio(3 * RangeBlock)) ||
+                        holds("a.wav", Audio(3 * RangeBlock).substr(100, 2 * RangeBlock - 100)))
                 << nth;
         }
     }

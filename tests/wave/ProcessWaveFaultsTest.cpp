@@ -11,8 +11,6 @@ namespace zefta::test {
 
 namespace {
 
-constexpr std::size_t Block = WaveBlockSize;
-
 struct FaultyWave {
     PosixFileSystem real;
     FaultInjectingFileSystem files{real};

@@ -10,7 +10,6 @@ namespace zefta::test {
 
 namespace {
 
-constexpr std::size_t Block = WaveBlockSize;
 constexpr std::size_t Frame = CdFrameBytes;
 
 /// Samples times the gain, half to even, held at the limits; in whole numbers but for the product.

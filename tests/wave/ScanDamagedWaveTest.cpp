@@ -8,12 +8,6 @@
 
 namespace zefta::test {
 
-namespace {
-
-constexpr std::size_t Block = WaveBlockSize;
-
-}  // namespace
-
 TEST(ScanDamagedWave, SkippedChunkOfNegativeSize_IsError5) {
     for (const std::int32_t size : {-1, -8, -12, -2147483647 - 1}) {
         WaveStage stage;

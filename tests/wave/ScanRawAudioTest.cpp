@@ -5,12 +5,6 @@
 
 namespace zefta::test {
 
-namespace {
-
-constexpr std::size_t Block = WaveBlockSize;
-
-}  // namespace
-
 TEST(ScanRawAudio, WithoutAQuestion_IsCdAudio) {
     WaveStage stage;
     stage.wave.RAW = true;

@@ -9,8 +9,6 @@ namespace zefta::test {
 
 namespace {
 
-constexpr std::size_t Block = WaveBlockSize;
-
 long OpenDescriptors() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
                          std::filesystem::directory_iterator());

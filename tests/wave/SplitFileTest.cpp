@@ -12,10 +12,10 @@
 namespace zefta::test {
 namespace {
 
-constexpr std::size_t Block = ByteRangeBlock;
+constexpr std::size_t PartBlock = ByteRangeBlock;
 
 /// The only box, with its path beside the folder of the test.
-void ExpectOneBox(const TestApp& app, const std::string& text) {
+void ExpectOneWarning(const TestApp& app, const std::string& text) {
     ASSERT_EQ(app.desktop.boxes.size(), 1U);
     EXPECT_EQ(app.desktop.boxes[0].text, text);
     EXPECT_EQ(app.desktop.boxes[0].kind, BoxKind::Warning);
@@ -28,9 +28,9 @@ std::string CannotCreate(const TestApp& app, const std::string& name) {
 }  // namespace
 
 TEST(SplitFile, AnyOffset_DividesAllBytes) {
-    const std::string bytes = Audio(2 * Block + 100);
-    for (const std::size_t offset :
-         {std::size_t{1}, Block - 1, Block, Block + 1, 2 * Block, bytes.size() - 1, bytes.size()}) {
+    const std::string bytes = Audio(2 * PartBlock + 100);
+    for (const std::size_t offset : {std::size_t{1}, PartBlock - 1, PartBlock, PartBlock + 1,
+                                     2 * PartBlock, bytes.size() - 1, bytes.size()}) {
         TestApp app;
         app.folder.Write("a.mp3", bytes);
         SplitFile(app, "a.mp3", static_cast<std::int32_t>(offset));
@@ -44,11 +44,11 @@ TEST(SplitFile, AnyOffset_DividesAllBytes) {
 TEST(SplitFile, OffsetOf0OrBelow_GivesAnEmptyBeginAndAFullEnd) {
     for (const std::int32_t offset : {0, -1, -20000}) {
         TestApp app;
-        app.folder.Write("a.wav", Audio(Block + 5));
+        app.folder.Write("a.wav", Audio(PartBlock + 5));
         SplitFile(app, "a.wav", offset);
         EXPECT_TRUE(app.folder.Exists("b_a.wav"));
         EXPECT_EQ(app.folder.Read("b_a.wav"), "");
-        EXPECT_TRUE(SameBytes(app.folder.Read("e_a.wav"), Audio(Block + 5))) << offset;
+        EXPECT_TRUE(SameBytes(app.folder.Read("e_a.wav"), Audio(PartBlock + 5))) << offset;
     }
 }
 
@@ -74,8 +74,8 @@ TEST(SplitFile, EmptyFile_GivesTwoEmptyParts) {
 
 TEST(SplitFile, EachBlock_ServesTheDesktop) {
     TestApp app;
-    app.folder.Write("a.wav", Audio(3 * Block + 1));
-    SplitFile(app, "a.wav", static_cast<std::int32_t>(2 * Block));
+    app.folder.Write("a.wav", Audio(3 * PartBlock + 1));
+    SplitFile(app, "a.wav", static_cast<std::int32_t>(2 * PartBlock));
     EXPECT_EQ(app.desktop.servedEvents, 4);
 }
 
@@ -123,7 +123,7 @@ TEST(SplitFile, FileThatIsNotThere_IsToldAndNothingIsMade) {
     for (const std::string name : {"a.wav", ""}) {
         TestApp app;
         SplitFile(app, name, 2);
-        ExpectOneBox(app, "File \"" + app.folder.Path() + "/" + name + "\" could not be opened.");
+        ExpectOneWarning(app, "File \"" + app.folder.Path() + "/" + name + "\" could not be opened.");
         EXPECT_TRUE(std::filesystem::is_empty(app.folder.Path()));
     }
 }
@@ -151,7 +151,7 @@ TEST(SplitFile, ReadOnlyBegin_IsToldAndNothingIsMade) {
     app.folder.Write("a.wav", "abcdef");
     app.files.SetReadOnly(app.folder.Write("b_a.wav", "kept"), true);
     SplitFile(app, "a.wav", 2);
-    ExpectOneBox(app, CannotCreate(app, "b_a.wav"));
+    ExpectOneWarning(app, CannotCreate(app, "b_a.wav"));
     EXPECT_EQ(app.folder.Read("b_a.wav"), "kept");
     EXPECT_FALSE(app.folder.Exists("e_a.wav"));
 }
@@ -161,7 +161,7 @@ TEST(SplitFile, ReadOnlyEnd_IsToldAndTheFirstFileStays) {
     app.folder.Write("a.wav", "abcdef");
     app.files.SetReadOnly(app.folder.Write("e_a.wav", "kept"), true);
     SplitFile(app, "a.wav", 2);
-    ExpectOneBox(app, CannotCreate(app, "e_a.wav"));
+    ExpectOneWarning(app, CannotCreate(app, "e_a.wav"));
     EXPECT_EQ(app.folder.Read("e_a.wav"), "kept");
     EXPECT_TRUE(app.folder.Exists("b_a.wav"));
     EXPECT_EQ(app.folder.Read("b_a.wav"), "");
@@ -173,7 +173,7 @@ TEST(SplitFile, ReadOnlyEnd_LeavesAnOldBeginAsItIs) {
     app.folder.Write("b_a.wav", "kept too");
     app.files.SetReadOnly(app.folder.Write("e_a.wav", "kept"), true);
     SplitFile(app, "a.wav", 2);
-    ExpectOneBox(app, CannotCreate(app, "e_a.wav"));
+    ExpectOneWarning(app, CannotCreate(app, "e_a.wav"));
     EXPECT_EQ(app.folder.Read("b_a.wav"), "kept too");
     EXPECT_EQ(app.files.List(app.folder.Path()).size(), 3U);
 }
@@ -193,7 +193,7 @@ TEST(SplitFile, NameThatLeavesNoRoomForThePrefix_IsTold) {
     const std::string name = std::string(250, 'x') + ".wav";
     app.folder.Write(name, "abcdef");
     SplitFile(app, name, 2);
-    ExpectOneBox(app, CannotCreate(app, "b_" + name));
+    ExpectOneWarning(app, CannotCreate(app, "b_" + name));
     EXPECT_EQ(app.folder.Read(name), "abcdef");
 }
 
@@ -208,7 +208,7 @@ TEST(SplitFile, PartThatIsAnotherNameOfTheFile_IsNotEmptied) {
                 std::filesystem::create_hard_link("a.wav", part);
             }
             SplitFile(app, "a.wav", 2);
-            ExpectOneBox(app, CannotCreate(app, part));
+            ExpectOneWarning(app, CannotCreate(app, part));
             EXPECT_EQ(app.folder.Read("a.wav"), "abcdef");
         }
     }
@@ -219,7 +219,7 @@ TEST(SplitFile, EndThatLeadsToTheBegin_IsTold) {
     app.folder.Write("a.wav", "abcdef");
     std::filesystem::create_symlink("b_a.wav", "e_a.wav");
     SplitFile(app, "a.wav", 2);
-    ExpectOneBox(app, CannotCreate(app, "e_a.wav"));
+    ExpectOneWarning(app, CannotCreate(app, "e_a.wav"));
 }
 
 TEST(SplitFile, NameThatIsNoText_IsKeptInThePartsAndShownThroughTheCodePage) {
@@ -229,11 +229,11 @@ TEST(SplitFile, NameThatIsNoText_IsKeptInThePartsAndShownThroughTheCodePage) {
     EXPECT_EQ(app.folder.Read("b_caf\xE9.wav"), "ab");
     EXPECT_EQ(app.folder.Read("e_caf\xE9.wav"), "cdef");
     SplitFile(app, "th\xE9.wav", 2);
-    ExpectOneBox(app, "File \"" + app.folder.Path() + "/th\xC3\xA9.wav\" could not be opened.");
+    ExpectOneWarning(app, "File \"" + app.folder.Path() + "/th\xC3\xA9.wav\" could not be opened.");
 }
 
 TEST(SplitFile, FaultAtAnyOperation_LeavesTheFileAndNoHalfPart) {
-    const std::string bytes = Audio(2 * Block + 100);
+    const std::string bytes = Audio(2 * PartBlock + 100);
     for (const auto mode : {FaultPlan::Mode::OnlyTheNth, FaultPlan::Mode::FromTheNthOn}) {
         for (int nth = 1;; ++nth) {
             PosixFileSystem real;
@@ -242,7 +242,7 @@ TEST(SplitFile, FaultAtAnyOperation_LeavesTheFileAndNoHalfPart) {
             app.folder.Write("a.wav", bytes);
             files.faults.plan = {mode, nth, ErrorNumber::DiskFull};
             const int error =
-                RuntimeErrorOf([&] { SplitFile(app, "a.wav", static_cast<std::int32_t>(Block + 7)); });
+                RuntimeErrorOf([&] { SplitFile(app, "a.wav", static_cast<std::int32_t>(PartBlock + 7)); });
             EXPECT_TRUE(SameBytes(app.folder.Read("a.wav"), bytes)) << nth;
             if (files.faults.operations < nth) break;
             // A temporary name that can't be had is not the last one.
@@ -257,7 +257,7 @@ TEST(SplitFile, FaultAtAnyOperation_LeavesTheFileAndNoHalfPart) {
 }
 
 TEST(SplitFile, FaultAtAnyOperation_KeepsFilesOfTheNamesOfTheParts) {
-    const std::string bytes = Audio(2 * Block + 100);
+    const std::string bytes = Audio(2 * PartBlock + 100);
     for (const auto mode : {FaultPlan::Mode::OnlyTheNth, FaultPlan::Mode::FromTheNthOn}) {
         for (int nth = 1;; ++nth) {
             PosixFileSystem real;
@@ -267,11 +267,11 @@ TEST(SplitFile, FaultAtAnyOperation_KeepsFilesOfTheNamesOfTheParts) {
             app.folder.Write("b_a.wav", "old begin");
             app.folder.Write("e_a.wav", "old end");
             files.faults.plan = {mode, nth, ErrorNumber::DiskFull};
-            RuntimeErrorOf([&] { SplitFile(app, "a.wav", static_cast<std::int32_t>(Block)); });
+            RuntimeErrorOf([&] { SplitFile(app, "a.wav", static_cast<std::int32_t>(PartBlock)); });
             const std::string begin = app.folder.Read("b_a.wav");
             const std::string end = app.folder.Read("e_a.wav");
-            EXPECT_TRUE(begin == "old begin" || SameBytes(begin, bytes.substr(0, Block))) << nth;
-            EXPECT_TRUE(end == "old end" || SameBytes(end, bytes.substr(Block))) << nth;
+            EXPECT_TRUE(begin == "old begin" || SameBytes(begin, bytes.substr(0, PartBlock))) << nth;
+            EXPECT_TRUE(end == "old end" || SameBytes(end, bytes.substr(PartBlock))) << nth;
             EXPECT_TRUE(end == "old end" || begin != "old begin") << nth;
             if (mode == FaultPlan::Mode::OnlyTheNth) {
                 EXPECT_EQ(app.files.List(app.folder.Path()).size(), 3U) << nth;

@@ -10,9 +10,13 @@
 #include "support/ExpectRuntimeError.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
+#include "core/BlockCopy.h"
 #include "wave/WaveFile.h"
 
 namespace zefta::test {
+
+/// Bytes that the passes over a file take at once.
+inline constexpr std::size_t Block = WaveBlockSize;
 
 struct RaisedEvent {
     std::string name;

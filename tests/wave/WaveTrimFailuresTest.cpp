@@ -14,8 +14,6 @@ namespace zefta::test {
 
 namespace {
 
-constexpr std::size_t Block = WaveBlockSize;
-
 std::string Untrimmed() {
     return Wav().Silence(5000).Tone(2 * Block).Silence(7000).Bytes();
 }

@@ -14,8 +14,6 @@ namespace zefta::test {
 
 namespace {
 
-constexpr std::size_t Block = WaveBlockSize;
-
 /// "a.wav" with these bytes after the job with these options.
 std::string After(TestApp& app, const std::string& bytes, std::vector<std::string> options) {
     app.folder.Write("a.wav", bytes);

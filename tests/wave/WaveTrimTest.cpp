@@ -12,8 +12,6 @@
 namespace zefta::test {
 namespace {
 
-constexpr std::size_t Block = WaveBlockSize;
-
 class WaveTrimTest : public ::testing::Test {
   protected:
     void Run(std::vector<std::string> tokens) {
@@ -23,7 +21,7 @@ class WaveTrimTest : public ::testing::Test {
     }
 
     TestApp app;
-    const std::string tone = ToneBytes(3 * Block);
+    const std::string tone = ToneBytes(3 * WaveBlockSize);
     const std::string original = Wav().Silence(4000).Audio(tone).Silence(4000).Bytes();
     const std::string trimmed = Wav().Silence(2352).Audio(tone).Silence(2352).Bytes();
 };
@@ -61,10 +59,11 @@ TEST_F(WaveTrimTest, FolderPart_IsWalkedInEveryForm) {
 }
 
 TEST_F(WaveTrimTest, Options_ReachTheWaveFile) {
-    app.folder.Write("a.wav", Wav().Sample(7).Sample(-8).Silence(4000).Tone(2 * Block, 16384).Bytes());
+    app.folder.Write("a.wav",
+                     Wav().Sample(7).Sample(-8).Silence(4000).Tone(2 * WaveBlockSize, 16384).Bytes());
     Run({"/f5", "/zx", "/norm", "/norm_level", "100", "/norm_below", "90"});
     const std::string result = app.folder.Read("a.wav");
-    EXPECT_EQ(result.size(), 44 + 2 * Block + 141120);
+    EXPECT_EQ(result.size(), 44 + 2 * WaveBlockSize + 141120);
     EXPECT_EQ(result.substr(44, 2), "\xFF\x7F");
 }
 
