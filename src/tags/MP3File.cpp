@@ -84,14 +84,14 @@ void TakeBack(const WrittenID3v1& written) {
 }
 
 /// What the tags of a file are written with.
-struct TagWriting {
+struct WritingOfBoth {
     FileSystem& files;
     const CodePage& ansi;
     void (*writeID3v2)(FileSystem& files, std::unique_ptr<BinaryFile> file, const CodePage& ansi,
                        ID3Tag& tag);
 };
 
-void WriteBothTags(const TagWriting& writing, std::unique_ptr<BinaryFile> file, ID3Tag& tag) {
+void WriteBothTags(const WritingOfBoth& writing, std::unique_ptr<BinaryFile> file, ID3Tag& tag) {
     std::string before = SetID3v1(*file, writing.ansi, tag);
     const WrittenID3v1 written = {writing.files, tag.Path, std::move(before), file->Size()};
     try {
