@@ -14,7 +14,7 @@ namespace zefta {
 namespace {
 
 // Long enough to find and type a password.
-constexpr int MillisecondsToAnswer = 5 * 60 * 1000;
+constexpr int MillisecondsForThePerson = 5 * 60 * 1000;
 
 QDBusMessage PowerOffRequest() {
     QDBusMessage request = QDBusMessage::createMethodCall("org.freedesktop.login1", "/org/freedesktop/login1",
@@ -36,7 +36,7 @@ LoginManager::LoginManager(QDBusConnection bus) : bus_(std::move(bus)) {}
 
 std::string LoginManager::ExitSystem(int flags) {
     if (flags != ExitShutDown + ExitPowerOff) throw RuntimeError(ErrorNumber::InvalidProcedureCall);
-    QDBusPendingCallWatcher answer(bus_.asyncCall(PowerOffRequest(), MillisecondsToAnswer));
+    QDBusPendingCallWatcher answer(bus_.asyncCall(PowerOffRequest(), MillisecondsForThePerson));
     if (!answer.isFinished()) {
         QEventLoop waiting;
         QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &waiting, &QEventLoop::quit);

@@ -25,7 +25,7 @@ constexpr auto PlayerItself = "org.mpris.MediaPlayer2";
 constexpr auto Playing = "org.mpris.MediaPlayer2.Player";
 constexpr auto TrackList = "org.mpris.MediaPlayer2.TrackList";
 /// A player that hangs must not take us with it.
-constexpr int MillisecondsToAnswer = 2000;
+constexpr int MillisecondsForAPlayer = 2000;
 
 /// How a player is told on its command line to play a file behind what it has.
 struct EnqueueOption {
@@ -63,7 +63,7 @@ QDBusMessage Call(const QString& player, const QString& interface, const QString
 
 /// Waits for the answer; the person can't press anything meanwhile that would lead here again.
 QDBusMessage Ask(QDBusConnection& bus, const QDBusMessage& call) {
-    QDBusPendingCallWatcher answer(bus.asyncCall(call, MillisecondsToAnswer));
+    QDBusPendingCallWatcher answer(bus.asyncCall(call, MillisecondsForAPlayer));
     if (!answer.isFinished()) {
         QEventLoop waiting;
         QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &waiting, &QEventLoop::quit);

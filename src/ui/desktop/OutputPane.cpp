@@ -14,7 +14,7 @@ namespace zefta {
 
 namespace {
 
-constexpr int MillisecondsBetweenPaints = 40;
+constexpr int MillisecondsBetweenFlushes = 40;
 
 QPlainTextEdit* MakeText(const QString& name) {
     constexpr int LinesInSight = 6;
@@ -44,7 +44,7 @@ OutputPane::OutputPane(Language language, QWidget* parent)
     setWidget(text_);
     hide();
     timer_->setSingleShot(true);
-    timer_->setInterval(MillisecondsBetweenPaints);
+    timer_->setInterval(MillisecondsBetweenFlushes);
     connect(timer_, &QTimer::timeout, this, &OutputPane::Flush);
 }
 

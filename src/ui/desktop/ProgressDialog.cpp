@@ -16,7 +16,7 @@ namespace zefta {
 
 namespace {
 
-constexpr int MillisecondsBetweenPaints = 40;
+constexpr int MillisecondsBetweenReports = 40;
 
 }  // namespace
 
@@ -47,11 +47,11 @@ void ProgressDialog::reject() {
 void ProgressDialog::ShowReport(const ProgressReport& report) {
     const bool isNews = report.fileName != report_.fileName || report.status != report_.status;
     report_ = report;
-    const qint64 passed = sinceFlush_.isValid() ? sinceFlush_.elapsed() : MillisecondsBetweenPaints;
-    if (isNews || passed >= MillisecondsBetweenPaints) {
+    const qint64 passed = sinceFlush_.isValid() ? sinceFlush_.elapsed() : MillisecondsBetweenReports;
+    if (isNews || passed >= MillisecondsBetweenReports) {
         Flush();
     } else if (!timer_->isActive()) {
-        timer_->start(static_cast<int>(MillisecondsBetweenPaints - passed));
+        timer_->start(static_cast<int>(MillisecondsBetweenReports - passed));
     }
 }
 
