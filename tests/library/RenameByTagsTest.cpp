@@ -25,7 +25,7 @@ std::string Mp3With(const Id3v1& tag) {
     return Mp3().Behind(tag.Bytes()).Bytes();
 }
 
-std::string Song(const std::string& artist, const std::string& title) {
+std::string TaggedSong(const std::string& artist, const std::string& title) {
     return Mp3With({.title = title, .artist = artist});
 }
 
@@ -62,7 +62,7 @@ class RenameByTagsTest : public ::testing::Test {
     WaveFile wave = WaveFile(app);
 };
 
-const std::string SongBytes = Song("Artist", "Title");
+const std::string SongBytes = TaggedSong("Artist", "Title");
 const Id3v1 Filled = {
     .title = "Title", .artist = "Artist", .album = "Album", .year = "1999", .comment = "Mix", .track = 7};
 
@@ -132,9 +132,9 @@ TEST_F(RenameByTagsTest, NeitherArtistNorTitle_IsRefused) {
 }
 
 TEST_F(RenameByTagsTest, ArtistOrTitleAlone_IsEnough) {
-    EXPECT_EQ(Renamed("a.mp3", Song("Artist", ""), 1), "Artist -.MP3");
-    EXPECT_EQ(Renamed("b.mp3", Song("", "Title"), 1), " - Title.MP3");
-    EXPECT_EQ(Renamed("c.mp3", Song("", "Title"), 4), "Title.MP3");
+    EXPECT_EQ(Renamed("a.mp3", TaggedSong("Artist", ""), 1), "Artist -.MP3");
+    EXPECT_EQ(Renamed("b.mp3", TaggedSong("", "Title"), 1), " - Title.MP3");
+    EXPECT_EQ(Renamed("c.mp3", TaggedSong("", "Title"), 4), "Title.MP3");
 }
 
 TEST_F(RenameByTagsTest, MP3_IsRefusedByItsID3v1WhateverID3v2Holds) {
@@ -203,24 +203,24 @@ TEST_F(RenameByTagsTest, OtherModes_LeaveTranslationAsItIs) {
     for (const int mode : {1, 2, 3, 4, 6}) Rename("a.wav", mode);
     EXPECT_FALSE(app.state.TranslateNames);
     app.state.TranslateNames = true;
-    EXPECT_EQ(Renamed("a.mp3", Song("Bj\xF6rk", "T"), 1), "Bjork - T.MP3");
+    EXPECT_EQ(Renamed("a.mp3", TaggedSong("Bj\xF6rk", "T"), 1), "Bjork - T.MP3");
     EXPECT_TRUE(app.state.TranslateNames);
 }
 
 TEST_F(RenameByTagsTest, Mode4_TakesTheFolderThatIsThereInAnyCase) {
-    EXPECT_EQ(Renamed("a.mp3", Song("Artist", "One"), 4), "Artist/One.MP3");
-    EXPECT_EQ(Renamed("b.mp3", Song("ARTIST", "Two"), 4), "Artist/Two.MP3");
+    EXPECT_EQ(Renamed("a.mp3", TaggedSong("Artist", "One"), 4), "Artist/One.MP3");
+    EXPECT_EQ(Renamed("b.mp3", TaggedSong("ARTIST", "Two"), 4), "Artist/Two.MP3");
     EXPECT_EQ(Names(), (Texts{"Artist", "Artist/One.MP3", "Artist/Two.MP3"}));
 }
 
 TEST_F(RenameByTagsTest, Mode4_NameIsNoSubfolder) {
-    EXPECT_EQ(Renamed("a.mp3", Song("../AC/DC", "x/../y"), 4), ".._AC_DC/x_.._y.MP3");
-    EXPECT_EQ(Renamed("b.mp3", Song("..", "Up"), 4), "Up.MP3");
+    EXPECT_EQ(Renamed("a.mp3", TaggedSong("../AC/DC", "x/../y"), 4), ".._AC_DC/x_.._y.MP3");
+    EXPECT_EQ(Renamed("b.mp3", TaggedSong("..", "Up"), 4), "Up.MP3");
     EXPECT_EQ(Names(), (Texts{".._AC_DC", ".._AC_DC/x_.._y.MP3", "Up.MP3"}));
 }
 
 TEST_F(RenameByTagsTest, Mode4_TitleAbsent_IsTheExtensionInTheFolder) {
-    EXPECT_EQ(Renamed("a.mp3", Song("Artist", ""), 4), "Artist/.MP3");
+    EXPECT_EQ(Renamed("a.mp3", TaggedSong("Artist", ""), 4), "Artist/.MP3");
 }
 
 TEST_F(RenameByTagsTest, Mode6_CreatesNoFolders) {
@@ -230,7 +230,7 @@ TEST_F(RenameByTagsTest, Mode6_CreatesNoFolders) {
 TEST_F(RenameByTagsTest, EmptyName_LeavesTheFileAlone) {
     EXPECT_EQ(ByTemplate("%M", "a.mp3", SongBytes), ".MP3");
     EXPECT_EQ(ByTemplate("", "b.ogg", Ogg().Comment("ARTIST=A").Bytes()), ".ogg");
-    EXPECT_EQ(Renamed("c.mp3", Song("Artist", ""), 3), ".MP3");
+    EXPECT_EQ(Renamed("c.mp3", TaggedSong("Artist", ""), 3), ".MP3");
     EXPECT_EQ(Names(), (Texts{"a.mp3", "b.ogg", "c.mp3"}));
     EXPECT_TRUE(app.desktop.questions.empty());
 }
@@ -334,7 +334,7 @@ TEST_F(RenameByTagsTest, Steps_AreToldInAPreview) {
     Renamed("d.mp3", SongBytes, 6);
     Rename("e.wav", 1);
     Rename("f.mp3", 1);
-    Renamed("g.mp3", Song("", ""), 1);
+    Renamed("g.mp3", TaggedSong("", ""), 1);
     EXPECT_EQ(steps.str(),
               "rename: a.mp3 -> Artist - Title.MP3\n"
               "collision: Artist - Title.MP3 is taken\n"

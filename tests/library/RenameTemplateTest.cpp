@@ -102,10 +102,10 @@ TEST(FieldsOfMPEGplus, AreThoseOfTheRecord_TrackIsTakenAsItStands) {
     }
 }
 
-const RenameFields Song = {"The Band", "Song: One", "Live", "1999", "Album", "7"};
+const RenameFields SongFields = {"The Band", "Song: One", "Live", "1999", "Album", "7"};
 
 RenameFields WithoutMix() {
-    RenameFields fields = Song;
+    RenameFields fields = SongFields;
     fields.Mix.clear();
     return fields;
 }
@@ -115,12 +115,12 @@ std::string Named(int mode, const RenameFields& fields, bool translate = false) 
 }
 
 TEST(NameByRule, EveryMode) {
-    EXPECT_EQ(Named(1, Song), "The Band - Song_ One");
-    EXPECT_EQ(Named(2, Song), "The Band - Song_ One (Live)");
-    EXPECT_EQ(Named(3, Song), "Song_ One (Live)");
-    EXPECT_EQ(Named(4, Song), "The Band/Song_ One (Live)");
-    EXPECT_EQ(Named(5, Song, true), "The_Band_-_Song__One_(Live)");
-    EXPECT_EQ(Named(6, Song), "The Band");
+    EXPECT_EQ(Named(1, SongFields), "The Band - Song_ One");
+    EXPECT_EQ(Named(2, SongFields), "The Band - Song_ One (Live)");
+    EXPECT_EQ(Named(3, SongFields), "Song_ One (Live)");
+    EXPECT_EQ(Named(4, SongFields), "The Band/Song_ One (Live)");
+    EXPECT_EQ(Named(5, SongFields, true), "The_Band_-_Song__One_(Live)");
+    EXPECT_EQ(Named(6, SongFields), "The Band");
 }
 
 TEST(NameByRule, EmptyMix_GivesNoBracketsAndNoBlank) {
@@ -131,7 +131,7 @@ TEST(NameByRule, EmptyMix_GivesNoBracketsAndNoBlank) {
 }
 
 TEST(NameByRule, OtherModes_GiveTheWholeOldName) {
-    for (const int mode : {0, -1, 7, 9, 100}) EXPECT_EQ(Named(mode, Song), "old.mp3");
+    for (const int mode : {0, -1, 7, 9, 100}) EXPECT_EQ(Named(mode, SongFields), "old.mp3");
 }
 
 TEST(NameByRule, PairOfBracketsInAValue_StaysInModes1To5) {
@@ -162,7 +162,7 @@ TEST(NameByRule, Mode4_FolderAndNameFitTheFileSystem) {
 }
 
 TEST(NameByRule, Mode5_FitsTheFileSystem) {
-    RenameFields fields = Song;
+    RenameFields fields = SongFields;
     fields.Artist = std::string(200, 'a');
     fields.Title = std::string(200, 't');
     EXPECT_EQ(Named(5, fields, true), std::string(200, 'a') + "_-_" + std::string(48, 't'));
@@ -201,7 +201,7 @@ TEST(ExpandTemplate, EveryToken) {
         {"%A/%L", "The Band_Album"},
         {"plain", "plain"},
         {"", ""}};
-    for (const auto& [text, name] : rows) EXPECT_EQ(ExpandTemplate(text, Song), name) << text;
+    for (const auto& [text, name] : rows) EXPECT_EQ(ExpandTemplate(text, SongFields), name) << text;
 }
 
 TEST(ExpandTemplate, EmptyMix_TakesItsBracketsAlongButNoBlanks) {
@@ -215,7 +215,7 @@ TEST(ExpandTemplate, EmptyMix_TakesItsBracketsAlongButNoBlanks) {
 }
 
 TEST(ExpandTemplate, BracketsAroundAnAbsentTrack_Stay) {
-    RenameFields fields = Song;
+    RenameFields fields = SongFields;
     fields.Track.clear();
     EXPECT_EQ(ExpandTemplate("[%N] x", fields), "[] x");
     EXPECT_EQ(ExpandTemplate("(%N3)", fields), "()");
@@ -230,7 +230,7 @@ TEST(ExpandTemplate, AbsentTrack_LeavesItsNeighbours) {
 }
 
 TEST(ExpandTemplate, PairOfBracketsInAValue_Goes) {
-    RenameFields fields = Song;
+    RenameFields fields = SongFields;
     fields.Title = "Song()";
     EXPECT_EQ(ExpandTemplate("%T", fields), "Song");
     fields.Title = "Song(";
@@ -239,7 +239,7 @@ TEST(ExpandTemplate, PairOfBracketsInAValue_Goes) {
 }
 
 TEST(ExpandTemplate, TokensInValues_AreServedByLaterSteps) {
-    RenameFields fields = Song;
+    RenameFields fields = SongFields;
     fields.Artist = "[%T]";
     fields.Title = "t%A";
     EXPECT_EQ(ExpandTemplate("%A", fields), "[t%A]");
@@ -252,7 +252,7 @@ TEST(ExpandTemplate, TokensInValues_AreServedByLaterSteps) {
 }
 
 TEST(ExpandTemplate, SplitTokenThatArises_IsServed) {
-    RenameFields fields = Song;
+    RenameFields fields = SongFields;
     fields.Artist = "%";
     EXPECT_EQ(ExpandTemplate("%AT", fields), "Song_ One");
 }
@@ -267,7 +267,7 @@ TEST(ExpandTemplate, Filters) {
 }
 
 TEST(ExpandTemplate, LongValues_DoNotHideTheFilter) {
-    RenameFields fields = Song;
+    RenameFields fields = SongFields;
     fields.Artist = std::string(10000, 'x') + " ";
     EXPECT_EQ(ExpandTemplate("é %A %W", fields), "e_" + std::string(248, 'x'));
     EXPECT_EQ(ExpandTemplate("%A.%R", fields), std::string(251, 'x'));
