@@ -7,7 +7,7 @@
 namespace zefta::test {
 namespace {
 
-std::string Stream() {
+std::string MpcStream() {
     return Mpc7(1000, 160, 64) + Audio(5000);
 }
 
@@ -28,7 +28,7 @@ Ape Items() {
 class FileInfoMPEGplusTest : public FileInfoStage<MPEGplusFileInfo> {};
 
 TEST_F(FileInfoMPEGplusTest, Load_ShowsTheTagAndTheMeasures) {
-    Open("a.mpc", Stream() + Items().Bytes());
+    Open("a.mpc", MpcStream() + Items().Bytes());
     EXPECT_EQ(FromQt(dialog->windowTitle()), "a.mpc - file information");
     const std::pair<const char*, std::string> texts[] = {
         {"txtTitle", "Song"},         {"txtMix", "Live"},      {"txtArtist", "Ann"},
@@ -45,7 +45,7 @@ TEST_F(FileInfoMPEGplusTest, Load_ShowsTheTagAndTheMeasures) {
 }
 
 TEST_F(FileInfoMPEGplusTest, OKWithoutAChange_LeavesEveryByte) {
-    const std::string bytes = Stream() + Items().Item("Publisher", "P").Bytes();
+    const std::string bytes = MpcStream() + Items().Item("Publisher", "P").Bytes();
     Open("a.mpc", bytes);
     Press(Qt::Key_Return);
     EXPECT_FALSE(IsOpen());
@@ -53,27 +53,27 @@ TEST_F(FileInfoMPEGplusTest, OKWithoutAChange_LeavesEveryByte) {
 }
 
 TEST_F(FileInfoMPEGplusTest, OK_LeavesAnAPETagAlone) {
-    Open("a.mpc", Id3v2(TextFrame("TIT2", "Old (Mix)"), 502) + Stream() + Id3v1{.title = "Older"}.Bytes());
+    Open("a.mpc", Id3v2(TextFrame("TIT2", "Old (Mix)"), 502) + MpcStream() + Id3v1{.title = "Older"}.Bytes());
     EXPECT_EQ(TextOf("txtTitle"), "Old");
     EXPECT_EQ(TextOf("txtMix"), "Mix");
     Type("txtTitle", "New");
     Type("txtComposer", "Bach");
     Click("OKButton");
     EXPECT_EQ(app.folder.Read("a.mpc"),
-              Stream() + Ape().Item("Title", "New (Mix)").Item("Composer", "Bach").Bytes());
+              MpcStream() + Ape().Item("Title", "New (Mix)").Item("Composer", "Bach").Bytes());
 }
 
 TEST_F(FileInfoMPEGplusTest, RemoveUnknownFrames_TakesTheItemsOut) {
-    Open("a.mpc", Stream() + Items().Item("Publisher", std::string(1000, 'p')).Bytes());
+    Open("a.mpc", MpcStream() + Items().Item("Publisher", std::string(1000, 'p')).Bytes());
     EXPECT_EQ(FromQt(Check("chkRemoveUnknownFrames")->text()),
               "Remove unknown frames while updating file (1K)");
     Toggle("chkRemoveUnknownFrames");
     Click("OKButton");
-    EXPECT_EQ(app.folder.Read("a.mpc"), Stream() + Items().Bytes());
+    EXPECT_EQ(app.folder.Read("a.mpc"), MpcStream() + Items().Bytes());
 }
 
 TEST_F(FileInfoMPEGplusTest, YearThatIsNoNumber_KeepsTheFocus) {
-    Open("a.mpc", Stream() + Items().Bytes());
+    Open("a.mpc", MpcStream() + Items().Bytes());
     Type("txtYear", "0199");
     Press(Qt::Key_Tab);
     EXPECT_EQ(Focus(), "txtYear");
@@ -81,18 +81,18 @@ TEST_F(FileInfoMPEGplusTest, YearThatIsNoNumber_KeepsTheFocus) {
     EXPECT_TRUE(IsOpen());
     Press(Qt::Key_Escape);
     EXPECT_FALSE(IsOpen());
-    EXPECT_EQ(app.folder.Read("a.mpc"), Stream() + Items().Bytes());
+    EXPECT_EQ(app.folder.Read("a.mpc"), MpcStream() + Items().Bytes());
 }
 
 TEST_F(FileInfoMPEGplusTest, ReadOnly_NoLeavesTheDialogOpen_YesWrites) {
-    const std::string path = app.folder.Write("a.mpc", Stream() + Items().Bytes());
+    const std::string path = app.folder.Write("a.mpc", MpcStream() + Items().Bytes());
     app.files.SetReadOnly(path, true);
     Show("a.mpc");
     app.desktop.answers = {false, true};
     Type("txtArtist", "Bob");
     Click("OKButton");
     EXPECT_TRUE(IsOpen());
-    EXPECT_EQ(app.folder.Read("a.mpc"), Stream() + Items().Bytes());
+    EXPECT_EQ(app.folder.Read("a.mpc"), MpcStream() + Items().Bytes());
     Click("OKButton");
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(Now("a.mpc").Tag.Artist, "Bob");

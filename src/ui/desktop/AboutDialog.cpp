@@ -22,7 +22,7 @@ namespace zefta {
 namespace {
 
 /// The caption of a menu item as the text of something else: no letter in it marks a key.
-QString WithoutKey(const std::string& caption) {
+QString CaptionWithoutKey(const std::string& caption) {
     return ToQt(caption).remove('&');
 }
 
@@ -111,7 +111,7 @@ QLabel* MakePicture() {
 
 AboutDialog::AboutDialog(App& app, QWidget* parent) : QDialog(parent), app_(app) {
     setObjectName("frmAbout");
-    setWindowTitle(WithoutKey(app.messages.GetMessage(32193)));
+    setWindowTitle(CaptionWithoutKey(app.messages.GetMessage(32193)));
     auto* words = new QVBoxLayout;
     words->addWidget(MakeTitle());
     words->addWidget(MakeLabel("lblVersion", VersionText()));
@@ -137,7 +137,7 @@ void AboutDialog::AddLink(QFormLayout& rows, const char* objectName, std::int32_
                           std::int32_t address) {
     auto* link = new LinkLabel(ToQt(app_.messages.GetMessage(address)));
     link->setObjectName(objectName);
-    const QString name = WithoutKey(app_.messages.GetMessage(caption));
+    const QString name = CaptionWithoutKey(app_.messages.GetMessage(caption));
     link->setAccessibleName(name + ": " + ToQt(app_.messages.GetMessage(address)));
     connect(link, &QLabel::linkActivated, this, [this](const QString& page) {
         const std::string fullAddress = "http://" + FromQt(page);
