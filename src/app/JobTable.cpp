@@ -23,7 +23,7 @@ namespace {
 
 constexpr Job Jobs[] = {
     // clang-format off
-    // code, option, needs a display, can be previewed, worker
+    // code, option, needs a display, can be previewed, worker, window
     {1,  "/rename",            false, true,  RenameJob},
     {2,  "/rename2",           false, true,  RenameWithPlaylistsJob},
     {3,  "/autorename",        false, true,  RenameByPlaylistsJob},
@@ -35,7 +35,7 @@ constexpr Job Jobs[] = {
     {9,  "/setup",             true,  false, nullptr},
     {10, "/help",              false, false, OpenManual},
     {13, "/agent",             false, false, StartAgent},
-    {14, "/compress_audio_cd", true,  false, nullptr},
+    {14, "/compress_audio_cd", true,  false, nullptr, &Windows::RunCompressCD},
     {15, "/fixheader",         false, false, FixHeaderJob},
     {16, "/wavetrim",          false, false, WaveTrimJob},
     {17, "/split",             false, false, SplitFileJob},

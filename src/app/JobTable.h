@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "app/Windows.h"
 #include "core/App.h"
 
 namespace zefta {
@@ -15,8 +16,10 @@ struct Job {
     bool needsDisplay;
     /// Tells its steps and changes nothing with "/preview" beside it.
     bool canPreview;
-    /// Null while the program has no worker for the job; it then says so.
+    /// Null for a job that is a window, and while the program has no worker for the job; it then says so.
     void (*run)(App& app);
+    /// The window of a job that is one.
+    void (Windows::*show)(App& app) = nullptr;
 };
 
 /// The row of the code; null for a code that opens the main window.

@@ -26,6 +26,10 @@ class Windows {
     /// The information of a compressed file, told by its path; returns when its dialog is closed.
     virtual void RunFileInformation(App& app, const std::string& path) = 0;
 
+    /// The compression of an audio CD, from the CD information file that the state names if it names one;
+    /// returns when its dialog is closed.
+    virtual void RunCompressCD(App& app) = 0;
+
     /// Counts down and powers the machine off, for a job that was asked to; returns when the person has
     /// cancelled or the system was asked.
     virtual void RunPowerOffCountdown(App& app) = 0;

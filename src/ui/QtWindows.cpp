@@ -1,12 +1,16 @@
 #include "ui/QtWindows.h"
 
+#include <QLayout>
 #include <QLibraryInfo>
 #include <QTranslator>
 #include <clocale>
 
+#include "platform/AudioDisc.h"
+#include "platform/DiscDatabase.h"
 #include "platform/Machine.h"
 #include "ui/QtText.h"
 #include "ui/Resources.h"
+#include "ui/cd/CDBaseDialog.h"
 #include "ui/desktop/ExitWindowsDialog.h"
 #include "ui/desktop/OutputPane.h"
 #include "ui/info/ShowFileInformation.h"
@@ -38,12 +42,12 @@ void TranslateToolkit(QApplication& application, Language language) {
         QApplication::installTranslator(texts);
 }
 
-/// Where the desktop shows how far work is and what tools write while the main window is there.
+/// Where the desktop shows how far work is and what tools write while a window is there.
 class PlaceOfWork {
   public:
-    PlaceOfWork(WindowDesktop& desktop, Processes& processes, MainWindow& window, OutputPane* pane)
+    PlaceOfWork(WindowDesktop& desktop, Processes& processes, BatchView& view, OutputPane* pane)
         : desktop_(desktop), processes_(processes) {
-        desktop_.ShowBatchesIn(&window);
+        desktop_.ShowBatchesIn(&view);
         desktop_.WriteInto(pane);
         processes_.FollowTools(&desktop_);
     }
@@ -78,6 +82,17 @@ void QtWindows::RunMainWindow(App& app) {
 
 void QtWindows::RunFileInformation(App& app, const std::string& path) {
     ShowFileInformation(app, path, nullptr);
+}
+
+void QtWindows::RunCompressCD(App& app) {
+    const auto disc = MakeAudioDisc(app.processes.OwnPath());
+    const auto database = MakeDiscDatabase(app.processes.OwnPath());
+    CDBaseDialog dialog(app, {*disc, *database, [&] { zefta::RunPowerOffCountdown(app); }});
+    auto* pane = new OutputPane(language_, &dialog);
+    pane->setFeatures(QDockWidget::DockWidgetClosable);
+    dialog.layout()->addWidget(pane);
+    const PlaceOfWork placeOfWork(desktop_, app.processes, dialog, pane);
+    dialog.exec();
 }
 
 void QtWindows::RunPowerOffCountdown(App& app) {

@@ -16,6 +16,7 @@ class QtWindows : public Windows {
     Desktop& WindowDesktop() override { return desktop_; }
     void RunMainWindow(App& app) override;
     void RunFileInformation(App& app, const std::string& path) override;
+    void RunCompressCD(App& app) override;
     void RunPowerOffCountdown(App& app) override;
 
   private:

@@ -74,6 +74,22 @@ constexpr std::array Rows = {
     Row{WindowText::TrimPicture, "Waveform; what is trimmed at both ends is shaded", "Форма волны; обрезаемое с обоих концов затенено"},
     Row{WindowText::ToolOutput, "Output of the tools", "Вывод программ"},
     Row{WindowText::InfoTooLong, "Too long to be edited here: this is its beginning", "Слишком длинно для правки здесь: показано начало"},
+    Row{WindowText::CDDrive, "Drive or image of a disc", "Дисковод или образ диска"},
+    Row{WindowText::CDDriveTip, "A drive such as /dev/sr0, or an image: .cue, .nrg or .toc", "Дисковод, например /dev/sr0, или образ: .cue, .nrg или .toc"},
+    Row{WindowText::CDFirstDrive, "First drive", "Первый дисковод"},
+    Row{WindowText::CDChooseImage, "Choose an image of a disc", "Выбрать образ диска"},
+    Row{WindowText::CDImages, "Images of discs", "Образы дисков"},
+    Row{WindowText::CDTracks, "Tracks", "Дорожки"},
+    Row{WindowText::CDTracksTip, "Ticked tracks are compressed. A double click or F2 edits a name.", "Отмеченные дорожки будут сжаты. Двойной щелчок или F2 - правка названия."},
+    Row{WindowText::CDStopTip, "Ends the work behind the track at hand (Esc)", "Завершить работу после текущей дорожки (Esc)"},
+    Row{WindowText::CDUnknown, "The database does not know this disc.", "В базе данных нет этого диска."},
+    Row{WindowText::CDDatabaseFailed, "The database could not be asked.", "Не удалось обратиться к базе данных."},
+    Row{WindowText::CDMatches, "Several entries fit this disc. Which one is it?", "Диску соответствует несколько записей. Какая из них верная?"},
+    Row{WindowText::CDNoMatch, "None of them", "Ни одна из них"},
+    Row{WindowText::CDWholeNames, "Names of tracks give a title when they are written as \"Title / Mix\", of a compilation as \"Artist / Title\". These are not:\n\n%1\n\nTake the whole name as the title?", "Название дорожки даёт заголовок, если записано как \"Название / Микс\", в сборнике как \"Исполнитель / Название\". Здесь не так:\n\n%1\n\nСчитать заголовком всё название?"},
+    Row{WindowText::CDGrabbing, "Reading track %1 of %2...", "Чтение дорожки %1 из %2..."},
+    Row{WindowText::CDGrabbed, "The tracks are in the source folder.", "Дорожки записаны в исходную папку."},
+    Row{WindowText::CDStopped, "Ended before it was done.", "Завершено досрочно."},
     // clang-format on
 };
 

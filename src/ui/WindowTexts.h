@@ -70,6 +70,23 @@ enum class WindowText : std::uint8_t {
     TrimPicture,
     ToolOutput,
     InfoTooLong,
+    // Audio CDs.
+    CDDrive,
+    CDDriveTip,
+    CDFirstDrive,
+    CDChooseImage,
+    CDImages,
+    CDTracks,
+    CDTracksTip,
+    CDStopTip,
+    CDUnknown,
+    CDDatabaseFailed,
+    CDMatches,
+    CDNoMatch,
+    CDWholeNames,
+    CDGrabbing,
+    CDGrabbed,
+    CDStopped,
     Count,
 };
 

@@ -119,6 +119,18 @@ TEST_F(EntryOnADisplayTest, Windows_AreRun) {
     EXPECT_TRUE(app.desktop.notes.empty());
 }
 
+TEST_F(EntryOnADisplayTest, AudioCD_IsAWindowThatMayStartFromAFile) {
+    for (const auto& arguments : std::vector<std::vector<std::string>>{
+             {"/compress_audio_cd"}, {"/cdda", "Album.zfc"}, {"/CDDA", "/music/Album.zfc", "/trim"}})
+        EXPECT_EQ(RunWithWindows(arguments), 0);
+    EXPECT_EQ(windows.calls,
+              (std::vector<std::string>{"audio CD ", "audio CD Album.zfc", "audio CD /music/Album.zfc"}));
+    EXPECT_TRUE(app.desktop.boxes.empty());
+    opened = {};
+    EXPECT_EQ(RunWithWindows({"/cdda"}), 1);
+    EXPECT_EQ(LastBox(), "/compress_audio_cd is not part of this build.");
+}
+
 TEST_F(EntryOnADisplayTest, DisplayThatFails_WindowsBecomeTextAndTheReasonIsNoted) {
     opened = {nullptr, true};
     EXPECT_EQ(RunWithWindows({app.folder.Path()}), 0);

@@ -27,6 +27,8 @@
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/PosixProcesses.h"
 #include "ui/QtText.h"
+#include "ui/cd/CDBaseDialog.h"
+#include "ui/cd/MatchDialog.h"
 #include "ui/desktop/AboutDialog.h"
 #include "ui/desktop/ExitWindowsDialog.h"
 #include "ui/desktop/WindowDesktop.h"
@@ -86,6 +88,35 @@ class NoPowerOff : public PowerOff {
     std::string ExitSystem(int) override { return "refused"; }
 };
 
+/// A disc that is always there.
+class DemoDisc : public AudioDisc {
+  public:
+    std::vector<std::string> Drives() const override { return {"/dev/sr0"}; }
+    std::optional<DiscContents> ReadContents(const std::string&, const WaitStep&) override {
+        return DiscContents{
+            1, {{true, 150, 16800}, {true, 16950, 13650}, {true, 30600, 19125}, {false, 49725, 9000}}, 58725};
+    }
+    TrackReading ReadTrack(const std::string&, std::int32_t,
+                           const std::function<void(std::span<const std::byte>)>&, const WaitStep&) override {
+        return TrackReading::Failed;
+    }
+};
+
+class DemoDatabase : public DiscDatabase {
+  public:
+    DatabaseReply<std::vector<DatabaseMatch>> Query(const DatabaseAccess&, const DiscContents&,
+                                                    const WaitStep&) override {
+        return {DatabaseEnd::Answered, {}, {{"rock", "1", "Northern Line", "Paper Boats"}}};
+    }
+    DatabaseReply<DatabaseAlbum> Read(const DatabaseAccess&, const DatabaseMatch&, const WaitStep&) override {
+        return {DatabaseEnd::Answered,
+                {},
+                {"Northern Line",
+                 "Paper Boats",
+                 {"Harbour Lights / Demo", "Paper Boats", "Long Way Down / Live in Leith", "Video"}}};
+    }
+};
+
 void TakeMainWindow(App& app, const Album& album) {
     MainWindow window(app);
     window.resize(880, 480);
@@ -119,6 +150,18 @@ void TakeDialogs(App& app, const Album& album, const std::string& demo) {
     TakeDialog(comment, album, "info-ogg-comment");
     MPEGplusFileInfo mpc(app, JoinPath(demo, "06 Long Way Down.mpc"), nullptr);
     TakeDialog(mpc, album, "info-mpc");
+    DemoDisc disc;
+    DemoDatabase database;
+    app.state.CompressCD_SourceFolder = "/home/ann/Rips";
+    app.state.CompressCD_TargetFolder = "/home/ann/Music";
+    CDBaseDialog cd(app, {disc, database, {}});
+    cd.findChild<QPushButton*>("cmdImportData")->click();
+    TakeDialog(cd, album, "audio-cd");
+    MatchDialog matches(
+        app,
+        {{"rock", "1", "Northern Line", "Paper Boats"}, {"misc", "2", "Northern Line", "Paper Boats (Live)"}},
+        nullptr);
+    TakeDialog(matches, album, "audio-cd-entries");
     NoPowerOff powerOff;
     ExitWindowsDialog exit(app, powerOff);
     TakeDialog(exit, album, "power-off");

@@ -19,6 +19,7 @@ class FakeWindows : public Windows {
     void RunFileInformation(App&, const std::string& path) override {
         calls.push_back("information " + path);
     }
+    void RunCompressCD(App& app) override { calls.push_back("audio CD " + app.state.FileSpec); }
     void RunPowerOffCountdown(App&) override { calls.push_back("countdown"); }
 };
 

@@ -228,6 +228,46 @@ TEST_F(DesktopBoxesTest, ChooseFolder_Cancelled_IsEmpty) {
     EXPECT_EQ(desktop.ChooseFolder("Select:", "Title", "/no/such/folder"), "");
 }
 
+TEST_F(DesktopBoxesTest, ChooseFile_ToRead_OffersFilesOfTheKindThatAreThere) {
+    const std::string path = folder.Write("album.zfc", "x");
+    const WhenModal answer{std::function([&](QFileDialog& dialog) {
+        EXPECT_EQ(FromQt(dialog.windowTitle()), "Load");
+        EXPECT_EQ(dialog.nameFilters(), QStringList("Albums (*.zfc)"));
+        EXPECT_EQ(FromQt(dialog.directory().absolutePath()), folder.Path());
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText("album.zfc");
+        static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+    })};
+    FileChoice choice = {.title = "Load", .kind = "Albums", .masks = "*.zfc", .startFolder = folder.Path()};
+    EXPECT_EQ(desktop.ChooseFile(choice), path);
+}
+
+TEST_F(DesktopBoxesTest, ChooseFile_ToWrite_OffersTheNameWithItsEndingAndDoesNotAsk) {
+    folder.Write("album.zfc", "x");
+    const WhenModal answer{std::function([&](QFileDialog& dialog) {
+        // A text that names the masks itself shows them once.
+        EXPECT_EQ(dialog.nameFilters(), QStringList("Albums (*.zfc)"));
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
+        EXPECT_EQ(FromQt(dialog.defaultSuffix()), "zfc");
+        EXPECT_EQ(FromQt(dialog.selectedFiles().constFirst()), folder / "album.zfc");
+        EXPECT_TRUE(dialog.testOption(QFileDialog::DontConfirmOverwrite));
+        static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+    })};
+    EXPECT_EQ(desktop.ChooseFile({.title = "Save As",
+                                  .kind = "Albums (*.zfc)",
+                                  .masks = "*.zfc",
+                                  .startFolder = folder.Path(),
+                                  .name = "album.zfc",
+                                  .isToBeWritten = true}),
+              folder / "album.zfc");
+}
+
+TEST_F(DesktopBoxesTest, ChooseFile_Cancelled_IsEmpty) {
+    const WhenModal answer{std::function([](QFileDialog& dialog) { dialog.reject(); })};
+    EXPECT_EQ(desktop.ChooseFile({.title = "Load", .kind = "All", .masks = "*"}), "");
+}
+
 /// A home in a temporary folder, with the trash in it.
 class DesktopTrashTest : public DesktopBoxesTest {
   protected:

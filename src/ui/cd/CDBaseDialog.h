@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "cd/CDInfoFile.h"
+#include "cd/CdBase.h"
+#include "cd/CompressCD.h"
+#include "core/App.h"
+#include "platform/AudioDisc.h"
+#include "platform/DiscDatabase.h"
+#include "ui/WindowTexts.h"
+#include "ui/cd/CDBaseControls.h"
+#include "ui/desktop/BatchView.h"
+
+namespace zefta {
+
+/// What the dialog is given beside its App.
+struct CDBaseServices {
+    AudioDisc& disc;
+    DiscDatabase& database;
+    /// Counts down to the end of the machine's work.
+    std::function<void()> powerOff;
+};
+
+/// frmCDBase: an audio CD, from its table of contents to tagged files. A ticked line of lstTracks is a
+/// selected track. While it works nothing but cmdStop can be used, and the window stays open.
+class CDBaseDialog : public QDialog, public BatchView {
+    Q_OBJECT
+
+  public:
+    /// Starts from the CD information file that FileSpec names, if it names one. The services have to live as
+    /// long.
+    CDBaseDialog(App& app, const CDBaseServices& services, QWidget* parent = nullptr);
+
+    void ShowBatch(std::size_t item, std::size_t count) override;
+    bool IsCancelled() const override { return isCancelled_; }
+
+    void done(int result) override;
+    /// While it works, the same as cmdStop.
+    void reject() override;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override { Form_KeyDown(event); }
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    class Work;
+
+    void Form_Load();
+    void Form_Unload();
+    void Form_KeyDown(QKeyEvent* event);
+    void Connect();
+    void LoadDrives();
+    void LoadModes();
+    void LoadSwitches();
+
+    void cmdImportData_Click();
+    void cmdCDDAE_Click();
+    void cmdSimulateCD_Click();
+    void cmdSave_Click();
+    void cmdLoad_Click();
+    void cmdOK_Click();
+    void cmdStop_Click();
+    void cmdBrowseForImage_Click();
+    void cmbBrowseForSourceFolder_Click();
+    void cmdBrowseForTargetFolder_Click();
+    void lstTracks_DblClick();
+    void chkTrimSilence_Click();
+    void chkNormalize_Click();
+    void cmbBitRate_Click();
+    void cmbGenre_LostFocus();
+
+    void LoadFile(const std::string& path);
+    void ReadTracks();
+    void StoreChoice(const CompressCDJob& job);
+    bool Compress(const CompressCDJob& job);
+    bool HasFolders();
+    void AskForNames(CompressCDJob& job);
+    QString WordOfDatabase() const;
+
+    CDInfo TakeInfo() const;
+    CompressCDJob TakeJob() const;
+    std::optional<std::int32_t> ModeCode() const;
+    void ShowInfo(const CDInfo& info);
+    void ShowDisc();
+    void ShowTracks(const std::vector<QString>& lines);
+    void AllowCompressing();
+    std::string Drive() const { return form_.cmbDrive->currentText().trimmed().toStdString(); }
+    void BrowseInto(FolderLine* line, std::int32_t prompt);
+    bool Wait();
+
+    QString Text(std::int32_t message) const;
+    QString Own(WindowText text) const { return OwnText(app_, text); }
+    std::string Caption() const { return app_.messages.GetMessage(33001); }
+    void Say(const QString& text);
+
+    App& app_;
+    CDBaseServices services_;
+    CdBase cd_;
+    CDBaseControls form_;
+    bool isBusy_ = false;
+    bool isCancelled_ = false;
+    /// The progress is in thousandths, told by the reading itself.
+    bool isReading_ = false;
+    bool canCompress_ = false;
+    /// The tick of chkReduceLevel while the encoder leaves no choice.
+    bool wantsReducedLevel_ = false;
+    QPointer<QWidget> focusBefore_;
+};
+
+}  // namespace zefta
