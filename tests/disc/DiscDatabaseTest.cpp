@@ -6,14 +6,13 @@
 
 #include "disc/CddbServer.h"
 #include "platform/DiscDatabase.h"
+#include "support/FakeDisc.h"
 
 namespace zefta::test {
 namespace {
 
 using Texts = std::vector<std::string>;
 using Clock = std::chrono::steady_clock;
-
-const WaitStep GoesOn = [] { return true; };
 
 class DiscDatabaseTest : public ::testing::Test {
   protected:

@@ -8,12 +8,11 @@
 #include "disc/DiscImage.h"
 #include "platform/AudioDisc.h"
 #include "platform/posix/DiscHelperClient.h"
+#include "support/FakeDisc.h"
 #include "support/TempFolder.h"
 
 namespace zefta::test {
 namespace {
-
-const WaitStep HelperGoesOn = [] { return true; };
 
 class DiscHelperTest : public ::testing::Test {
   protected:
@@ -28,7 +27,7 @@ class DiscHelperTest : public ::testing::Test {
             [&](std::span<const std::byte> piece) {
                 bytes.append(reinterpret_cast<const char*>(piece.data()), piece.size());
             },
-            HelperGoesOn);
+            GoesOn);
         EXPECT_EQ(reading, expected);
         return bytes;
     }
@@ -40,7 +39,7 @@ TEST_F(DiscHelperTest, Helper_StandsBesideTheProgram) {
 }
 
 TEST_F(DiscHelperTest, Contents_TellTracksLengthsAndKinds) {
-    const auto contents = disc->ReadContents(image.WriteTo(folder), HelperGoesOn);
+    const auto contents = disc->ReadContents(image.WriteTo(folder), GoesOn);
     ASSERT_TRUE(contents);
     EXPECT_EQ(contents->FirstNumber, 1);
     EXPECT_EQ(contents->LeadOut, 150 + 627);
@@ -50,7 +49,7 @@ TEST_F(DiscHelperTest, Contents_TellTracksLengthsAndKinds) {
 
 TEST_F(DiscHelperTest, Contents_OfTheBinFileAloneAreThoseOfItsSheet) {
     image.WriteTo(folder);
-    const auto contents = disc->ReadContents(folder / "disc.bin", HelperGoesOn);
+    const auto contents = disc->ReadContents(folder / "disc.bin", GoesOn);
     ASSERT_TRUE(contents);
     EXPECT_EQ(contents->Tracks.size(), 4U);
 }
@@ -62,7 +61,7 @@ TEST_F(DiscHelperTest, NoDisc_HasNoContents) {
     folder.Write("bad.nrg", std::string(5000, 'N'));
     folder.Write("bad.toc", "CD_DA\nTRACK");
     for (const char* name : {"text.cue", "empty.cue", "alone.cue", "bad.nrg", "bad.toc", "missing.cue", ""})
-        EXPECT_FALSE(disc->ReadContents(folder / name, HelperGoesOn)) << name;
+        EXPECT_FALSE(disc->ReadContents(folder / name, GoesOn)) << name;
 }
 
 TEST_F(DiscHelperTest, AudioTracks_AreReadByteForByte) {
@@ -82,13 +81,13 @@ TEST_F(DiscHelperTest, ImageThatIsTooShort_GivesWholeSectorsOrIsNoDisc) {
     const DiscImage music = DiscImage().Audio(300).Audio(160);
     const std::string source = music.WriteTo(folder);
     std::filesystem::resize_file(folder / "disc.bin", 400 * DiscSectorBytes + 1000);
-    const auto contents = disc->ReadContents(source, HelperGoesOn);
+    const auto contents = disc->ReadContents(source, GoesOn);
     ASSERT_TRUE(contents);
     EXPECT_EQ(contents->Tracks.at(1).Sectors, 100);
     EXPECT_TRUE(ReadBytes(source, 2, TrackReading::Done) ==
                 music.BytesOf(2).substr(0, 100 * DiscSectorBytes));
     std::filesystem::resize_file(folder / "disc.bin", 200 * DiscSectorBytes);
-    EXPECT_FALSE(disc->ReadContents(source, HelperGoesOn));
+    EXPECT_FALSE(disc->ReadContents(source, GoesOn));
 }
 
 TEST_F(DiscHelperTest, Cancelled_EndsTheReadingAtOnce) {
@@ -102,10 +101,10 @@ TEST_F(DiscHelperTest, Cancelled_EndsTheReadingAtOnce) {
 
 TEST_F(DiscHelperTest, FailureOfWhoTakes_EndsTheReading) {
     const std::string source = image.WriteTo(folder);
-    EXPECT_THROW(disc->ReadTrack(
-                     source, 1, [](std::span<const std::byte>) { throw std::runtime_error("disk full"); },
-                     HelperGoesOn),
-                 std::runtime_error);
+    EXPECT_THROW(
+        disc->ReadTrack(
+            source, 1, [](std::span<const std::byte>) { throw std::runtime_error("disk full"); }, GoesOn),
+        std::runtime_error);
 }
 
 }  // namespace

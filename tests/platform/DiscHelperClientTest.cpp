@@ -10,14 +10,13 @@
 #include "platform/AudioDisc.h"
 #include "platform/DiscDatabase.h"
 #include "platform/posix/DiscHelperClient.h"
+#include "support/FakeDisc.h"
 #include "support/TempFolder.h"
 
 namespace zefta::test {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-const WaitStep GoesOn = [] { return true; };
 
 class DiscHelperClientTest : public ::testing::Test {
   protected:

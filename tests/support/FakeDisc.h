@@ -11,6 +11,9 @@
 
 namespace zefta::test {
 
+/// Nobody ends the waiting.
+inline const WaitStep GoesOn = [] { return true; };
+
 /// A disc in memory. A track's sectors hold the low byte of its number.
 class FakeDisc : public AudioDisc {
   public:

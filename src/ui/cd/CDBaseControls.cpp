@@ -14,9 +14,9 @@ namespace zefta {
 namespace {
 
 /// Makes the controls one after the other.
-class Builder {
+class CDBaseBuilder {
   public:
-    Builder(App& app, QDialog* dialog) : app_(app), dialog_(dialog) {}
+    CDBaseBuilder(App& app, QDialog* dialog) : app_(app), dialog_(dialog) {}
 
     CDBaseControls Build();
 
@@ -50,7 +50,7 @@ class Builder {
     CDBaseControls form_ = {};
 };
 
-CDBaseControls Builder::Build() {
+CDBaseControls CDBaseBuilder::Build() {
     form_.whole = new QWidget;
     auto* left = new QVBoxLayout;
     left->addWidget(BuildInput());
@@ -67,7 +67,7 @@ CDBaseControls Builder::Build() {
     return form_;
 }
 
-QPushButton* Builder::Button(const char* name, const QString& text, const QString& keys) const {
+QPushButton* CDBaseBuilder::Button(const char* name, const QString& text, const QString& keys) const {
     auto* button = Named(new QPushButton(text), name);
     // Enter in a line of entry must not start what takes an hour and deletes files.
     button->setAutoDefault(false);
@@ -75,29 +75,29 @@ QPushButton* Builder::Button(const char* name, const QString& text, const QStrin
     return button;
 }
 
-QPushButton* Builder::BrowseButton(const char* name, const QString& tip) const {
+QPushButton* CDBaseBuilder::BrowseButton(const char* name, const QString& tip) const {
     auto* button = Button(name, "...");
     button->setToolTip(tip);
     button->setAccessibleName(tip);
     return button;
 }
 
-QCheckBox* Builder::Check(const char* name, std::int32_t message) const {
+QCheckBox* CDBaseBuilder::Check(const char* name, std::int32_t message) const {
     return Named(new QCheckBox(Text(message)), name);
 }
 
-QLineEdit* Builder::Line(const char* name) const {
+QLineEdit* CDBaseBuilder::Line(const char* name) const {
     return Named(new QLineEdit, name);
 }
 
-QLabel* Builder::Label(const QString& text, QWidget* control) const {
+QLabel* CDBaseBuilder::Label(const QString& text, QWidget* control) const {
     auto* label = new QLabel(text);
     label->setBuddy(control);
     control->setAccessibleName(text);
     return label;
 }
 
-QLayout* Builder::PathRow(QWidget* line, QPushButton* button) const {
+QLayout* CDBaseBuilder::PathRow(QWidget* line, QPushButton* button) const {
     constexpr int CharactersInSight = 36;
     line->setMinimumWidth(line->fontMetrics().averageCharWidth() * CharactersInSight);
     auto* row = new QHBoxLayout;
@@ -106,7 +106,7 @@ QLayout* Builder::PathRow(QWidget* line, QPushButton* button) const {
     return row;
 }
 
-QWidget* Builder::BuildInput() {
+QWidget* CDBaseBuilder::BuildInput() {
     auto* group = new QGroupBox(Text(33002));
     auto* rows = new QVBoxLayout(group);
     form_.cmbDrive = Named(new QComboBox, "cmbDrive");
@@ -131,7 +131,7 @@ QWidget* Builder::BuildInput() {
     return group;
 }
 
-QWidget* Builder::BuildOutput() {
+QWidget* CDBaseBuilder::BuildOutput() {
     auto* group = new QGroupBox(Text(33010));
     auto* rows = new QVBoxLayout(group);
     form_.txtTargetFolder = Named(new FolderLine(app_), "txtTargetFolder");
@@ -145,7 +145,7 @@ QWidget* Builder::BuildOutput() {
     return group;
 }
 
-void Builder::BuildSwitches(QBoxLayout* rows) {
+void CDBaseBuilder::BuildSwitches(QBoxLayout* rows) {
     form_.chkTrimSilence = Check("chkTrimSilence", 33021);
     form_.chkNormalize = Check("chkNormalize", 33024);
     form_.chkNormalizeSeparately = Check("chkNormalizeSeparately", 33026);
@@ -164,7 +164,7 @@ void Builder::BuildSwitches(QBoxLayout* rows) {
         rows->addWidget(box);
 }
 
-QWidget* Builder::BuildAlbum() {
+QWidget* CDBaseBuilder::BuildAlbum() {
     auto* group = new QGroupBox(Text(33004));
     auto* rows = new QVBoxLayout(group);
     auto* fields = new QFormLayout;
@@ -199,7 +199,7 @@ QWidget* Builder::BuildAlbum() {
     return group;
 }
 
-QLayout* Builder::BuildProgress() {
+QLayout* CDBaseBuilder::BuildProgress() {
     auto* row = new QHBoxLayout;
     form_.lblStatus = Named(new QLabel, "lblStatus");
     form_.lblStatus->setTextFormat(Qt::PlainText);
@@ -220,7 +220,7 @@ QLayout* Builder::BuildProgress() {
     return row;
 }
 
-QLayout* Builder::BuildButtons() {
+QLayout* CDBaseBuilder::BuildButtons() {
     auto* row = new QHBoxLayout;
     form_.cmdSave = Button("cmdSave", Text(33016), "Ctrl-S");
     form_.cmdLoad = Button("cmdLoad", Text(33017), "Ctrl-L");
@@ -237,7 +237,7 @@ QLayout* Builder::BuildButtons() {
 }  // namespace
 
 CDBaseControls BuildCDBase(App& app, QDialog* dialog) {
-    return Builder(app, dialog).Build();
+    return CDBaseBuilder(app, dialog).Build();
 }
 
 }  // namespace zefta
