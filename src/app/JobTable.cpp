@@ -32,7 +32,7 @@ constexpr Job Jobs[] = {
     {6,  "/encode",            false, false, EncodeJob},
     {7,  "/decode",            false, false, DecodeJob},
     {8,  "/makelist",          false, true,  MakePlaylist},
-    {9,  "/setup",             true,  false, nullptr},
+    {9,  "/setup",             true,  false, nullptr, &Windows::RunOptions},
     {10, "/help",              false, false, OpenManual},
     {13, "/agent",             false, false, StartAgent},
     {14, "/compress_audio_cd", true,  false, nullptr, &Windows::RunCompressCD},

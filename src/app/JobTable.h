@@ -16,7 +16,7 @@ struct Job {
     bool needsDisplay;
     /// Tells its steps and changes nothing with "/preview" beside it.
     bool canPreview;
-    /// Null for a job that is a window, and while the program has no worker for the job; it then says so.
+    /// Null for a job that is a window.
     void (*run)(App& app);
     /// The window of a job that is one.
     void (Windows::*show)(App& app) = nullptr;

@@ -30,6 +30,9 @@ class Windows {
     /// returns when its dialog is closed.
     virtual void RunCompressCD(App& app) = 0;
 
+    /// The options of the program; returns when their dialog is closed.
+    virtual void RunOptions(App& app) = 0;
+
     /// Counts down and powers the machine off, for a job that was asked to; returns when the person has
     /// cancelled or the system was asked.
     virtual void RunPowerOffCountdown(App& app) = 0;

@@ -14,14 +14,14 @@ constexpr std::string_view QualityBox = "chkEncodeOggQmode";
 /// In the place of the quality.
 constexpr std::string_view QualityPlace = "<Q>";
 
-struct Row {
+struct VerbRow {
     const char* fileClass;
     const char* checkBox;
     const char* verb;
     const char* parameters;
 };
 
-constexpr Row Rows[] = {
+constexpr VerbRow VerbRows[] = {
     // clang-format off
     {".mp3", "chkFileInfo", "ZEFTA File information", "\"%1\""},
     // Kept: "/sync" is no option, and the job refuses its line with message 1002.
@@ -91,7 +91,7 @@ std::string IdOf(const std::string& verb) {
 std::vector<ShellVerb> ShellVerbTable(int oggQuality) {
     const std::string quality = std::to_string(oggQuality);
     std::vector<ShellVerb> table;
-    for (const Row& row : Rows)
+    for (const VerbRow& row : VerbRows)
         table.push_back({row.fileClass, row.checkBox, ReplaceAll(row.verb, QualityPlace, quality),
                          ReplaceAll(row.parameters, QualityPlace, quality)});
     return table;

@@ -15,6 +15,7 @@
 #include "ui/desktop/OutputPane.h"
 #include "ui/info/ShowFileInformation.h"
 #include "ui/main/MainWindow.h"
+#include "ui/setup/SetupDialog.h"
 
 namespace zefta {
 
@@ -82,6 +83,10 @@ void QtWindows::RunMainWindow(App& app) {
 
 void QtWindows::RunFileInformation(App& app, const std::string& path) {
     ShowFileInformation(app, path, nullptr);
+}
+
+void QtWindows::RunOptions(App& app) {
+    ShowSetup(app, nullptr);
 }
 
 void QtWindows::RunCompressCD(App& app) {

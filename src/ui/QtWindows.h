@@ -17,6 +17,7 @@ class QtWindows : public Windows {
     void RunMainWindow(App& app) override;
     void RunFileInformation(App& app, const std::string& path) override;
     void RunCompressCD(App& app) override;
+    void RunOptions(App& app) override;
     void RunPowerOffCountdown(App& app) override;
 
   private:

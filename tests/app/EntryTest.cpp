@@ -59,10 +59,14 @@ TEST_F(EntryTest, EveryJobOption_ReachesItsRowAndNoneIsSilentlyNothing) {
     }
 }
 
-TEST_F(EntryTest, JobThatIsNotInThisVersion_SaysSo) {
+TEST_F(EntryTest, JobThatIsAWindow_OpensIt) {
     app.TestWorld::machine.hasDisplay = true;
     EXPECT_EQ(Run({"/setup"}), 1);
-    EXPECT_EQ(LastBox(), "/setup is not part of this version.");
+    EXPECT_EQ(LastBox(), "/setup is not part of this build.");
+    FakeWindows windows;
+    app.desktop.boxes.clear();
+    EXPECT_EQ(RunZefta(app, {"/setup"}, output, [&] { return OpenedWindows{&windows, false}; }), 0);
+    EXPECT_EQ(windows.calls, std::vector<std::string>{"options"});
 }
 
 TEST_F(EntryTest, Agent_IsStartedAndTheOneThatRunsClosed) {

@@ -12,6 +12,7 @@
 #include <QPalette>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <clocale>
@@ -38,6 +39,8 @@
 #include "ui/info/OggFileInfo.h"
 #include "ui/list/FolderBrowser.h"
 #include "ui/main/MainWindow.h"
+#include "ui/rename/RenameDialog.h"
+#include "ui/setup/SetupDialog.h"
 #include "wave/WaveFile.h"
 #include "wave/WaveTrim.h"
 
@@ -169,6 +172,27 @@ void TakeDialogs(App& app, const Album& album, const std::string& demo) {
     TakeDialog(about, album, "about");
 }
 
+void TakeOptions(App& app, const Album& album) {
+    const auto desktops = OpenDesktopEntries();
+    SetupDialog options(app, *desktops, nullptr);
+    options.show();
+    auto* tabs = options.findChild<QTabWidget*>("SSTab1");
+    for (int page = 0; page < tabs->count(); ++page) {
+        tabs->setCurrentIndex(page);
+        album.Take(options, "options-" + std::to_string(page + 1));
+    }
+    options.close();
+}
+
+void TakeExtendedRename(App& app, const Album& album, const std::string& demo) {
+    RenameDialog rename(app, {demo, {}}, nullptr);
+    rename.show();
+    // The preview comes a moment later.
+    QTest::qWait(1500);
+    album.Take(rename, "rename");
+    rename.close();
+}
+
 /// Takes one picture of the progress dialog in the midst of the work.
 class PictureDesktop : public WindowDesktop {
   public:
@@ -232,6 +256,8 @@ void TakeAll(const std::string& demo, const Album& album) {
     app.state.CurrentFolder = demo;
     TakeMainWindow(app, album);
     TakeDialogs(app, album, demo);
+    TakeOptions(app, album);
+    TakeExtendedRename(app, album, demo);
     TakeProgress(app, desktop, demo);
 }
 

@@ -20,6 +20,7 @@ class FakeWindows : public Windows {
         calls.push_back("information " + path);
     }
     void RunCompressCD(App& app) override { calls.push_back("audio CD " + app.state.FileSpec); }
+    void RunOptions(App&) override { calls.push_back("options"); }
     void RunPowerOffCountdown(App&) override { calls.push_back("countdown"); }
 };
 

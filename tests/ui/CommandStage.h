@@ -154,6 +154,16 @@ class CommandStage : public ::testing::Test {
         QApplication::processEvents();
     }
 
+    /// The dialog that the next step opens is left by its Escape key.
+    void CancelNextDialog() {
+        QTimer::singleShot(0, window.get(), [this] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (dialog == nullptr) return;
+            cancelledDialog = FromQt(dialog->objectName());
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        });
+    }
+
     void AnswerYes(std::size_t times = 1) { app.desktop.answers.assign(times, true); }
     std::string Message(std::int32_t id, const std::string& p1 = {}) {
         return app.messages.GetMessage(id, p1);
@@ -174,6 +184,7 @@ class CommandStage : public ::testing::Test {
     WaveFile wave{app};
     TempFolder temporary;
     std::unique_ptr<MainWindow> window;
+    std::string cancelledDialog;
 };
 
 }  // namespace zefta::test

@@ -24,6 +24,7 @@ TEST_F(MainMenuTest, Captions_FollowTheLanguage) {
     Open();
     app.state.ExternalLanguageFile = app.folder / "x.lng";
     app.state.EnableExternalLanguage = true;
+    CancelNextDialog();
     ClickItem("mnuToolsOptions");
     EXPECT_EQ(FromQt(Menu("mnuFile").title()), "&Akte");
     EXPECT_EQ(FromQt(Button("Refresh").toolTip()), "Neu (F5)");
@@ -71,6 +72,7 @@ TEST_F(MainMenuTest, Options_LoadCaptionsAndModesAgain) {
     Open();
     app.state.EnableLAME128 = false;
     app.state.CustomOGGPreset[0] = {"Mine", "-q 3"};
+    CancelNextDialog();
     Key(Qt::Key_F12);
     EXPECT_FALSE(Item("mnuWAVeEncode_128").isVisible());
     EXPECT_EQ(TextOf("mnuWAVeEncodeOgg_31"), "Mine");

@@ -6,7 +6,7 @@ zefta=$1
 work=$(mktemp -d)
 music=$work/music
 mkdir -m 700 "$work/runtime" "$music"
-export XDG_CONFIG_HOME=$work/config XDG_CONFIG_DIRS=$work/config XDG_RUNTIME_DIR=$work/runtime HOME=$work
+export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config XDG_CONFIG_DIRS=$work/config XDG_RUNTIME_DIR=$work/runtime HOME=$work
 export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_QPA_PLATFORMTHEME= DBUS_SESSION_BUS_ADDRESS=unix:path=$work/no-bus
 unset WAYLAND_DISPLAY
 
@@ -76,6 +76,23 @@ key Return
 wait_for "the new title" tag_is "$music/renamed.mp3" title "New Title"
 tag_is "$music/renamed.mp3" artist "Old Artist" || fail "the artist was not kept"
 window "^Kestrin Zeftaworks"
+
+# The extended rename by its first rule: the other files of the folder have no tags.
+key ctrl+r
+window "extended rename"
+key alt+1
+key Return
+wait_for "the name by its tags" test -f "$music/Old Artist - New Title.MP3"
+window "^Kestrin Zeftaworks [0-9]"
+
+# The options: the second page, its first box, OK.
+key F12
+window "options"
+key ctrl+Tab Tab
+key space
+key Return
+wait_for "the entry of the context menus" test -s "$XDG_DATA_HOME/file-manager/actions/zefta-file-information.desktop"
+window "^Kestrin Zeftaworks [0-9]"
 
 # The menu key opens the commands of a WAV file: the first mode of its MP3 modes is 128 kbps.
 key End

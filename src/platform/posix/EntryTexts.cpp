@@ -92,8 +92,8 @@ std::string ExecWord(std::string_view text) {
 }
 
 /// The command line with each argument written by `word` and the file by what the form has for it.
-std::string Command(const std::string& commandLine, std::string (*word)(std::string_view),
-                    std::string_view file) {
+std::string CommandFor(const std::string& commandLine, std::string (*word)(std::string_view),
+                       std::string_view file) {
     std::string command;
     for (const CommandArgument& argument : SplitCommandLine(commandLine)) {
         if (!command.empty()) command += ' ';
@@ -137,7 +137,7 @@ std::string FreedesktopAction(const MenuEntry& entry) {
     return "[Desktop Entry]\n" + Line("Type", "Action") + Line("Name", entry.caption) +
            Line("Icon", IconName) + Line("Profiles", "run;") + "\n[X-Action-Profile run]\n" +
            Line("MimeTypes", ClassOf(entry).types) +
-           Line("Exec", Command(entry.commandLine, ShellWordWithPercents, "%f"));
+           Line("Exec", CommandFor(entry.commandLine, ShellWordWithPercents, "%f"));
 }
 
 std::string ServiceMenu(const MenuEntry& entry) {
@@ -146,12 +146,12 @@ std::string ServiceMenu(const MenuEntry& entry) {
            Line("X-KDE-ServiceTypes", "KonqPopupMenu/Plugin") + Line("MimeType", ClassOf(entry).types) +
            Line("Actions", "run;") + Line("X-KDE-Submenu", "ZEFTA") + "\n[Desktop Action run]\n" +
            Line("Name", entry.caption) + Line("Icon", IconName) +
-           Line("Exec", Command(entry.commandLine, ExecWord, "%f"));
+           Line("Exec", CommandFor(entry.commandLine, ExecWord, "%f"));
 }
 
 std::string NemoAction(const MenuEntry& entry) {
     return "[Nemo Action]\n" + Line("Active", "true") + Line("Name", DoublePercents(entry.caption)) +
-           Line("Exec", Command(entry.commandLine, ShellWordWithPercents, "%F")) +
+           Line("Exec", CommandFor(entry.commandLine, ShellWordWithPercents, "%F")) +
            Line("Icon-Name", IconName) + Line("Selection", "s") +
            Line("Extensions", ClassOf(entry).nemoExtensions) + Line("Quote", "double");
 }
@@ -160,8 +160,8 @@ std::string NautilusScript(const MenuEntry& entry) {
     // Names of the folder at hand come without it.
     return "#!/bin/sh\n" + std::string(ScriptMark) + "\nfor file in \"$@\"; do\n    " +
            "case \"$file\" in /*) ;; *) file=\"$PWD/$file\" ;; esac\n    " +
-           std::string(ClassOf(entry).test) + "\n    " + Command(entry.commandLine, ShellWord, "\"$file\"") +
-           "\ndone\n";
+           std::string(ClassOf(entry).test) + "\n    " +
+           CommandFor(entry.commandLine, ShellWord, "\"$file\"") + "\ndone\n";
 }
 
 bool IsNautilusScript(std::string_view text) {
@@ -172,7 +172,7 @@ std::string ThunarAction(const MenuEntry& entry) {
     const bool isForFolders = entry.fileClass == "Folder";
     return "<action>\n" + Element("icon", IconName) + Element("name", entry.caption) +
            Element("submenu", "ZEFTA") + Element("unique-id", entry.id) +
-           Element("command", Command(entry.commandLine, ShellWordWithPercents, "%f")) +
+           Element("command", CommandFor(entry.commandLine, ShellWordWithPercents, "%f")) +
            Element("description", "") + Element("range", "") +
            Element("patterns", ClassOf(entry).thunarPatterns) +
            (isForFolders ? "\t<directories/>\n" : "\t<audio-files/>\n\t<other-files/>\n") + "</action>\n";
@@ -180,7 +180,7 @@ std::string ThunarAction(const MenuEntry& entry) {
 
 std::string AutostartEntry(const std::string& name, const std::string& commandLine) {
     return "[Desktop Entry]\n" + Line("Type", "Application") + Line("Name", name) + Line("Icon", IconName) +
-           Line("Exec", Command(commandLine, ExecWord, {})) + Line("Terminal", "false") +
+           Line("Exec", CommandFor(commandLine, ExecWord, {})) + Line("Terminal", "false") +
            Line("X-GNOME-Autostart-enabled", "true");
 }
 

@@ -5,6 +5,7 @@
 #include "core/Boxes.h"
 #include "library/CopyPlaylist.h"
 #include "library/Playlist.h"
+#include "library/RenameForm.h"
 #include "library/SelectionFiles.h"
 #include "platform/Paths.h"
 #include "ui/QtText.h"
@@ -12,6 +13,7 @@
 #include "ui/list/StatusPanels.h"
 #include "ui/main/MainCommands.h"
 #include "ui/main/MainMenu.h"
+#include "ui/rename/RenameDialog.h"
 
 namespace zefta {
 
@@ -54,6 +56,20 @@ void MainCommands::OnRenameAll(int rule) {
 void MainCommands::OnRenameByAllPlaylists(int rule) {
     WorkAndReload(
         [&] { return RenameByAllPlaylists(app_, browser_.Folder(), static_cast<std::int16_t>(rule)); });
+}
+
+void MainCommands::OnExtendedRename(int) {
+    const auto files = NamesOf(CurrentSelection(), {RowIcon::Compressed, RowIcon::Wave, RowIcon::Playlist});
+    WorkAndReload([&] {
+        RenameDialog dialog(app_, {browser_.Folder(), files}, &window_);
+        if (dialog.exec() != QDialog::Accepted) return true;
+        const auto renamed = [&](const std::string& oldName, const std::string& newName) {
+            browser_.RefillRow(oldName, newName);
+            browser_.SetRowSelected(newName, false);
+        };
+        CheckRuntimeError(app_, [&] { RunRenameForm(app_, dialog.Form(), renamed); });
+        return true;
+    });
 }
 
 void MainCommands::OnRenameByPlaylist(int rule) {

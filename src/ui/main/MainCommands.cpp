@@ -19,6 +19,7 @@
 #include "ui/main/MainMenu.h"
 #include "ui/main/MainToolBar.h"
 #include "ui/main/RowState.h"
+#include "ui/setup/SetupDialog.h"
 
 namespace zefta {
 
@@ -68,7 +69,7 @@ const MainCommands::Row MainCommands::Handlers[] = {
     {Command::AppendFolder, &MainCommands::OnAppendFolder},
     {Command::RenameAll, &MainCommands::OnRenameAll},
     {Command::RenameByAllPlaylists, &MainCommands::OnRenameByAllPlaylists},
-    {Command::ExtendedRename, &MainCommands::OnPlannedDialog},
+    {Command::ExtendedRename, &MainCommands::OnExtendedRename},
     {Command::ChangeTags, &MainCommands::OnPlannedDialog},
     {Command::ChangeTagsEx, &MainCommands::OnPlannedDialog},
     {Command::Options, &MainCommands::OnOptions},
@@ -251,8 +252,8 @@ void MainCommands::OnPlannedDialog(int) {
     ShowWarning(app_, FromQt(OwnText(app_, WindowText::NotInThisVersion)));
 }
 
-void MainCommands::OnOptions(int index) {
-    OnPlannedDialog(index);
+void MainCommands::OnOptions(int) {
+    ShowSetup(app_, &window_);
     menu_.LoadCaptions();
     toolBar_.LoadCaptions();
 }

@@ -89,6 +89,7 @@ class MainCommands : public QObject {
     void OnAppendFolder(int);
     void OnRenameAll(int rule);
     void OnRenameByAllPlaylists(int rule);
+    void OnExtendedRename(int);
     void OnOptions(int);
     void OnSysTray(int);
     void OnHelpContents(int);
