@@ -102,13 +102,14 @@ void AddPath(SetupBinding& binding, QGridLayout* grid, const PathRow& row) {
     grid->addWidget(button, place, 2);
 }
 
-void AddLabelled(QGridLayout* grid, const QString& text, QWidget* control) {
+/// `columns`: how many the control takes.
+void AddLabelled(QGridLayout* grid, const QString& text, QWidget* control, int columns) {
     auto* label = new QLabel(text);
     label->setBuddy(control);
     control->setAccessibleName(text);
     const int place = grid->rowCount();
     grid->addWidget(label, place, 0);
-    grid->addWidget(control, place, 1, 1, 2);
+    grid->addWidget(control, place, 1, 1, columns);
 }
 
 QComboBox* MakePriorityBox(SetupBinding& binding) {
@@ -150,10 +151,10 @@ QLayout* MakeProgramPart(SetupBinding& binding) {
         binding.Check("chkPropertiesOnDblClick", binding.Text(33720), options.FilePropertiesOnDblClick),
         binding.Check("chkShowExternalProcessWindows", binding.Text(33733), options.ShowExecuteWindows)};
     for (QCheckBox* box : boxes) grid->addWidget(box, grid->rowCount(), 0, 1, 3);
-    AddLabelled(grid, binding.Text(33706), MakePriorityBox(binding));
+    AddLabelled(grid, binding.Text(33706), MakePriorityBox(binding), 2);
     AddPath(binding, grid, StartupFolderRow);
     AddPath(binding, grid, LanguageFileRow);
-    AddLabelled(grid, binding.Text(33719), MakeTemplateBox(binding));
+    AddLabelled(grid, binding.Text(33719), MakeTemplateBox(binding), 2);
     grid->setColumnStretch(1, 1);
     return grid;
 }
@@ -173,9 +174,9 @@ QLayout* MakeNormalizing(SetupBinding& binding) {
     grid->addWidget(normalize, 0, 0);
     grid->addWidget(level, 0, 1);
     AddLabelled(grid, binding.Text(33728),
-                MakeLevel(binding, "udcNRBelow", "txtNRBelow", options.NormalizeBelow));
+                MakeLevel(binding, "udcNRBelow", "txtNRBelow", options.NormalizeBelow), 1);
     AddLabelled(grid, binding.Text(33729),
-                MakeLevel(binding, "udcNRAbove", "txtNRAbove", options.NormalizeAbove));
+                MakeLevel(binding, "udcNRAbove", "txtNRAbove", options.NormalizeAbove), 1);
     grid->addWidget(
         binding.Check("chkNormalizeSeparately", binding.Text(33731), options.Saved.NormalizeSeparately),
         grid->rowCount(), 0, 1, 3);
