@@ -29,8 +29,8 @@ std::string CannotCreate(const TestApp& app, const std::string& name) {
 
 TEST(SplitFile, AnyOffset_DividesAllBytes) {
     const std::string bytes = Audio(2 * PartBlock + 100);
-    for (const std::size_t offset : {std::size_t{1}, PartBlock - 1, PartBlock, PartBlock + 1,
-                                     2 * PartBlock, bytes.size() - 1, bytes.size()}) {
+    for (const std::size_t offset : {std::size_t{1}, PartBlock - 1, PartBlock, PartBlock + 1, 2 * PartBlock,
+                                     bytes.size() - 1, bytes.size()}) {
         TestApp app;
         app.folder.Write("a.mp3", bytes);
         SplitFile(app, "a.mp3", static_cast<std::int32_t>(offset));

@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include "core/BlockCopy.h"
 #include "support/ExpectRuntimeError.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
-#include "core/BlockCopy.h"
 #include "wave/WaveFile.h"
 
 namespace zefta::test {

@@ -40,7 +40,7 @@ void CutCell(std::string& text) {
     text.resize(CutToBytes(text, MostBytes).size());
 }
 
-Colour ToColour(const QColor& colour) {
+Colour ColourFrom(const QColor& colour) {
     return {static_cast<std::uint8_t>(colour.red()), static_cast<std::uint8_t>(colour.green()),
             static_cast<std::uint8_t>(colour.blue())};
 }
@@ -184,7 +184,7 @@ QVariant FileListModel::CellColour(int row, ListColumn column) const {
         one.content ? one.content->colours : ColoursOf(one.entry, {}, {}, currentYear_);
     const auto told = ColourOfCell(colours, column);
     if (!told) return {};
-    const Colour shown = ReadableOn(ToColour(background_), *told);
+    const Colour shown = ReadableOn(ColourFrom(background_), *told);
     return QColor(shown.Red, shown.Green, shown.Blue);
 }
 
