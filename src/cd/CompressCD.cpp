@@ -108,7 +108,9 @@ void Compression::CompressTrack(std::size_t number) {
     const std::string wavePath = JoinPath(source_, TrackWaveName(number));
     const std::string output = Encode(number, wavePath);
     if (!output.empty()) TagAndList(number, output);
-    if (job_.DeleteAfterCompress && app_.files.FileExists(wavePath))
+    // Of a track whose encoder the person had ended there is nothing else.
+    const bool mayBeUnfinished = output.empty() && app_.desktop.IsCancelled();
+    if (job_.DeleteAfterCompress && !mayBeUnfinished && app_.files.FileExists(wavePath))
         app_.files.DeleteFile(wavePath, Force::No);
 }
 

@@ -46,31 +46,40 @@ void TakeNameOrOneBeside(FileSystem& files, const std::string& fresh, const std:
 
 /// The decoder names its output "a.wav" and writes over what it finds there, also when it fails: a file of
 /// the person's is set aside for the run. What stands there afterwards is the decoder's.
-void DecodeOggFile(App& app, const std::string& path) {
+bool DecodeOggFile(App& app, const std::string& path) {
     const std::string output = OggDecoderOutput(path);
     SetAside former(app.files);
     former.Take(output);
-    RunTool(app, OggDecodeCommand(path));
+    const bool isWhole = RunTool(app, OggDecodeCommand(path));
+    if (!isWhole) DropIfThere(app.files, output);
     // An extension in other letters keeps the decoder's name for its output, unless that is the person's.
     const bool takesName = path.ends_with(".ogg") || former.IsAway();
     if (takesName && app.files.FileExists(output)) TakeNameOrOneBeside(app.files, output, DecodedPath(path));
     former.PutBack();
+    return isWhole;
+}
+
+/// The other decoders write over a file of the name of their output, which is theirs then.
+bool DecodeByName(App& app, const std::string& path) {
+    const std::string former = app.files.ContentStamp(DecodedPath(path));
+    const bool isWhole = RunTool(app, DecodeCommand(app.state, path));
+    if (!isWhole && app.files.ContentStamp(DecodedPath(path)) != former)
+        DropIfThere(app.files, DecodedPath(path));
+    return isWhole;
 }
 
 }  // namespace
 
-void DecodeFile(App& app, const std::string& path) {
+bool DecodeFile(App& app, const std::string& path) {
     AppState& state = app.state;
     state.UseOggVorbis = MatchesMask(path, "*.ogg");
     state.UseMPEGplus = MatchesMask(path, "*.mpc") || MatchesMask(path, "*.mp+");
-    if (state.UseOggVorbis) {
-        DecodeOggFile(app, path);
-    } else {
-        RunTool(app, DecodeCommand(state, path));
-    }
+    const bool isWhole = state.UseOggVorbis ? DecodeOggFile(app, path) : DecodeByName(app, path);
+    if (!isWhole) return false;
     // Normalising follows the setting here and not what the command line made of it.
     if (state.TrimSilence && !IsEmptyFile(app.files, DecodedPath(path)))
         RunTrimChild(app, DecodedPath(path), state.Saved.Normalize);
+    return true;
 }
 
 void DecodeJob(App& app) {

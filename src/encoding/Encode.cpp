@@ -6,6 +6,7 @@
 #include "core/Strings.h"
 #include "encoding/EncodedOutput.h"
 #include "encoding/ReEncode.h"
+#include "encoding/SetAside.h"
 #include "encoding/ToolRuns.h"
 #include "platform/Paths.h"
 
@@ -46,20 +47,22 @@ void EncodeOneFile(App& app, ChosenEncoder chosen, const std::string& folder, co
 
 }  // namespace
 
-void EncodeFile(App& app, EncodeSource source) {
-    if (!HasOutputName(source.name)) return;
+bool EncodeFile(App& app, EncodeSource source) {
+    if (!HasOutputName(source.name)) return true;
     const std::string doubledSeparator(2, PathSeparator);
     source.path = ReplaceAll(source.path, doubledSeparator, std::string(1, PathSeparator));
     if (app.state.TrimSilence) RunTrimChild(app, source.path, app.state.Normalize);
-    RunTool(app, EncodeCommand(app.state, source));
+    return RunTool(app, EncodeCommand(app.state, source));
 }
 
 std::string EncodeAnew(App& app, const EncodeSource& source) {
     std::string output = EncodedOutputPath(app.state, source.destination, source.name);
     const std::string former = app.files.ContentStamp(output);
-    EncodeFile(app, source);
+    const bool isWhole = EncodeFile(app, source);
     // An old file of that name that the encoder did not touch is no output: its tags are somebody's work.
-    if (!HasEncodedOutput(app, output) || app.files.ContentStamp(output) == former) return {};
+    const bool isTouched = app.files.ContentStamp(output) != former;
+    if (!isWhole && isTouched) DropIfThere(app.files, output);
+    if (!isWhole || !isTouched || !HasEncodedOutput(app, output)) return {};
     return output;
 }
 

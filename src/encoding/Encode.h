@@ -8,12 +8,14 @@
 namespace zefta {
 
 /// Trims the WAV file by a child of the program when the state says so, then runs the encoder that the state
-/// selects, and returns when it has ended. Whether it worked shows only in the output file. A name without
-/// ".wav" is passed over: its output would bear the name of its source.
-void EncodeFile(App& app, EncodeSource source);
+/// selects, and returns when it has ended. Whether it worked shows only in the output file; but false when
+/// the person had the encoder ended, and that file is half-made. A name without ".wav" is passed over: its
+/// output would bear the name of its source.
+bool EncodeFile(App& app, EncodeSource source);
 
 /// The same into the folder of the source's destination. The path of what came out; "" when there is no
-/// output, also when an old file of that name is there.
+/// output, also when an old file of that name is there, and when the person had the encoder ended: what it
+/// had made is deleted then.
 std::string EncodeAnew(App& app, const EncodeSource& source);
 
 /// The same for a WAV file and its own folder.

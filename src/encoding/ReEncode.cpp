@@ -28,6 +28,9 @@ namespace {
 
 constexpr auto FileNotFound = "File not found!";
 
+/// The person had the encoder ended.
+struct EncoderWasEnded {};
+
 /// One file on its way.
 struct Work {
     std::string path;
@@ -80,18 +83,14 @@ Work Prepare(App& app, const std::string& path, bool toOggVorbis, bool toMPEGplu
 // Decoding.
 
 /// The decoded file is always trimmed, whatever the settings say; the encoder does not trim again, and
-/// nothing else in this run does.
-void DecodeTrimmed(App& app, const std::string& path) {
+/// nothing else in this run does. False when the person had the decoder ended.
+bool DecodeTrimmed(App& app, const std::string& path) {
     struct Switch {
         bool& trimSilence;
         ~Switch() { trimSilence = false; }
     } guard{app.state.TrimSilence};
     app.state.TrimSilence = true;
-    DecodeFile(app, path);
-}
-
-void DropIfThere(FileSystem& files, const std::string& path) {
-    if (files.FileExists(path)) files.DeleteFile(path, Force::Yes);
+    return DecodeFile(app, path);
 }
 
 /// A decoder that fails may leave an empty file.
@@ -173,7 +172,10 @@ std::optional<StreamExtent> Encode(App& app, const Work& work) {
     app.state.UseMPEGplus = work.toMPEGplus;
     if (work.target == TargetKind::OggVorbis) FillTagValues(app.state, work.source);
     const FolderOfRun current(app.files, work.names.folder);
-    EncodeFile(app, {TemporaryWaveName, work.names.temporaryWave, work.names.folder});
+    if (!EncodeFile(app, {TemporaryWaveName, work.names.temporaryWave, work.names.folder})) {
+        DropIfThere(app.files, work.names.temporaryOutput);
+        throw EncoderWasEnded();
+    }
     return CheckOutput(app, work.names.temporaryOutput);
 }
 
@@ -261,6 +263,8 @@ void EncodeDecoded(App& app, const Work& work, SetAside& formerDecoded) {
     formerDecoded.PutBack();
     try {
         EncodeAndTransfer(app, work, formerOutput);
+    } catch (const EncoderWasEnded&) {
+        DropIfThere(files, work.names.temporaryWave);
     } catch (const RuntimeError&) {
         MakeWay(files, formerWave, work.names.temporaryWave);
         MakeWay(files, formerOutput, work.names.temporaryOutput);
@@ -275,14 +279,14 @@ void ReEncodeFile(App& app, const std::string& path, bool toOggVorbis, bool toMP
     const Work work = Prepare(app, path, toOggVorbis, toMPEGplus);
     SetAside formerDecoded(app.files);
     formerDecoded.Take(work.names.decoded);
-    DecodeTrimmed(app, path);
-    if (IsDecoded(app.files, work.names.decoded)) {
+    const bool isWhole = DecodeTrimmed(app, path);
+    if (isWhole && IsDecoded(app.files, work.names.decoded)) {
         EncodeDecoded(app, work, formerDecoded);
         return;
     }
     DropIfThere(app.files, work.names.decoded);
     formerDecoded.PutBack();
-    TellNothingWasDecoded(app, work);
+    if (isWhole) TellNothingWasDecoded(app, work);
 }
 
 }  // namespace zefta

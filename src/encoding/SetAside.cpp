@@ -18,6 +18,10 @@ std::string FreePathBeside(const FileSystem& files, const std::string& path, con
     }
 }
 
+void DropIfThere(FileSystem& files, const std::string& path) {
+    if (files.FileExists(path)) files.DeleteFile(path, Force::Yes);
+}
+
 SetAside::~SetAside() {
     try {
         PutBack();

@@ -10,6 +10,9 @@ namespace zefta {
 /// on.
 std::string FreePathBeside(const FileSystem& files, const std::string& path, const std::string& label);
 
+/// Deletes a file of ours that nobody is to find, read-only or not.
+void DropIfThere(FileSystem& files, const std::string& path);
+
 /// Keeps a file safe from a tool that writes over its name. While it is away it bears a name that a person
 /// finds and plays, "a (set aside).wav", so that nothing is lost when the program is killed.
 class SetAside {

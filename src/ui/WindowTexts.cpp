@@ -125,6 +125,11 @@ constexpr std::array Rows = {
     Row{WindowText::RenameLines, "lines that change:", "изменится строк:"},
     Row{WindowText::RenameSummary, "Get a new name: %1. Keep theirs: %2.", "Получат новое имя: %1. Останутся: %2."},
     Row{WindowText::RenameWouldEnd, "The work would end there:", "Работа на этом завершится:"},
+    Row{WindowText::EndTool, "End the program", "Прервать программу"},
+    Row{WindowText::EndToolTip, "Ends the encoder or decoder that is at work (Esc)", "Прервать работающий кодировщик или декодер (Esc)"},
+    Row{WindowText::EndToolQuestion, "End the encoder or decoder that is at work?\n\nWhat it has made of the file at hand is deleted; the source stays.", "Прервать работающий кодировщик или декодер?\n\nТо, что он успел сделать из текущего файла, будет удалено; исходный файл останется."},
+    Row{WindowText::InfoChanged, "Another program has changed the tags of this file since they were shown here.\n\nWrite over its changes?", "Другая программа изменила теги этого файла после того, как они были показаны здесь.\n\nЗаписать поверх её изменений?"},
+    Row{WindowText::BoxCancelRest, "&Cancel the rest", "О&тменить остальное"},
     // clang-format on
 };
 

@@ -122,6 +122,11 @@ enum class WindowText : std::uint8_t {
     RenameLines,
     RenameSummary,
     RenameWouldEnd,
+    EndTool,
+    EndToolTip,
+    EndToolQuestion,
+    InfoChanged,
+    BoxCancelRest,
     Count,
 };
 

@@ -196,6 +196,15 @@ TEST_F(CompressCDTest, EncoderThatFails_LeavesNoLineAndTheWaveFileGoesAllTheSame
     EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
+TEST_F(CompressCDTest, EncoderThatThePersonHadEnded_TheWaveFileStays) {
+    AddTracks({"One / a", "Two / b"});
+    failing = "Track01";
+    job.DeleteAfterCompress = true;
+    app.desktop.asksToCancel = [this] { return !app.processes.runs.empty(); };
+    EXPECT_FALSE(Run());
+    EXPECT_EQ(FilesOf("in"), (Texts{"Track01.WAV", "Track02.WAV"}));
+}
+
 TEST_F(CompressCDTest, WaveFiles_StayUnlessTheyAreToGo) {
     AddTracks({"One / a"});
     Run();

@@ -96,7 +96,9 @@ void RecordingProcesses::RunProgram(const std::string& commandLine, bool showWin
     runs.push_back({commandLine, showWindow, priorityClass});
     if (watch != nullptr && showWindow) watch->ToolStarts(commandLine);
     if (tool) tool(runs.back());
-    if (watch != nullptr) watch->ToolRuns();
+    if (watch == nullptr) return;
+    watch->ToolRuns();
+    if (watch->WantsToolEnded()) end = {ToolEnd::Way::Ended, 0};
 }
 
 void RecordingProcesses::StartProgram(const std::string& commandLine) {

@@ -102,11 +102,15 @@ class RecordingProcesses : public Processes {
     bool canStartPrograms = true;
     ToolWatch* watch = nullptr;
     std::string ownPath = "/opt/zefta/zefta";
+    /// What LastToolEnd tells; a run changes it only when the watch wants the tool ended.
+    ToolEnd end;
 
-    /// The watch is told that a shown tool starts, and once that it runs, behind what `tool` does.
+    /// The watch is told that a shown tool starts, and once that it runs, behind what `tool` does. It may
+    /// want the tool ended then.
     void RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) override;
     void StartProgram(const std::string& commandLine) override;
     void FollowTools(ToolWatch* follower) override { watch = follower; }
+    ToolEnd LastToolEnd() const override { return end; }
     std::string OwnPath() const override { return ownPath; }
 };
 

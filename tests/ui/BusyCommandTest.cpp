@@ -113,5 +113,70 @@ TEST_F(BusyWindow, ClosingTheWindow_EndsBehindTheFileAtHandAndCloses) {
     EXPECT_FALSE(window->isVisible());
 }
 
+/// The desktop of the tests is not the one that asks the window about tools.
+class BusyWithTool : public BusyWindow {
+  protected:
+    QPushButton& CancelButton() { return *window->findChild<QPushButton*>("cmdCancelBatch"); }
+    void Click() { QTest::mouseClick(&CancelButton(), Qt::LeftButton); }
+};
+
+TEST_F(BusyWithTool, SecondCancel_AsksAndHasTheToolEnded) {
+    Open();
+    const QString caption = CancelButton().text();
+    app.processes.tool = [&](const RecordingProcesses::Run&) {
+        EXPECT_FALSE(window->WantsToolEnded());
+        EXPECT_EQ(CancelButton().text(), caption);
+        Click();
+        EXPECT_FALSE(CancelButton().isEnabled());
+        EXPECT_FALSE(window->WantsToolEnded());
+        EXPECT_TRUE(CancelButton().isEnabled());
+        EXPECT_NE(CancelButton().text(), caption);
+        app.desktop.answers = {false};
+        Click();
+        EXPECT_TRUE(app.desktop.questions.back().noIsDefault);
+        EXPECT_FALSE(window->WantsToolEnded());
+        app.desktop.answers = {true};
+        Click();
+        EXPECT_TRUE(window->WantsToolEnded());
+        EXPECT_FALSE(CancelButton().isEnabled());
+    };
+    EncodeAll();
+    EXPECT_EQ(app.processes.runs.size(), 1U);
+    EXPECT_EQ(app.desktop.questions.size(), 3U);
+    EXPECT_EQ(CancelButton().text(), caption);
+}
+
+TEST_F(BusyWithTool, NextRun_BeginsAnew) {
+    Open();
+    app.processes.tool = [&](const RecordingProcesses::Run&) {
+        Click();
+        window->WantsToolEnded();
+        app.desktop.answers = {true};
+        Click();
+    };
+    EncodeAll();
+    app.processes.tool = [&](const RecordingProcesses::Run&) { EXPECT_FALSE(window->WantsToolEnded()); };
+    EncodeAll();
+    EXPECT_EQ(app.processes.runs.size(), 4U);
+}
+
+TEST_F(BusyWithTool, EscapeAndClosing_AskTheSecondTimeToo) {
+    Open();
+    app.processes.tool = [&](const RecordingProcesses::Run&) {
+        Activate();
+        QTest::keyClick(window.get(), Qt::Key_Escape);
+        window->WantsToolEnded();
+        QTest::keyClick(window.get(), Qt::Key_Escape);
+        EXPECT_EQ(app.desktop.questions.size(), 2U);
+        app.desktop.answers = {true};
+        window->close();
+        EXPECT_TRUE(window->WantsToolEnded());
+        EXPECT_TRUE(window->isVisible());
+    };
+    EncodeAll();
+    EXPECT_EQ(app.desktop.questions.size(), 3U);
+    EXPECT_FALSE(window->isVisible());
+}
+
 }  // namespace
 }  // namespace zefta::test

@@ -91,6 +91,33 @@ TEST_F(DesktopBoxesTest, ShowBox_OnlyWarningsAndErrorsAreComplaints) {
     }
 }
 
+TEST_F(DesktopBoxesTest, ShowBox_AmidABatch_OffersToLeaveTheRest) {
+    const std::pair<Qt::Key, bool> keys[] = {{Qt::Key_Return, false}, {Qt::Key_Escape, true}};
+    for (const auto& [key, cancels] : keys) {
+        desktop.ShowBatch(2, 3);
+        const WhenModal answer{std::function([key = key](QMessageBox& box) {
+            EXPECT_EQ(TextOf(box, QMessageBox::Abort), "&Cancel the rest");
+            QTest::keyClick(&box, key);
+        })};
+        desktop.ShowBox(BoxKind::Warning, "text", "caption");
+        EXPECT_EQ(desktop.IsCancelled(), cancels);
+        desktop.ShowBatch(0, 0);
+        EXPECT_FALSE(desktop.IsCancelled());
+    }
+}
+
+TEST_F(DesktopBoxesTest, ShowBox_AtTheLastItemOrInNoBatch_OffersNothingElse) {
+    for (const std::size_t item : {std::size_t{0}, std::size_t{3}}) {
+        desktop.ShowBatch(item, item);
+        const WhenModal answer{std::function([](QMessageBox& box) {
+            EXPECT_EQ(box.buttons().size(), 1);
+            QTest::keyClick(&box, Qt::Key_Escape);
+        })};
+        desktop.ShowBox(BoxKind::Warning, "text", "caption");
+        EXPECT_FALSE(desktop.IsCancelled());
+    }
+}
+
 TEST_F(DesktopBoxesTest, AskQuestion_EveryWayToAnswer) {
     struct Case {
         const char* name;

@@ -3,7 +3,9 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <fcntl.h>
+#include <optional>
 #include <poll.h>
 #include <string_view>
 #include <sys/resource.h>
@@ -18,6 +20,15 @@ namespace {
 
 constexpr int NoDescriptor = -1;
 constexpr std::chrono::milliseconds TickOfWatch{15};
+/// A tool that is to end gets so long to do it by itself.
+constexpr std::chrono::milliseconds TimeToEnd{1000};
+/// The exit status of a child that could not become the program.
+constexpr int NotStarted = 127;
+
+ToolEnd EndOf(int waitStatus) {
+    if (WIFSIGNALED(waitStatus)) return {ToolEnd::Way::Killed, WTERMSIG(waitStatus)};
+    return {ToolEnd::Way::Exited, WEXITSTATUS(waitStatus)};
+}
 
 /// Closes what it holds.
 class Descriptor {
@@ -87,7 +98,7 @@ void LeadStreams(ChildStreams streams, int output) {
     LeadStreams(setup.streams, output);
     if (setup.nice) setpriority(PRIO_PROCESS, 0, *setup.nice);
     execv(setup.program.c_str(), arguments);
-    _exit(127);
+    _exit(NotStarted);
 }
 
 /// What becomes readable when the child ends. NoDescriptor on a system that has no such thing.
@@ -102,19 +113,23 @@ class WatchedChild {
     WatchedChild(pid_t child, Descriptor& output, ToolWatch& watch)
         : child_(child), output_(output), watch_(watch), end_(OpenEndOf(child)) {}
 
-    void Follow() {
+    /// From now on the watch may have it ended.
+    void MayBeEnded() { mayBeEnded_ = true; }
+
+    ToolEnd Follow() {
         while (!HasEnded()) {
             WaitForNews();
             ReadOutput();
             TickWhenDue();
         }
         DrainOutput();
+        return askedToEnd_ ? ToolEnd{ToolEnd::Way::Ended, 0} : EndOf(status_);
     }
 
   private:
     /// Asked of the system, since not every one has a descriptor that tells of an end.
     bool HasEnded() {
-        const pid_t ended = waitpid(child_, nullptr, WNOHANG);
+        const pid_t ended = waitpid(child_, &status_, WNOHANG);
         return ended == child_ || (ended == -1 && errno != EINTR);
     }
 
@@ -148,11 +163,23 @@ class WatchedChild {
         const auto now = std::chrono::steady_clock::now();
         if (now < nextTick_) return;
         watch_.ToolRuns();
+        if (mayBeEnded_ && !askedToEnd_ && watch_.WantsToolEnded()) AskToEnd();
+        if (askedToEnd_ && now - *askedToEnd_ > TimeToEnd) kill(child_, SIGKILL);
         // Counted from before: what the watch does takes its time from the pause.
         nextTick_ = now + TickOfWatch;
     }
 
+    /// It may be stopped, and would not hear of it then.
+    void AskToEnd() {
+        kill(child_, SIGTERM);
+        kill(child_, SIGCONT);
+        askedToEnd_ = std::chrono::steady_clock::now();
+    }
+
     pid_t child_;
+    int status_ = 0;
+    bool mayBeEnded_ = false;
+    std::optional<std::chrono::steady_clock::time_point> askedToEnd_;
     Descriptor& output_;
     ToolWatch& watch_;
     Descriptor end_;
@@ -160,30 +187,29 @@ class WatchedChild {
     std::array<char, 16384> buffer_;
 };
 
-/// Its exit status.
+/// As waitpid tells it.
 int WaitFor(pid_t child) {
     int status = 0;
     while (waitpid(child, &status, 0) == -1 && errno == EINTR) {
     }
-    return WEXITSTATUS(status);
+    return status;
 }
 
 }  // namespace
 
-void RunChild(ChildSetup& setup, ToolWatch* watch) {
+ToolEnd RunChild(ChildSetup& setup, ToolWatch* watch) {
     const std::vector<char*> arguments = ArgumentsFor(setup);
     OutputPipe output;
     if (setup.streams == ChildStreams::Watched && !output.Open()) setup.streams = ChildStreams::None;
     const pid_t child = fork();
     if (child == 0) BecomeChild(setup, arguments.data(), output.writing.Number());
-    if (child < 0) return;
+    if (child < 0) return {ToolEnd::Way::Exited, NotStarted};
     // Ours must not keep the pipe from ending.
     output.writing.Close();
-    if (watch == nullptr) {
-        WaitFor(child);
-    } else {
-        WatchedChild(child, output.reading, *watch).Follow();
-    }
+    if (watch == nullptr) return EndOf(WaitFor(child));
+    WatchedChild watched(child, output.reading, *watch);
+    if (setup.streams != ChildStreams::Ours) watched.MayBeEnded();
+    return watched.Follow();
 }
 
 bool StartDetached(ChildSetup& setup) {

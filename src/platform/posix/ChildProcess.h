@@ -29,9 +29,10 @@ struct ChildSetup {
     std::optional<int> nice = std::nullopt;
 };
 
-/// Runs the program and returns when it has ended. `watch`, if there is one, is told meanwhile; streams to
-/// it need one. A process that the program leaves behind is not waited for.
-void RunChild(ChildSetup& setup, ToolWatch* watch);
+/// Runs the program and returns when it has ended, with how it ended. `watch`, if there is one, is told
+/// meanwhile, and may have any program ended but one with streams of ours; streams to it need one. A process
+/// that the program leaves behind is not waited for.
+ToolEnd RunChild(ChildSetup& setup, ToolWatch* watch);
 
 /// Starts the program in a session of its own and does not wait. False when the system makes no process.
 bool StartDetached(ChildSetup& setup);

@@ -83,7 +83,10 @@ std::string FindProgram(const std::string& program) {
 
 void PosixProcesses::RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) {
     auto child = ChildOf(commandLine);
-    if (!child) return;
+    if (!child) {
+        lastEnd_ = {ToolEnd::Way::Missing, 0};
+        return;
+    }
     child->nice = NiceValue(priorityClass);
     if (child->program == OwnPath()) {
         child->streams = ChildStreams::Ours;
@@ -93,7 +96,7 @@ void PosixProcesses::RunProgram(const std::string& commandLine, bool showWindow,
         child->streams = watch_ != nullptr ? ChildStreams::Watched : ChildStreams::OurOutput;
     }
     if (child->streams == ChildStreams::Watched) watch_->ToolStarts(commandLine);
-    RunChild(*child, watch_);
+    lastEnd_ = RunChild(*child, watch_);
 }
 
 void PosixProcesses::StartProgram(const std::string& commandLine) {

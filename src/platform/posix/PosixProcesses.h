@@ -11,12 +11,14 @@ namespace zefta {
 class PosixProcesses : public Processes {
   public:
     void RunProgram(const std::string& commandLine, bool showWindow, int priorityClass) override;
+    ToolEnd LastToolEnd() const override { return lastEnd_; }
     void StartProgram(const std::string& commandLine) override;
     void FollowTools(ToolWatch* watch) override { watch_ = watch; }
     std::string OwnPath() const override;
 
   private:
     ToolWatch* watch_ = nullptr;
+    ToolEnd lastEnd_;
 };
 
 /// Path of the program on PATH, or as it stands when it holds a separator; "" when there is none.

@@ -16,6 +16,8 @@ class BatchView {
     virtual void ShowBatch(std::size_t item, std::size_t count) = 0;
     /// As Desktop::IsCancelled.
     virtual bool IsCancelled() const = 0;
+    /// As ToolWatch::WantsToolEnded: once the person has cancelled, the tool at hand may be ended too.
+    virtual bool WantsToolEnded() { return false; }
 };
 
 }  // namespace zefta

@@ -143,7 +143,10 @@ void WindowDesktop::ShowBox(BoxKind kind, const std::string& text, const std::st
     QMessageBox box(IconOf(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton, WindowAtHand());
     box.setTextFormat(Qt::PlainText);
     AddButtons(box, language_, {{QMessageBox::Ok, WindowText::BoxOk}});
-    box.exec();
+    if (batchItem_ < batchCount_ && !IsCancelled())
+        AddButtons(box, language_, {{QMessageBox::Abort, WindowText::BoxCancelRest}});
+    box.setDefaultButton(QMessageBox::Ok);
+    if (box.exec() == QMessageBox::Abort) isCancelledAtBox_ = true;
 }
 
 bool WindowDesktop::AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) {
@@ -216,11 +219,14 @@ bool WindowDesktop::PlayPlaylist(const std::string& path, bool append) {
 }
 
 void WindowDesktop::ShowBatch(std::size_t item, std::size_t count) {
+    batchItem_ = item;
+    batchCount_ = count;
+    if (item == 0) isCancelledAtBox_ = false;
     if (batchView_ != nullptr) batchView_->ShowBatch(item, count);
 }
 
 bool WindowDesktop::IsCancelled() const {
-    return (batchView_ != nullptr && batchView_->IsCancelled()) ||
+    return isCancelledAtBox_ || (batchView_ != nullptr && batchView_->IsCancelled()) ||
            std::any_of(progress_.begin(), progress_.end(),
                        [](const ProgressDialogView* view) { return view->IsCancelled(); });
 }

@@ -11,11 +11,11 @@
 #include "core/MessageTable.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
+#include "ui/desktop/BatchView.h"
 #include "ui/desktop/OutputPane.h"
 
 namespace zefta {
 
-class BatchView;
 class ProgressDialogView;
 
 /// Boxes, questions, choosers and progress as windows of the toolkit. Needs a QApplication that lives as
@@ -30,6 +30,7 @@ class WindowDesktop : public Desktop, public ToolWatch {
     /// Where notes and the output of tools are shown; null for nowhere.
     void WriteInto(OutputPane* pane) { pane_ = pane; }
 
+    /// Amid a batch the box offers to leave the rest of it.
     void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
     bool AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) override;
     std::string AskInput(const std::string& prompt, const std::string& title,
@@ -50,6 +51,7 @@ class WindowDesktop : public Desktop, public ToolWatch {
 
     void ToolStarts(const std::string& commandLine) override;
     void ToolRuns() override { ServeEvents(); }
+    bool WantsToolEnded() override { return batchView_ != nullptr && batchView_->WantsToolEnded(); }
     void ToolWrites(std::string_view output) override;
 
   private:
@@ -63,6 +65,11 @@ class WindowDesktop : public Desktop, public ToolWatch {
     std::vector<const ProgressDialogView*> progress_;
     QElapsedTimer sinceServed_;
     bool hasComplained_ = false;
+    /// How far the batch is that runs.
+    std::size_t batchItem_ = 0;
+    std::size_t batchCount_ = 0;
+    /// It was cancelled at a box: each further item might bring another one.
+    bool isCancelledAtBox_ = false;
 };
 
 }  // namespace zefta

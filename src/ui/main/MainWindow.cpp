@@ -8,6 +8,7 @@
 #include <QShortcut>
 
 #include "core/Agent.h"
+#include "core/Boxes.h"
 #include "core/Version.h"
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
@@ -50,9 +51,9 @@ void MainWindow::AddParts() {
 }
 
 void MainWindow::AddCancelButton() {
-    cancelButton_ = new QPushButton(OwnText(app_, WindowText::CancelBatch), this);
+    cancelButton_ = new QPushButton(this);
     cancelButton_->setObjectName("cmdCancelBatch");
-    cancelButton_->setToolTip(OwnText(app_, WindowText::CancelBatchTip));
+    ShowCancelButton(false);
     cancelButton_->hide();
     statusBar()->addPermanentWidget(cancelButton_);
     connect(cancelButton_, &QPushButton::clicked, this, &MainWindow::Cancel);
@@ -62,9 +63,30 @@ void MainWindow::AddCancelButton() {
     connect(escape_, &QShortcut::activated, this, &MainWindow::Cancel);
 }
 
+void MainWindow::ShowCancelButton(bool endsTool) {
+    offersToEndTool_ = endsTool;
+    cancelButton_->setText(OwnText(app_, endsTool ? WindowText::EndTool : WindowText::CancelBatch));
+    cancelButton_->setToolTip(OwnText(app_, endsTool ? WindowText::EndToolTip : WindowText::CancelBatchTip));
+}
+
 void MainWindow::Cancel() {
+    if (offersToEndTool_) return AskToEndTool();
     isCancelled_ = true;
     cancelButton_->setEnabled(false);
+}
+
+void MainWindow::AskToEndTool() {
+    if (!AskYesNo(app_, FromQt(OwnText(app_, WindowText::EndToolQuestion)), FromQt(Caption()), true)) return;
+    endsTool_ = true;
+    cancelButton_->setEnabled(false);
+}
+
+bool MainWindow::WantsToolEnded() {
+    if (isCancelled_ && !offersToEndTool_) {
+        ShowCancelButton(true);
+        cancelButton_->setEnabled(true);
+    }
+    return endsTool_;
 }
 
 void MainWindow::Connect() {
@@ -116,6 +138,8 @@ void MainWindow::SetBusy(bool busy) {
 void MainWindow::OnCommandEnded() {
     SetBusy(false);
     isCancelled_ = false;
+    endsTool_ = false;
+    ShowCancelButton(false);
     cancelButton_->setEnabled(true);
     if (!closesAfterwards_) return;
     closesAfterwards_ = false;
@@ -124,9 +148,9 @@ void MainWindow::OnCommandEnded() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (commands_->IsRunning() && isBusy_) {
-        Cancel();
         closesAfterwards_ = true;
         event->ignore();
+        Cancel();
         return;
     }
     UnloadMainWindow(app_, *this, *browser_);

@@ -18,7 +18,8 @@ class MainToolBar;
 class StatusPanels;
 
 /// frmMain: the list of one folder with its commands. While work on many files runs the title tells how far
-/// it is, nothing else can be started, and cmdCancelBatch ends it behind the file at hand.
+/// it is, nothing else can be started, and cmdCancelBatch ends it behind the file at hand; a second time it
+/// ends the outside tool that is at work on that file.
 class MainWindow : public QMainWindow, public BatchView {
     Q_OBJECT
 
@@ -28,6 +29,8 @@ class MainWindow : public QMainWindow, public BatchView {
 
     void ShowBatch(std::size_t item, std::size_t count) override;
     bool IsCancelled() const override { return isCancelled_; }
+    /// A tool is at hand: who has cancelled and does not want to wait for it may have it ended.
+    bool WantsToolEnded() override;
 
     FolderBrowser& Browser() { return *browser_; }
     MainCommands& Commands() { return *commands_; }
@@ -40,6 +43,8 @@ class MainWindow : public QMainWindow, public BatchView {
     void AddParts();
     void AddCancelButton();
     void Cancel();
+    void ShowCancelButton(bool endsTool);
+    void AskToEndTool();
     void Connect();
     void Load();
     void SetBusy(bool busy);
@@ -57,6 +62,9 @@ class MainWindow : public QMainWindow, public BatchView {
     bool isBusy_ = false;
     bool isCancelled_ = false;
     bool closesAfterwards_ = false;
+    /// The button ends the tool at hand.
+    bool offersToEndTool_ = false;
+    bool endsTool_ = false;
 };
 
 }  // namespace zefta
