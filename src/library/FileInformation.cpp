@@ -1,5 +1,6 @@
 #include "library/FileInformation.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -51,6 +52,9 @@ std::string MeasuresText(const ID3Tag& tag) {
 
 std::string EncoderText(const ID3Tag& tag) {
     std::string text(ShownText(tag.Encoder));
+    // Without a blank between them the encoder's measures follow its name, and are no text.
+    const auto isControl = [](char character) { return static_cast<unsigned char>(character) < ' '; };
+    text.erase(std::find_if(text.begin(), text.end(), isControl), text.end());
     if (!tag.IsMpegPlusFile) return text;
     text += " SV" + std::to_string(tag.MPEGplusExtension.StreamVersion);
     const std::string_view profile = ProfileText(tag.MPEGplusExtension.StreamProfile);

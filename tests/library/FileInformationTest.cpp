@@ -62,6 +62,8 @@ TEST(EncoderText, MP3_IsTheEncoderOfTheRecord) {
     ID3Tag tag;
     tag.Encoder = "LAME3.100";
     EXPECT_EQ(EncoderText(tag), "LAME3.100");
+    tag.Encoder = "LAME3.100\x04\xC3\x8A";
+    EXPECT_EQ(EncoderText(tag), "LAME3.100");
 }
 
 TEST(EncoderText, MPEGplus_TellsVersionAndProfile) {

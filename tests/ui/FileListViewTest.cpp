@@ -62,6 +62,26 @@ TEST_F(FileListMouse, DoubleClick_ActivatesTheRow) {
     EXPECT_EQ(activated, (BrowserRow{RowIcon::Compressed, "b.mp3"}));
 }
 
+TEST_F(FileListMouse, PictureOfASelectedRow_HasTheColourOfItsText) {
+    Click("a.mp3", Qt::LeftButton);
+    QAbstractItemView& view = *browser.View();
+    const QRect row = view.visualRect(view.currentIndex());
+    const QImage picture =
+        view.viewport()->grab(QRect(row.topLeft(), QSize(row.height(), row.height()))).toImage();
+    const auto group = view.isActiveWindow() ? QPalette::Active : QPalette::Inactive;
+    const QColor text = view.palette().color(group, QPalette::HighlightedText);
+    const auto isLikeText = [&](const QColor& colour) {
+        return std::abs(colour.red() - text.red()) + std::abs(colour.green() - text.green()) +
+                   std::abs(colour.blue() - text.blue()) <
+               120;
+    };
+    int ofText = 0;
+    for (int x = 0; x < picture.width(); ++x) {
+        for (int y = 0; y < picture.height(); ++y) ofText += isLikeText(picture.pixelColor(x, y)) ? 1 : 0;
+    }
+    EXPECT_GT(ofText, 10);
+}
+
 TEST_F(FileListMouse, DoubleClickOfAnotherButton_ActivatesNothing) {
     QSignalSpy activations(&browser, &FolderBrowser::RowActivated);
     Click("a.mp3", Qt::LeftButton);

@@ -22,6 +22,7 @@ TEST(KeyTable, IsTheDocumentedOne) {
     };
     const std::pair<std::pair<int, Qt::KeyboardModifiers>, Command> keys[] = {
         {{Qt::Key_Menu, Qt::NoModifier}, Command::PopUpMenu},
+        {{Qt::Key_F10, Qt::ShiftModifier}, Command::PopUpMenu},
         {{Qt::Key_3, Qt::AltModifier}, Command::Properties},
         {{Qt::Key_Return, Qt::ControlModifier}, Command::Properties},
         {{Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier}, Command::Properties},
@@ -38,7 +39,7 @@ TEST(KeyTable, IsTheDocumentedOne) {
         {{Qt::Key_Asterisk, Qt::KeypadModifier}, Command::InvertSelection},
     };
     for (const auto& [key, command] : keys) EXPECT_EQ(commandOf(key.first, key.second), command) << key.first;
-    EXPECT_EQ(KeyTable().size(), 12U);
+    EXPECT_EQ(KeyTable().size(), 13U);
     for (const auto& [key, modifiers] : {std::pair<int, Qt::KeyboardModifiers>{Qt::Key_Down, Qt::NoModifier},
                                          {Qt::Key_Asterisk, Qt::NoModifier},
                                          {Qt::Key_Plus, Qt::NoModifier},

@@ -16,6 +16,7 @@
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
 #include "ui/list/FileListModel.h"
+#include "ui/list/KindDelegate.h"
 
 namespace zefta {
 
@@ -82,6 +83,7 @@ FileListView::FileListView(App& app, FileListModel& model, QWidget* parent)
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setAcceptDrops(true);
     SetUpHeader();
+    setItemDelegateForColumn(static_cast<int>(ListColumn::File), new KindDelegate(this));
     auto* numbers = new NumberDelegate(this);
     for (const ListColumn column : {ListColumn::Size, ListColumn::Bitrate, ListColumn::Time})
         setItemDelegateForColumn(static_cast<int>(column), numbers);

@@ -7,6 +7,8 @@ namespace {
 const KeyRow Keys[] = {
     // clang-format off
     {Qt::Key_Menu, Qt::NoModifier, false, Command::PopUpMenu},
+    // Many keyboards have no menu key.
+    {Qt::Key_F10, Qt::ShiftModifier, false, Command::PopUpMenu},
     {Qt::Key_3, Qt::AltModifier, false, Command::Properties},
     {Qt::Key_Return, Qt::ControlModifier, false, Command::Properties},
     {Qt::Key_Plus, Qt::ControlModifier, true, Command::SelectKind},
