@@ -35,6 +35,8 @@ enum class SaveOutcome : char {
     Open,
     /// Nothing is written: the file's tag holds more than can be carried over, and `mayLose` was not set.
     WouldLose,
+    /// Nothing is written: the tags are no longer those that the person was shown, as `shown` tells.
+    ChangedMeanwhile,
     /// Nothing is written: the file is no whole, sound and single Ogg Vorbis stream.
     Refused,
 };
@@ -43,6 +45,8 @@ enum class SaveOutcome : char {
 struct SaveManner {
     /// What can't be carried over is given up.
     bool mayLose = false;
+    /// What the person was shown. Null when it doesn't matter what the file has come to hold since.
+    const FileInformation* shown = nullptr;
     /// Called ahead of the writers; may stay unset.
     std::function<void()> writing = {};
 };

@@ -7,6 +7,7 @@
 #include "core/Boxes.h"
 #include "core/FileKind.h"
 #include "core/Numbers.h"
+#include "encoding/LeftOut.h"
 #include "library/FileInformation.h"
 #include "platform/RuntimeError.h"
 #include "tags/MP3File.h"
@@ -161,6 +162,24 @@ SaveOutcome WriteByKind(App& app, ID3Tag& tag, bool enableID3v2) {
     return SaveOutcome::Done;
 }
 
+bool ShowSameValues(const ID3Tag& one, const ID3Tag& other) {
+    const auto sameOwn = [&](auto field) { return one.*field == other.*field; };
+    const auto sameExtended = [&](auto field) {
+        return one.ID3v2Extension.*field == other.ID3v2Extension.*field;
+    };
+    return std::all_of(std::begin(OwnFields), std::end(OwnFields), sameOwn) &&
+           std::all_of(std::begin(ExtendedFields), std::end(ExtendedFields), sameExtended) &&
+           one.TrackNumber == other.TrackNumber && one.Genre == other.Genre &&
+           one.OggVorbisExtension.DateTime == other.OggVorbisExtension.DateTime &&
+           ExtendedComments(one) == ExtendedComments(other);
+}
+
+/// Another program, or another window, may have saved the same file. One that is gone has nothing to lose.
+bool HasChangedSince(const App& app, const std::string& path, const ID3Tag& tag,
+                     const FileInformation* shown) {
+    return shown != nullptr && app.files.FileExists(path) && !ShowSameValues(tag, shown->Tag);
+}
+
 bool GivesUpID3v2(const ID3Tag& tag, const FileInformation& information) {
     return IsMP3File(tag.Path) && !information.EnableID3v2;
 }
@@ -169,6 +188,7 @@ SaveOutcome Save(App& app, const std::string& path, const FileInformation& infor
                  const SaveManner& manner) {
     ID3Tag tag = ReadForSaving(app, path);
     if (tag.ReadInPart && !manner.mayLose && !GivesUpID3v2(tag, information)) return SaveOutcome::WouldLose;
+    if (HasChangedSince(app, path, tag, manner.shown)) return SaveOutcome::ChangedMeanwhile;
     PutInformation(tag, information);
     if (!MayWrite(app, tag)) return SaveOutcome::Open;
     if (manner.writing) manner.writing();

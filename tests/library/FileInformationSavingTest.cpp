@@ -242,6 +242,26 @@ TEST_F(FileInformationSavingTest, MP3_WorksOnTheFileAsItIsNow) {
     EXPECT_NE(after.find(picture), std::string::npos);
 }
 
+TEST_F(FileInformationSavingTest, TagsThatAreNoLongerThoseShown_AreNotTouchedUnlessItDoesNotMatter) {
+    const std::pair<std::string, std::string> files[] = {{"a.mp3", Mp3().Size(1500).Bytes()},
+                                                         {"a.mpc", Mpc7(1000) + Audio(500)},
+                                                         {"a.ogg", Ogg().Comment("artist=Old").Bytes()}};
+    for (const auto& [name, bytes] : files) {
+        const std::string path = app.folder.Write(name, bytes);
+        const FileInformation shown = LoadFileInformation(app, path);
+        FileInformation typed = shown;
+        typed.Tag.Title = "Mine";
+        Edit(name, [](FileInformation& theirs) { theirs.Tag.Artist = "Theirs"; });
+        const std::string theirs = app.folder.Read(name);
+        EXPECT_EQ(SaveFileInformation(app, path, typed, {.shown = &shown}), SaveOutcome::ChangedMeanwhile);
+        EXPECT_EQ(app.folder.Read(name), theirs) << name;
+        EXPECT_EQ(SaveFileInformation(app, path, typed, {}), SaveOutcome::Done);
+        const FileInformation now = LoadFileInformation(app, path);
+        EXPECT_EQ(SaveFileInformation(app, path, typed, {.shown = &now}), SaveOutcome::Done);
+        EXPECT_EQ(now.Tag.Title, "Mine") << name;
+    }
+}
+
 TEST_F(FileInformationSavingTest, ReadOnly_IsAskedAboutAndClearedOnYes) {
     const std::pair<std::string, std::string> files[] = {{"a.mp3", Mp3().Size(1500).Bytes()},
                                                          {"a.mpc", Mpc7(1000) + Audio(500)}};

@@ -353,6 +353,24 @@ TEST_F(FileInfoMP3Test, TagThatCantBeCarriedWhole_IsAskedAbout) {
     EXPECT_TRUE(app.desktop.questions[0].noIsDefault);
 }
 
+TEST_F(FileInfoMP3Test, TagThatAnotherProgramHasChangedMeanwhile_IsAskedAbout) {
+    OpenTagged();
+    FileInformation theirs = Now("a.mp3");
+    theirs.Tag.Album = "Theirs";
+    SaveFileInformation(app, app.folder / "a.mp3", theirs, {});
+    Type("txtTitle", "Mine");
+    app.desktop.answers = {false};
+    Click("OKButton");
+    EXPECT_TRUE(IsOpen());
+    ASSERT_EQ(app.desktop.questions.size(), 1U);
+    EXPECT_TRUE(app.desktop.questions[0].noIsDefault);
+    EXPECT_EQ(Now("a.mp3").Tag.Album, "Theirs");
+    app.desktop.answers = {true};
+    Click("OKButton");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(Now("a.mp3").Tag.Title, "Mine");
+}
+
 TEST_F(FileInfoMP3Test, TrackNumberThatIsNone_IsToldAndLeavesTheDialogOpen) {
     Open("a.mp3", Stream());
     Type("txtTrackNumber", "256");

@@ -203,13 +203,22 @@ void InformationDialog::ShowWriteNote() {
 }
 
 SaveOutcome InformationDialog::Save(const FileInformation& information) {
-    SaveManner manner{.writing = [this] { ShowWriteNote(); }};
-    const SaveOutcome outcome = SaveFileInformation(app_, path_, information, manner);
-    if (outcome != SaveOutcome::WouldLose) return outcome;
-    if (!AskYesNo(app_, FromQt(Own(WindowText::InfoWouldLose)), FromQt(windowTitle()), true))
-        return SaveOutcome::Open;
-    manner.mayLose = true;
-    return SaveFileInformation(app_, path_, information, manner);
+    SaveManner manner{.shown = hasWritten_ ? nullptr : &information_, .writing = [this] {
+                          hasWritten_ = true;
+                          ShowWriteNote();
+                      }};
+    while (true) {
+        const SaveOutcome outcome = SaveFileInformation(app_, path_, information, manner);
+        const bool wouldLose = outcome == SaveOutcome::WouldLose;
+        if (!wouldLose && outcome != SaveOutcome::ChangedMeanwhile) return outcome;
+        const QString question = Own(wouldLose ? WindowText::InfoWouldLose : WindowText::InfoChanged);
+        if (!AskYesNo(app_, FromQt(question), FromQt(windowTitle()), true)) return SaveOutcome::Open;
+        if (wouldLose) {
+            manner.mayLose = true;
+        } else {
+            manner.shown = nullptr;
+        }
+    }
 }
 
 void InformationDialog::OKButton_Click() {

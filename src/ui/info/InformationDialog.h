@@ -88,6 +88,8 @@ class InformationDialog : public QDialog {
     std::string path_;
     std::int32_t kind_;
     FileInformation information_;
+    /// A writer may have failed behind its first tag: what the file holds besides is ours then.
+    bool hasWritten_ = false;
     std::vector<FieldBinding> fields_;
     std::vector<YearGuard*> years_;
     InfoLabel* lblFileInfo_ = nullptr;
