@@ -173,6 +173,9 @@ QGroupBox* RenameDialog::MakePreview() {
     const int rowHeight = table->fontMetrics().lineSpacing() + 4;
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    // Mostly empty: the names have the room until there is something to note about those in sight.
+    table->horizontalHeader()->setSectionResizeMode(RenamePreviewModel::Note, QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setResizeContentsPrecision(0);
     table->setMinimumHeight(rowHeight * RowsInSight / 2);
     lblPreview_ = new QLabel;
     lblPreview_->setObjectName("lblPreview");
