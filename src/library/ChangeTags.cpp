@@ -149,6 +149,11 @@ bool WriteOrNameFile(App& app, const ChangedFile& file, const ID3Tag& before, Re
 
 }  // namespace
 
+bool HasValue(const TagValues& values) {
+    return !(values.Artist.empty() && values.Title.empty() && values.Mix.empty() && values.Album.empty() &&
+             values.Year.empty() && values.Track.empty() && values.Genre.empty());
+}
+
 TagValues ValuesOfOptions(const AppState& state) {
     return {state.OptArtist, state.OptTitle, state.OptMix,   state.OptAlbum,
             state.OptYear,   state.OptTrack, state.OptGenre, state.OptGenreIndex};

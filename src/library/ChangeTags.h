@@ -26,6 +26,9 @@ struct TagValues {
     std::uint8_t GenreIndex = NoGenre;
 };
 
+/// Whether any field is to change.
+bool HasValue(const TagValues& values);
+
 /// What the command line gave.
 TagValues ValuesOfOptions(const AppState& state);
 

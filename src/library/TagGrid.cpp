@@ -100,7 +100,9 @@ void PutRow(ID3Tag& tag, const TagRow& row, const TagDefaults& defaults) {
 
 void WriteRow(App& app, const ChangedFile& file, const TagRow& row, const TagDefaults& defaults) {
     if (!row.IsRead) return;
-    std::optional<ReadFile> read = ReadForChange(app, file);
+    std::optional<ReadFile> read;
+    // A file that can't be made writable must not end the update of the others.
+    CheckRuntimeError(app, [&] { read = ReadForChange(app, file); });
     if (!read) return;
     const ID3Tag before = IsPreview(app) ? read->tag : ID3Tag();
     PutRow(read->tag, row, defaults);
@@ -136,11 +138,6 @@ std::vector<std::string> CompressedOnes(std::span<const std::string> names) {
     std::copy_if(names.begin(), names.end(), std::back_inserter(compressed),
                  [](const std::string& name) { return IsCompressedFile(name); });
     return compressed;
-}
-
-bool IsEmpty(const TagValues& values) {
-    return values.Artist.empty() && values.Title.empty() && values.Mix.empty() && values.Album.empty() &&
-           values.Year.empty() && values.Track.empty() && values.Genre.empty();
 }
 
 }  // namespace
@@ -238,7 +235,7 @@ bool WriteTagRows(App& app, const std::string& folder, std::span<const TagRow> r
 
 bool UpdateTags(App& app, const std::string& folder, std::span<const std::string> names,
                 const TagValues& values, const UpdateEvents& events) {
-    if (IsEmpty(values)) return true;
+    if (!HasValue(values)) return true;
     const std::vector<std::string> files = CompressedOnes(names);
     Update update(app, events, files.size());
     for (const std::string& name : files) {

@@ -57,7 +57,6 @@ constexpr std::array Rows = {
     Row{WindowText::ToolBar, "Tools", "Инструменты"},
     Row{WindowText::CancelBatch, "Cancel", "Отмена"},
     Row{WindowText::CancelBatchTip, "Ends behind the file at hand (Esc)", "Завершить после текущего файла (Esc)"},
-    Row{WindowText::NotInThisVersion, "This is not part of this version.", "Этого в данной версии нет."},
     Row{WindowText::NoPlayer, "No program could be started that plays it.", "Не удалось запустить программу для воспроизведения."},
     Row{WindowText::NoNotificationArea, "The desktop has no notification area. The agent runs without its icon there.", "На рабочем столе нет области уведомлений. Агент работает без значка."},
     Row{WindowText::PowerOffRefused, "The computer could not be powered off.", "Не удалось выключить компьютер."},
@@ -130,6 +129,18 @@ constexpr std::array Rows = {
     Row{WindowText::EndToolQuestion, "End the encoder or decoder that is at work?\n\nWhat it has made of the file at hand is deleted; the source stays.", "Прервать работающий кодировщик или декодер?\n\nТо, что он успел сделать из текущего файла, будет удалено; исходный файл останется."},
     Row{WindowText::InfoChanged, "Another program has changed the tags of this file since they were shown here.\n\nWrite over its changes?", "Другая программа изменила теги этого файла после того, как они были показаны здесь.\n\nЗаписать поверх её изменений?"},
     Row{WindowText::BoxCancelRest, "&Cancel the rest", "О&тменить остальное"},
+    Row{WindowText::GridUndo, "&Undo", "&Отменить"},
+    Row{WindowText::GridRedo, "&Redo", "&Вернуть"},
+    Row{WindowText::GridCut, "Cu&t", "В&ырезать"},
+    Row{WindowText::GridCopy, "&Copy", "&Копировать"},
+    Row{WindowText::GridPaste, "&Paste", "В&ставить"},
+    Row{WindowText::GridClear, "C&lear", "О&чистить"},
+    Row{WindowText::GridKeys, "Typing, F2 or a double click edits; Enter goes down, Tab to the next cell, Ctrl+Tab out of the table", "Ввод текста, F2 или двойной щелчок - правка; Enter - вниз, Tab - к следующей ячейке, Ctrl+Tab - выйти из таблицы"},
+    Row{WindowText::GridCell, "Text of the cell", "Текст ячейки"},
+    Row{WindowText::TagsGrid, "Tags of the files", "Теги файлов"},
+    Row{WindowText::TagsGenreRule, "Choose a genre of the list, or none", "Выберите жанр из списка или оставьте поле пустым"},
+    Row{WindowText::TagsDiscard, "The table has changes that were not written.\n\nClose all the same?", "В таблице есть незаписанные изменения.\n\nВсё равно закрыть?"},
+    Row{WindowText::TagsGenreTip, "A genre of the list; empty for none", "Жанр из списка; пусто - без жанра"},
     // clang-format on
 };
 

@@ -53,7 +53,6 @@ enum class WindowText : std::uint8_t {
     ToolBar,
     CancelBatch,
     CancelBatchTip,
-    NotInThisVersion,
     NoPlayer,
     NoNotificationArea,
     PowerOffRefused,
@@ -127,6 +126,19 @@ enum class WindowText : std::uint8_t {
     EndToolQuestion,
     InfoChanged,
     BoxCancelRest,
+    // Grids of tags.
+    GridUndo,
+    GridRedo,
+    GridCut,
+    GridCopy,
+    GridPaste,
+    GridClear,
+    GridKeys,
+    GridCell,
+    TagsGrid,
+    TagsGenreRule,
+    TagsDiscard,
+    TagsGenreTip,
     Count,
 };
 

@@ -22,7 +22,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-TagRow Row(std::array<std::string, TagColumnCount> cells) {
+TagRow EncodingRow(std::array<std::string, TagColumnCount> cells) {
     return {cells};
 }
 
@@ -75,8 +75,8 @@ class AdvancedEncoding : public ::testing::Test {
 TEST(EncodingRows, AreNumberedFromOne) {
     const std::vector<TagRow> rows = RowsToEncode(Texts{"b.wav", "a.WAV"});
     ASSERT_EQ(rows.size(), 2U);
-    EXPECT_EQ(rows[0].Cells, Row({"b.wav", "1", "", "", "", "", ""}).Cells);
-    EXPECT_EQ(rows[1].Cells, Row({"a.WAV", "2", "", "", "", "", ""}).Cells);
+    EXPECT_EQ(rows[0].Cells, EncodingRow({"b.wav", "1", "", "", "", "", ""}).Cells);
+    EXPECT_EQ(rows[1].Cells, EncodingRow({"a.WAV", "2", "", "", "", "", ""}).Cells);
 }
 
 TEST(EncodingBoxes, FollowTrimmingNormalisingAndTheMode) {
@@ -107,12 +107,13 @@ TEST(EncodingBoxes, FollowTrimmingNormalisingAndTheMode) {
 }
 
 TEST_F(AdvancedEncoding, RetrieveTags_FieldsFoundEmpty_LeaveRoomForTheDefaults) {
-    TagRow row = Row({"Song.wav", "4", "old", "old", "old", "old", " "});
+    TagRow row = EncodingRow({"Song.wav", "4", "old", "old", "old", "old", " "});
     RetrieveTagsToEncode(app, app.folder.Path(), 13, row);
-    EXPECT_EQ(row.Cells, Row({"Song.wav", "4", "", "Song", "", "old", " "}).Cells);
-    row = Row({"02 - Song (Live).wav", "1", "a", "", "", "l", ""});
+    EXPECT_EQ(row.Cells, EncodingRow({"Song.wav", "4", "", "Song", "", "old", " "}).Cells);
+    row = EncodingRow({"02 - Song (Live).wav", "1", "a", "", "", "l", ""});
     RetrieveTagsToEncode(app, "/music/Band/Record", 8, row);
-    EXPECT_EQ(row.Cells, Row({"02 - Song (Live).wav", "02", "Band", "Song", "Live", "Record", ""}).Cells);
+    EXPECT_EQ(row.Cells,
+              EncodingRow({"02 - Song (Live).wav", "02", "Band", "Song", "Live", "Record", ""}).Cells);
 }
 
 // Command lines.
@@ -122,7 +123,7 @@ TEST_F(AdvancedEncoding, Lame_TrimsNormalisesAndReducesAsChecked) {
     choice.Checked = {.TrimSilence = true, .ReduceLevel = true, .Normalize = true};
     app.state.ShowExecuteWindows = false;
     app.state.PriorityClass = IdlePriority;
-    EXPECT_TRUE(Encode({Row({"a.wav", "1", "", "", "", "", ""})}));
+    EXPECT_TRUE(Encode({EncodingRow({"a.wav", "1", "", "", "", "", ""})}));
     const std::string path = app.folder / "a.wav";
     ASSERT_EQ(app.processes.runs.size(), 2U);
     EXPECT_EQ(Command(0), "\"/opt/zefta/zefta.exe\" /wavetrim \"" + path +
@@ -153,7 +154,7 @@ TEST_F(AdvancedEncoding, EachMode_HasItsCommand) {
         app.processes.runs.clear();
         app.state.UseOggVorbis = app.state.UseMPEGplus = app.state.UseVBR = true;
         choice.Mode = mode;
-        Encode({Row({"a.wav", "1", "", "", "", "", ""})});
+        Encode({EncodingRow({"a.wav", "1", "", "", "", "", ""})});
         ASSERT_EQ(app.processes.runs.size(), 1U) << mode;
         EXPECT_EQ(Command(), command) << mode;
         EXPECT_EQ(app.state.CompressCD_Bitrate, mode);
@@ -164,7 +165,7 @@ TEST_F(AdvancedEncoding, NoMode_EncodesAt320) {
     MakeWave("a.wav");
     choice.Mode = std::nullopt;
     choice.Checked = {.TrimSilence = false};
-    Encode({Row({"a.wav", "1", "", "", "", "", ""})});
+    Encode({EncodingRow({"a.wav", "1", "", "", "", "", ""})});
     EXPECT_TRUE(Command().starts_with("lame.exe -m s -q0 -b 320 ")) << Command();
     EXPECT_EQ(Stored("CompressCD_Bitrate"), "320");
 }
@@ -200,7 +201,7 @@ TEST_F(AdvancedEncoding, Switches_AreThoseOfTheBoxes_AndReduceLevelGoesBack) {
 TEST_F(AdvancedEncoding, Mp3_GetsBothTagsOfItsRow) {
     MakeWave("a.wav");
     choice.Defaults = {.Artist = "Default", .Album = "Default Album", .Year = "1984", .Genre = 17};
-    EXPECT_TRUE(Encode({Row({"a.wav", "07", "Artist", "Title", "Mix", "", ""})}));
+    EXPECT_TRUE(Encode({EncodingRow({"a.wav", "07", "Artist", "Title", "Mix", "", ""})}));
     const ID3Tag tag = wave.GetMP3FileInfo(app.folder / "a.mp3");
     EXPECT_EQ(tag.Artist, "Artist");
     EXPECT_EQ(tag.Title, "Title");
@@ -223,7 +224,7 @@ TEST_F(AdvancedEncoding, Mp3_GetsBothTagsOfItsRow) {
 TEST_F(AdvancedEncoding, EmptyTitle_StaysEmpty_AndABlankKeepsTheDefaultAway) {
     MakeWave("a.wav");
     choice.Defaults = {.Artist = "Default"};
-    Encode({Row({"a.wav", "Intro", " ", "", "", "", ""})});
+    Encode({EncodingRow({"a.wav", "Intro", " ", "", "", "", ""})});
     const ID3Tag tag = wave.GetMP3FileInfo(app.folder / "a.mp3");
     EXPECT_EQ(tag.Title, "");
     EXPECT_EQ(tag.ID3v2Extension.TrackTitle, "");
@@ -236,7 +237,7 @@ TEST_F(AdvancedEncoding, EmptyTitle_StaysEmpty_AndABlankKeepsTheDefaultAway) {
 
 TEST_F(AdvancedEncoding, TrackAboveAByte_StandsInID3v2Alone) {
     MakeWave("a.wav");
-    Encode({Row({"a.wav", "1001", "", "T", "", "", ""})});
+    Encode({EncodingRow({"a.wav", "1001", "", "T", "", "", ""})});
     const ID3Tag tag = wave.GetMP3FileInfo(app.folder / "a.mp3");
     EXPECT_EQ(tag.TrackNumber, 0);
     EXPECT_EQ(tag.ID3v2Extension.TrackNumber, "1001");
@@ -247,7 +248,7 @@ TEST_F(AdvancedEncoding, OggVorbisAndMPEGplus_HaveTheMixBehindTheTitle) {
     MakeWave("a.wav");
     for (const std::int32_t mode : {2015, 3003}) {
         choice.Mode = mode;
-        Encode({Row({"a.wav", "3", "Artist", "Title", "Mix", "Album", "2001"})});
+        Encode({EncodingRow({"a.wav", "3", "Artist", "Title", "Mix", "Album", "2001"})});
     }
     EXPECT_NE(app.folder.Read("a.ogg").find("Title (Mix)"), std::string::npos);
     EXPECT_NE(app.folder.Read("a.mpc").find("Title (Mix)"), std::string::npos);
@@ -255,17 +256,17 @@ TEST_F(AdvancedEncoding, OggVorbisAndMPEGplus_HaveTheMixBehindTheTitle) {
     const ID3Tag mpc = wave.GetMPEGplusFileInfo(app.folder / "a.mpc");
     for (const ID3Tag& tag : {ogg, mpc}) {
         EXPECT_EQ(RowOfRecord("", tag).Cells,
-                  Row({"", "3", "Artist", "Title", "Mix", "Album", "2001"}).Cells);
+                  EncodingRow({"", "3", "Artist", "Title", "Mix", "Album", "2001"}).Cells);
         EXPECT_EQ(tag.ID3v2Extension.EncodedBy, "Kestrin Zeftaworks " + VersionText());
     }
-    Encode({Row({"a.wav", "3", "", "Title", "", "", ""})});
+    Encode({EncodingRow({"a.wav", "3", "", "Title", "", "", ""})});
     EXPECT_EQ(app.folder.Read("a.mpc").find("Title ("), std::string::npos);
 }
 
 TEST_F(AdvancedEncoding, Options_OfTheRunAreThoseOfTheRow) {
     MakeWave("a.wav");
     choice.Defaults = {.Year = "1984", .Genre = 3};
-    Encode({Row({"a.wav", "3", "Artist", "Title", "Mix", "Album", ""})});
+    Encode({EncodingRow({"a.wav", "3", "Artist", "Title", "Mix", "Album", ""})});
     EXPECT_EQ(app.state.OptTrack, "3");
     EXPECT_EQ(app.state.OptArtist, "Artist");
     EXPECT_EQ(app.state.OptTitle, "Title");

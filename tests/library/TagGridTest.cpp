@@ -5,6 +5,7 @@
 #include "library/TagGrid.h"
 #include "support/ApeBuilder.h"
 #include "support/ExpectRuntimeError.h"
+#include "support/FaultInjectingFileSystem.h"
 #include "support/Mp3Builder.h"
 #include "support/MpcBuilder.h"
 #include "support/OggBuilder.h"
@@ -312,6 +313,30 @@ TEST_F(TagGridTest, Cancel_EndsBehindTheFileAtHand) {
     app.desktop.cancelsFromItem = 1;
     EXPECT_FALSE(UpdateTags(app, app.folder.Path(), names, {.Artist = "Desktop "}, events));
     EXPECT_EQ(ReadMp3("a.mp3").Artist, "Massive");
+}
+
+/// A disk on which nothing can be made writable.
+class LockedFileSystem : public FaultInjectingFileSystem {
+  public:
+    using FaultInjectingFileSystem::FaultInjectingFileSystem;
+    void SetReadOnly(const std::string&, bool) override { throw RuntimeError(ErrorNumber::PermissionDenied); }
+};
+
+TEST(TagGridFailures, FileThatCanNotBeMadeWritable_IsToldAndTheNextFollows) {
+    PosixFileSystem real;
+    LockedFileSystem locked(real);
+    TestApp app(&locked);
+    WaveFile wave(app);
+    app.defaultWaveFile = &wave;
+    for (const char* name : {"a.mp3", "b.mp3"}) app.folder.Write(name, Mp3().Size(3000).Bytes());
+    real.SetReadOnly(app.folder / "a.mp3", true);
+    app.desktop.answers = {true};
+    const std::vector<TagRow> rows = {RowWith({"a.mp3", "", "New", "", "", "", ""}),
+                                      RowWith({"b.mp3", "", "New", "", "", "", ""})};
+    EXPECT_TRUE(WriteTagRows(app, app.folder.Path(), rows, {}, {}));
+    EXPECT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_EQ(wave.GetMP3FileInfo(app.folder / "a.mp3").Artist, "");
+    EXPECT_EQ(wave.GetMP3FileInfo(app.folder / "b.mp3").Artist, "New");
 }
 
 TEST_F(TagGridTest, FilesToUpdate_NoneSelected_AsksForAll) {

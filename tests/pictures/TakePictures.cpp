@@ -33,6 +33,8 @@
 #include "ui/desktop/AboutDialog.h"
 #include "ui/desktop/ExitWindowsDialog.h"
 #include "ui/desktop/WindowDesktop.h"
+#include "ui/encode/EncodeDialog.h"
+#include "ui/grid/GridView.h"
 #include "ui/info/MP3FileInfo.h"
 #include "ui/info/MPEGplusFileInfo.h"
 #include "ui/info/OggEditTag.h"
@@ -41,6 +43,8 @@
 #include "ui/main/MainWindow.h"
 #include "ui/rename/RenameDialog.h"
 #include "ui/setup/SetupDialog.h"
+#include "ui/tags/ChangeTagsDialog.h"
+#include "ui/tags/ChangeTagsExDialog.h"
 #include "wave/WaveFile.h"
 #include "wave/WaveTrim.h"
 
@@ -193,6 +197,28 @@ void TakeExtendedRename(App& app, const Album& album, const std::string& demo) {
     rename.close();
 }
 
+/// The dialogs over a grid of tags, with a cell that is being edited.
+void TakeGrids(App& app, const Album& album, const std::string& demo) {
+    const std::vector<std::string> songs = {"01 Morning Train.MP3", "02 Paper Boats.MP3",
+                                            "05 Harbour Lights.ogg", "06 Long Way Down.mpc"};
+    const auto edit = [](QDialog& dialog) {
+        auto& grid = *dialog.findChild<GridView*>("flxFiles");
+        dialog.show();
+        grid.SelectCell(0, 3);
+        QTest::keyClick(&grid, Qt::Key_F2);
+    };
+    ChangeTagsDialog massive(
+        app, {demo, songs, songs}, [](const std::string&) {}, nullptr);
+    TakeDialog(massive, album, "change-tags");
+    ChangeTagsExDialog advanced(
+        app, demo, *LoadTagRows(app, demo, songs), [](const std::string&) {}, nullptr);
+    edit(advanced);
+    TakeDialog(advanced, album, "change-tags-ex");
+    EncodeDialog encode(app, demo, {"Field recording.wav", "Band - Song (Live).wav"}, {}, nullptr);
+    edit(encode);
+    TakeDialog(encode, album, "encode");
+}
+
 /// Takes one picture of the progress dialog in the midst of the work.
 class PictureDesktop : public WindowDesktop {
   public:
@@ -258,6 +284,7 @@ void TakeAll(const std::string& demo, const Album& album) {
     TakeDialogs(app, album, demo);
     TakeOptions(app, album);
     TakeExtendedRename(app, album, demo);
+    TakeGrids(app, album, demo);
     TakeProgress(app, desktop, demo);
 }
 

@@ -467,14 +467,6 @@ TEST_F(MainCommandsTest, About_IsADialog) {
     EXPECT_EQ(dialog, "frmAbout");
 }
 
-TEST_F(MainCommandsTest, DialogsToCome_AreTold) {
-    Make("b.wav");
-    Open();
-    ClickRow("b.wav");
-    for (const auto key : {Qt::Key_E, Qt::Key_U, Qt::Key_I}) Key(key, Qt::ControlModifier);
-    EXPECT_EQ(app.desktop.boxes.size(), 3U);
-}
-
 TEST_F(MainCommandsTest, EveryCommandOfTheTables_HasAHandler) {
     Make("e.lqt");
     Open();

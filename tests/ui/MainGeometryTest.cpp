@@ -1,5 +1,6 @@
 #include "core/History.h"
 #include "ui/ListStage.h"
+#include "ui/WindowGeometry.h"
 #include "ui/list/MainGeometry.h"
 
 namespace zefta::test {
@@ -16,7 +17,7 @@ class Geometry : public ListStage {
 };
 
 TEST_F(Geometry, EmptyStore_GivesTheStandardPlace) {
-    EXPECT_EQ(LoadGeometry(app.userSettings), (WindowGeometry{QRect(67, 67, 667, 533), false}));
+    EXPECT_EQ(LoadGeometry(app.userSettings, "Main"), (WindowGeometry{QRect(67, 67, 667, 533), false}));
 }
 
 TEST_F(Geometry, StoredValues_AreFifteenToAPixel) {
@@ -25,33 +26,33 @@ TEST_F(Geometry, StoredValues_AreFifteenToAPixel) {
     Store("MainWidth", "9000");
     Store("MainHeight", "6000");
     Store("MainWindowState", "2");
-    EXPECT_EQ(LoadGeometry(app.userSettings), (WindowGeometry{QRect(-10, 20, 600, 400), true}));
+    EXPECT_EQ(LoadGeometry(app.userSettings, "Main"), (WindowGeometry{QRect(-10, 20, 600, 400), true}));
 }
 
 TEST_F(Geometry, SizesBelowTheSmallest_OnlyCountTogether) {
     Store("MainWidth", "4999");
     Store("MainHeight", "4999");
-    EXPECT_EQ(LoadGeometry(app.userSettings).place.size(), QSize(667, 533));
+    EXPECT_EQ(LoadGeometry(app.userSettings, "Main").place.size(), QSize(667, 533));
     Store("MainHeight", "5000");
-    EXPECT_EQ(LoadGeometry(app.userSettings).place.size(), QSize(333, 333));
+    EXPECT_EQ(LoadGeometry(app.userSettings, "Main").place.size(), QSize(333, 333));
 }
 
 TEST_F(Geometry, NonsenseInTheStore_DoesNoHarm) {
     for (const char* value : {"abc", "", "-1e300", "inf"}) {
         for (const char* key : {"MainLeft", "MainTop", "MainWidth", "MainHeight", "MainWindowState"})
             Store(key, value);
-        EXPECT_EQ(LoadGeometry(app.userSettings).place.size(), QSize(667, 533)) << value;
-        EXPECT_FALSE(LoadGeometry(app.userSettings).isMaximised);
+        EXPECT_EQ(LoadGeometry(app.userSettings, "Main").place.size(), QSize(667, 533)) << value;
+        EXPECT_FALSE(LoadGeometry(app.userSettings, "Main").isMaximised);
     }
     Store("MainWidth", "99999999999999999999");
-    EXPECT_EQ(LoadGeometry(app.userSettings).place.width(), 66667);
+    EXPECT_EQ(LoadGeometry(app.userSettings, "Main").place.width(), 66667);
 }
 
 TEST_F(Geometry, SavingAndLoading_AgreeInEveryPixel) {
     for (int size = 334; size < 700; ++size) {
         const WindowGeometry geometry = {QRect(size - 400, size, size, size + 1), size % 2 == 0};
-        SaveGeometry(app.userSettings, geometry);
-        EXPECT_EQ(LoadGeometry(app.userSettings), geometry);
+        SaveGeometry(app.userSettings, "Main", geometry);
+        EXPECT_EQ(LoadGeometry(app.userSettings, "Main"), geometry);
     }
     EXPECT_EQ(Stored("MainWidth"), std::to_string(699 * 15));
     EXPECT_EQ(Stored("MainWindowState"), "0");

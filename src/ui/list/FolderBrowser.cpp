@@ -200,6 +200,12 @@ BrowserRow FolderBrowser::RowAt(int row) const {
     return {model_->IconAt(row), model_->EntryAt(row).name};
 }
 
+std::vector<BrowserRow> FolderBrowser::Rows() const {
+    std::vector<BrowserRow> rows;
+    for (int row = 0; row < model_->rowCount(); ++row) rows.push_back(RowAt(row));
+    return rows;
+}
+
 std::vector<BrowserRow> FolderBrowser::SelectedRows() const {
     std::vector<int> rows;
     for (const QItemSelectionRange& range : view_->selectionModel()->selection()) {

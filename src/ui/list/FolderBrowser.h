@@ -56,7 +56,8 @@ class FolderBrowser : public QWidget {
     void GoUp();
     bool CanGoUp() const;
 
-    /// In the order of the list.
+    /// In the order of the list, all of them and those that are selected.
+    std::vector<BrowserRow> Rows() const;
     std::vector<BrowserRow> SelectedRows() const;
     /// The row of the keyboard, selected or not.
     std::optional<BrowserRow> FocusedRow() const;

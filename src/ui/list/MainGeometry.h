@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QRect>
 #include <QWidget>
 
 #include "core/App.h"
@@ -8,23 +7,6 @@
 namespace zefta {
 
 class FolderBrowser;
-
-/// Place and size of a window in logical pixels, as the settings keep them.
-struct WindowGeometry {
-    QRect place;
-    bool isMaximised = false;
-
-    bool operator==(const WindowGeometry&) const = default;
-};
-
-/// Reads MainLeft, MainTop, MainWidth, MainHeight and MainWindowState of the user's store. A size that is too
-/// small to be meant, or no number, gives the size of a first start.
-WindowGeometry LoadGeometry(const SettingsStore& store);
-/// Writes them in one step.
-void SaveGeometry(SettingsStore& store, const WindowGeometry& geometry);
-
-/// The place, moved and cut as far as is needed for the window to be reached on one of the screens.
-QRect OnScreens(const QRect& place, const QList<QRect>& screens);
 
 /// The window takes its stored place, the path box its stored folders, and the list shows the folder that
 /// the state names.

@@ -11,8 +11,6 @@
 #include "core/FileKind.h"
 #include "platform/CommandText.h"
 #include "platform/Paths.h"
-#include "ui/QtText.h"
-#include "ui/WindowTexts.h"
 #include "ui/desktop/AboutDialog.h"
 #include "ui/info/ShowFileInformation.h"
 #include "ui/list/StatusPanels.h"
@@ -54,7 +52,7 @@ const MainCommands::Row MainCommands::Handlers[] = {
     {Command::Encode, &MainCommands::OnEncode},
     {Command::EncodeOgg, &MainCommands::OnEncodeOgg},
     {Command::EncodeMPEGplus, &MainCommands::OnEncodeMPEGplus},
-    {Command::AdvancedEncoding, &MainCommands::OnPlannedDialog},
+    {Command::AdvancedEncoding, &MainCommands::OnAdvancedEncoding},
     {Command::ReEncodeMP3, &MainCommands::OnReEncodeMP3},
     {Command::ReEncodeOgg, &MainCommands::OnReEncodeOgg},
     {Command::ReEncodeMPEGplus, &MainCommands::OnReEncodeMPEGplus},
@@ -70,8 +68,8 @@ const MainCommands::Row MainCommands::Handlers[] = {
     {Command::RenameAll, &MainCommands::OnRenameAll},
     {Command::RenameByAllPlaylists, &MainCommands::OnRenameByAllPlaylists},
     {Command::ExtendedRename, &MainCommands::OnExtendedRename},
-    {Command::ChangeTags, &MainCommands::OnPlannedDialog},
-    {Command::ChangeTagsEx, &MainCommands::OnPlannedDialog},
+    {Command::ChangeTags, &MainCommands::OnChangeTags},
+    {Command::ChangeTagsEx, &MainCommands::OnChangeTagsEx},
     {Command::Options, &MainCommands::OnOptions},
     {Command::SysTray, &MainCommands::OnSysTray},
     {Command::HelpContents, &MainCommands::OnHelpContents},
@@ -246,10 +244,6 @@ void MainCommands::OnSysTray(int) {
     QAction& item = *menu_.Item("mnuToolsSysTray");
     if (!item.isChecked()) return CloseAgent(app_);
     if (CheckRuntimeError(app_, [&] { StartAgent(app_); })) item.setChecked(false);
-}
-
-void MainCommands::OnPlannedDialog(int) {
-    ShowWarning(app_, FromQt(OwnText(app_, WindowText::NotInThisVersion)));
 }
 
 void MainCommands::OnOptions(int) {

@@ -75,6 +75,9 @@ class MainCommands : public QObject {
     void OnEncode(int code);
     void OnEncodeOgg(int mode);
     void OnEncodeMPEGplus(int mode);
+    void OnAdvancedEncoding(int);
+    void OnChangeTags(int);
+    void OnChangeTagsEx(int);
     void OnReEncodeMP3(int code);
     void OnReEncodeOgg(int mode);
     void OnReEncodeMPEGplus(int mode);
@@ -103,7 +106,6 @@ class MainCommands : public QObject {
     void OnDeselectKind(int);
     void OnInvertSelection(int);
     void OnFocusDrives(int);
-    void OnPlannedDialog(int);
 
     Selection CurrentSelection() const;
     std::string PathOf(const std::string& name) const;

@@ -1,0 +1,122 @@
+#include "ui/tags/BatchDialog.h"
+
+#include <QApplication>
+
+#include "core/Boxes.h"
+#include "core/Version.h"
+#include "ui/QtText.h"
+#include "ui/WindowTexts.h"
+
+namespace zefta {
+
+namespace {
+
+/// The hourglass, for as long as this lives.
+class WaitCursor {
+  public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+}  // namespace
+
+BatchDialog::BatchDialog(App& app, const char* name, QWidget* parent)
+    : QDialog(parent), app_(app), controls_(new QWidget(this)) {
+    setObjectName(name);
+    setModal(true);
+}
+
+QString BatchDialog::Text(std::int32_t message) const {
+    return ToQt(app_.messages.GetMessage(message));
+}
+
+void BatchDialog::SetTitle(std::int32_t message) {
+    setWindowTitle(ToQt(ApplicationTitle()) + " - " + Text(message));
+}
+
+void BatchDialog::Arrange(QLayout* controls, std::int32_t okText, std::int32_t cancelText) {
+    auto* whole = new QVBoxLayout(this);
+    controls->setContentsMargins(0, 0, 0, 0);
+    controls_->setLayout(controls);
+    whole->addWidget(controls_, 1);
+    AddButtons(whole, okText, cancelText);
+    stb_ = new QStatusBar;
+    stb_->setObjectName("stb");
+    stb_->setSizeGripEnabled(false);
+    whole->addWidget(stb_);
+}
+
+void BatchDialog::AddButtons(QBoxLayout* whole, std::int32_t okText, std::int32_t cancelText) {
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    const auto add = [&](const char* name, const QString& text) {
+        auto* button = new QPushButton(text);
+        button->setObjectName(name);
+        row->addWidget(button);
+        return button;
+    };
+    okButton_ = add("OKButton", Text(okText));
+    cancelButton_ = add("CancelButton", Text(cancelText));
+    cancelBatch_ = add("cmdCancelBatch", OwnText(app_, WindowText::CancelBatch));
+    cancelBatch_->setToolTip(OwnText(app_, WindowText::CancelBatchTip));
+    // The Enter key that began the work must not end it.
+    cancelBatch_->setAutoDefault(false);
+    cancelBatch_->hide();
+    whole->addLayout(row);
+    okButton_->setDefault(true);
+    connect(okButton_, &QPushButton::clicked, this, [this] { OKButton_Click(); });
+    connect(cancelButton_, &QPushButton::clicked, this, &BatchDialog::CancelButton_Click);
+    connect(cancelBatch_, &QPushButton::clicked, this, &BatchDialog::CancelBatch);
+}
+
+void BatchDialog::CancelButton_Click() {
+    done(Rejected);
+}
+
+void BatchDialog::reject() {
+    if (isWorking_) {
+        CancelBatch();
+        return;
+    }
+    const auto mayClose = [this] {
+        return AskYesNo(app_, FromQt(OwnText(app_, WindowText::TagsDiscard)), FromQt(windowTitle()), true);
+    };
+    if (!HasUnsaved() || mayClose()) QDialog::reject();
+}
+
+void BatchDialog::CancelBatch() {
+    isCancelled_ = true;
+    cancelBatch_->setEnabled(false);
+}
+
+void BatchDialog::SetWorking(bool working) {
+    isWorking_ = working;
+    if (working) focusBefore_ = focusWidget();
+    controls_->setEnabled(!working);
+    okButton_->setEnabled(!working);
+    cancelButton_->setEnabled(!working);
+    cancelButton_->setVisible(!working);
+    cancelBatch_->setEnabled(working);
+    cancelBatch_->setVisible(working);
+    if (!working && focusBefore_) focusBefore_->setFocus();
+}
+
+bool BatchDialog::Work(const std::function<void()>& work) {
+    isCancelled_ = false;
+    SetWorking(true);
+    const bool hasFailed = [&] {
+        const WaitCursor hourglass;
+        return CheckRuntimeError(app_, work);
+    }();
+    SetWorking(false);
+    ShowStatus({});
+    return !hasFailed;
+}
+
+void BatchDialog::ShowStatus(const QString& text) {
+    stb_->showMessage(text);
+}
+
+}  // namespace zefta

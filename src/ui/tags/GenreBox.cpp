@@ -1,0 +1,64 @@
+#include "ui/tags/GenreBox.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QToolTip>
+
+#include "core/GenreTable.h"
+#include "ui/QtText.h"
+#include "ui/WindowTexts.h"
+#include "ui/info/Genres.h"
+
+namespace zefta {
+
+namespace {
+
+/// Characters of most genres.
+constexpr int UsualGenre = 16;
+
+}  // namespace
+
+GenreBox::GenreBox(const App& app, QWidget* parent)
+    : QComboBox(parent), rule_(OwnText(app, WindowText::TagsGenreRule)) {
+    setObjectName("cmbGenre");
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    // What was typed must not become the longer genre that begins so.
+    setCompleter(nullptr);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(UsualGenre);
+    for (const QString& name : GenreNames()) addItem(name, int{GenreIndexFromName(FromQt(name))});
+    setCurrentIndex(-1);
+    setToolTip(OwnText(app, WindowText::TagsGenreTip));
+    setAccessibleDescription(toolTip());
+}
+
+int GenreBox::Entry() const {
+    return findText(currentText().trimmed(), Qt::MatchFixedString);
+}
+
+std::optional<std::uint8_t> GenreBox::Genre() const {
+    const int entry = Entry();
+    if (entry < 0) return std::nullopt;
+    return static_cast<std::uint8_t>(itemData(entry).toInt());
+}
+
+bool GenreBox::Validate() {
+    if (currentText().trimmed().isEmpty() || Entry() >= 0) return true;
+    setFocus();
+    lineEdit()->selectAll();
+    QApplication::beep();
+    QToolTip::showText(mapToGlobal(QPoint(0, height())), rule_, this);
+    return false;
+}
+
+void GenreBox::cmbGenre_LostFocus() {
+    if (const int entry = Entry(); entry >= 0) setCurrentIndex(entry);
+}
+
+void GenreBox::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    cmbGenre_LostFocus();
+}
+
+}  // namespace zefta
