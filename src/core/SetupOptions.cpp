@@ -54,6 +54,12 @@ std::string StoredPriority(const App& app) {
     return "Normal";
 }
 
+bool BeginsWithNumber(std::string_view text) {
+    if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
+    if (text.starts_with('.')) text.remove_prefix(1);
+    return text.find_first_of("0123456789") == 0;
+}
+
 /// Runs steps of which each may fail, all of them; the first failure is told in the end.
 class Attempts {
   public:
@@ -73,22 +79,19 @@ class Attempts {
     std::optional<RuntimeError> failure_;
 };
 
-/// The texts of the file are in force for whatever is shown from now on.
-void LoadLanguageAnew(App& app, bool isNewChoice) {
-    app.messages.LanguageStrings.clear();
-    app.messages.LoadLanguageFile();
-    if (isNewChoice && app.state.EnableExternalLanguage) CheckLanguageFile(app);
+bool IsNewLanguage(const AppState& state, const SetupOptions& options) {
+    return options.EnableExternalLanguage &&
+           (!state.EnableExternalLanguage || state.ExternalLanguageFile != options.ExternalLanguageFile);
 }
 
 void CopyToState(App& app, const SetupOptions& options) {
     AppState& state = app.state;
-    const bool isNewChoice =
-        options.EnableExternalLanguage &&
-        (!state.EnableExternalLanguage || state.ExternalLanguageFile != options.ExternalLanguageFile);
     CopyCommonFields(options, state);
     // What the person chooses now is meant for now, whatever the command line said.
     static_cast<RunSwitches&>(state) = state.Saved;
-    LoadLanguageAnew(app, isNewChoice);
+    // The texts of the file are in force for whatever is shown from now on.
+    app.messages.LanguageStrings.clear();
+    app.messages.LoadLanguageFile();
 }
 
 void SetAutoLoad(App& app, DesktopEntries& desktops, bool isOn) {
@@ -141,6 +144,7 @@ void SaveSetupOptions(App& app, DesktopEntries& desktops, const SetupOptions& op
     app.state.CustomRenameTemplate = options.CustomRenameTemplate;
     SaveRenameTemplates(app.userSettings,
                         WithTemplate(options.RenameTemplates, options.CustomRenameTemplate));
+    const bool isNewLanguage = IsNewLanguage(app.state, options);
     CopyToState(app, options);
     Attempts attempts;
     attempts.Try([&] { SetAutoLoad(app, desktops, options.AutoLoad); });
@@ -148,6 +152,8 @@ void SaveSetupOptions(App& app, DesktopEntries& desktops, const SetupOptions& op
     LoadPriorityClass(app);
     RegisterVerbs(app, desktops, options, attempts);
     SaveSettings(app);
+    // A poor file has hundreds of boxes, and whoever ends the program out of them keeps the settings.
+    if (isNewLanguage && app.state.EnableExternalLanguage) CheckLanguageFile(app);
     attempts.Tell(app);
 }
 
@@ -162,7 +168,10 @@ std::string LevelText(int percent) {
 }
 
 std::optional<int> LevelOfText(std::string_view text) {
-    const double number = LeadingNumber(text);
+    const std::string level = Trim(ReplaceAll(text, ",", "."));
+    // Taken as 0 it would turn everything that is encoded into silence.
+    if (!BeginsWithNumber(level)) return std::nullopt;
+    const double number = LeadingNumber(level);
     const bool isDecibels =
         text.find(Decibels) != std::string_view::npos && text.find('%') == std::string_view::npos;
     const double percent = isDecibels ? 100 * std::pow(10, number / 20) : number;

@@ -51,14 +51,15 @@ SetupOptions LoadSetupOptions(App& app, DesktopEntries& desktops);
 
 /// Puts the options into force and stores them: the template and its history first, then everything else, the
 /// start with the session and the shell verbs last, then the settings. A language file that is chosen or
-/// switched on is checked at once (CheckLanguageFile). Desktops whose files can't be written are told of in
-/// one warning box, and the rest is stored all the same.
+/// switched on is checked behind that (CheckLanguageFile). Desktops whose files can't be written are told of
+/// in one warning box, and the rest is stored all the same.
 void SaveSetupOptions(App& app, DesktopEntries& desktops, const SetupOptions& options);
 
 /// A level of the normalising as people read it: "95 % (-0.45 dB)".
 std::string LevelText(int percent);
 
-/// Per cent of such a text, or of "-0.45 dB" alone; nothing for a level outside 0 to 100.
+/// Per cent of such a text, or of "-0.45 dB" alone, with a decimal point or comma; nothing for a level
+/// outside 0 to 100, and for a text that begins with no number.
 std::optional<int> LevelOfText(std::string_view text);
 
 }  // namespace zefta

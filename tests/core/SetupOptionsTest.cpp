@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "core/History.h"
@@ -225,6 +227,31 @@ TEST_F(SetupOptionsTest, LanguageFile_IsCheckedWhenChosenAndInForceAtOnce) {
     EXPECT_EQ(Stored("ExternalLanguageFile"), app.folder / "x.lng");
 }
 
+/// Tells when the program comes to them.
+class AwaitedEntries : public FakeDesktopEntries {
+  public:
+    std::function<void()> whenStartIsSet;
+
+    void StartWithSession(const std::string& name, const std::string& commandLine) override {
+        whenStartIsSet();
+        FakeDesktopEntries::StartWithSession(name, commandLine);
+    }
+};
+
+TEST_F(SetupOptionsTest, PoorLanguageFile_IsToldOfWhenAllIsStored) {
+    AwaitedEntries awaited;
+    std::size_t boxesBefore = 1;
+    awaited.whenStartIsSet = [&] { boxesBefore = app.desktop.boxes.size(); };
+    SetupOptions options = Load();
+    options.AutoLoad = true;
+    options.EnableExternalLanguage = true;
+    options.ExternalLanguageFile = app.folder.Write("x.lng", "33601 = x\r\n");
+    SaveSetupOptions(app, awaited, options);
+    EXPECT_EQ(boxesBefore, 0U);
+    EXPECT_GT(app.desktop.boxes.size(), 300U);
+    EXPECT_EQ(Stored("MSG_Open", "Agent"), "x");
+}
+
 TEST_F(SetupOptionsTest, LanguageFileThatIsMissing_IsSwitchedOffSilently) {
     SetupOptions options = Load();
     options.EnableExternalLanguage = true;
@@ -263,8 +290,16 @@ TEST(LevelOfText, TakesPerCentOrDecibels) {
     EXPECT_EQ(LevelOfText("101"), std::nullopt);
     EXPECT_EQ(LevelOfText("-1"), std::nullopt);
     EXPECT_EQ(LevelOfText("1 dB"), std::nullopt);
-    EXPECT_EQ(LevelOfText(""), 0);
+    EXPECT_EQ(LevelOfText("-6,02 dB"), 50);
+    EXPECT_EQ(LevelOfText("-0,5 dB"), 94);
+    EXPECT_EQ(LevelOfText(".5"), 1);
     EXPECT_EQ(LevelOfText(std::string(400, '9')), std::nullopt);
+}
+
+TEST(LevelOfText, TextWithoutANumberInFront_IsNoSilence) {
+    for (const char* text : {"", " ", "%", " % (-0.45 dB)", "dB", "loud", "-", ".", "- 6 dB", "\u22126 dB"})
+        EXPECT_EQ(LevelOfText(text), std::nullopt) << text;
+    EXPECT_EQ(LevelOfText("0"), 0);
 }
 
 }  // namespace

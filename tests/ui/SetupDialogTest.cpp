@@ -300,6 +300,16 @@ TEST_F(SetupDialogTest, LevelThatIsNone_LeavesTheFormerOne) {
     EXPECT_EQ(TextOf("txtNRLevel"), "95 % (-0.45 dB)");
 }
 
+TEST_F(SetupDialogTest, EmptiedLevel_LeavesTheFormerOne) {
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return}) {
+        Open();
+        Type("txtNRLevel", "");
+        QTest::keyClick(&Find<QLineEdit>("txtNRLevel"), key);
+        EXPECT_EQ(TextOf("txtNRLevel"), "95 % (-0.45 dB)");
+    }
+    EXPECT_EQ(Stored("NormalizeLevel"), "95");
+}
+
 TEST_F(SetupDialogTest, Priority_IsChosenByItsName) {
     Open();
     auto& priority = Find<QComboBox>("cmbPriorityClass");
