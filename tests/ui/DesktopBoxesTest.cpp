@@ -118,6 +118,25 @@ TEST_F(DesktopBoxesTest, ShowBox_AtTheLastItemOrInNoBatch_OffersNothingElse) {
     }
 }
 
+TEST_F(DesktopBoxesTest, AskQuestion_AmidABatch_OffersToLeaveTheRest) {
+    struct Case {
+        Qt::Key key;
+        bool answer;
+        bool cancels;
+    };
+    for (const Case& row : {Case{Qt::Key_Y, true, false},
+                            {Qt::Key_N, false, false},
+                            {Qt::Key_C, false, true},
+                            {Qt::Key_Escape, false, true}}) {
+        desktop.ShowBatch(1, 3);
+        const WhenModal answer{
+            std::function([key = row.key](QMessageBox& box) { QTest::keyClick(&box, key); })};
+        EXPECT_EQ(desktop.AskQuestion("Overwrite?", "Caption", false), row.answer) << row.key;
+        EXPECT_EQ(desktop.IsCancelled(), row.cancels) << row.key;
+        desktop.ShowBatch(0, 0);
+    }
+}
+
 TEST_F(DesktopBoxesTest, AskQuestion_EveryWayToAnswer) {
     struct Case {
         const char* name;

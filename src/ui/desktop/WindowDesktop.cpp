@@ -143,10 +143,16 @@ void WindowDesktop::ShowBox(BoxKind kind, const std::string& text, const std::st
     QMessageBox box(IconOf(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton, WindowAtHand());
     box.setTextFormat(Qt::PlainText);
     AddButtons(box, language_, {{QMessageBox::Ok, WindowText::BoxOk}});
+    box.setDefaultButton(QMessageBox::Ok);
+    RunBox(box);
+}
+
+int WindowDesktop::RunBox(QMessageBox& box) {
     if (batchItem_ < batchCount_ && !IsCancelled())
         AddButtons(box, language_, {{QMessageBox::Abort, WindowText::BoxCancelRest}});
-    box.setDefaultButton(QMessageBox::Ok);
-    if (box.exec() == QMessageBox::Abort) isCancelledAtBox_ = true;
+    const int button = box.exec();
+    if (button == QMessageBox::Abort) isCancelledAtBox_ = true;
+    return button;
 }
 
 bool WindowDesktop::AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) {
@@ -156,7 +162,7 @@ bool WindowDesktop::AskQuestion(const std::string& text, const std::string& capt
     AddButtons(box, language_,
                {{QMessageBox::Yes, WindowText::BoxYes}, {QMessageBox::No, WindowText::BoxNo}});
     box.setDefaultButton(noIsDefault ? QMessageBox::No : QMessageBox::Yes);
-    return box.exec() == QMessageBox::Yes;
+    return RunBox(box) == QMessageBox::Yes;
 }
 
 std::string WindowDesktop::AskInput(const std::string& prompt, const std::string& title,

@@ -14,6 +14,8 @@
 #include "ui/desktop/BatchView.h"
 #include "ui/desktop/OutputPane.h"
 
+class QMessageBox;
+
 namespace zefta {
 
 class ProgressDialogView;
@@ -30,7 +32,7 @@ class WindowDesktop : public Desktop, public ToolWatch {
     /// Where notes and the output of tools are shown; null for nowhere.
     void WriteInto(OutputPane* pane) { pane_ = pane; }
 
-    /// Amid a batch the box offers to leave the rest of it.
+    /// Amid a batch boxes and questions offer to leave the rest of it; the answer is No then.
     void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
     bool AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) override;
     std::string AskInput(const std::string& prompt, const std::string& title,
@@ -56,6 +58,9 @@ class WindowDesktop : public Desktop, public ToolWatch {
 
   private:
     friend class ProgressDialogView;
+
+    /// The button that was pressed.
+    int RunBox(QMessageBox& box);
 
     Language language_;
     std::optional<QDBusConnection> bus_;
