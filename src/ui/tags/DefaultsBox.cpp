@@ -13,6 +13,13 @@
 
 namespace zefta {
 
+namespace {
+
+/// Of a name that is to be read while it is typed.
+constexpr int LeastCharacters = 14;
+
+}  // namespace
+
 void AddLabelled(App& app, QFormLayout* form, QWidget* control, std::int32_t label) {
     auto* text = new QLabel(ToQt(app.messages.GetMessage(label)));
     text->setBuddy(control);
@@ -47,6 +54,8 @@ DefaultsBox::DefaultsBox(App& app, QWidget* parent)
     txtDefAlbum_ = AddLine(app, names, "txtDefAlbum", 33307);
     txtDefYear_ = AddLine(app, rest, "txtDefYear", 33308);
     AddLabelled(app, rest, cmbGenre_, 33025);
+    for (QLineEdit* line : {txtDefArtist_, txtDefAlbum_})
+        line->setMinimumWidth(fontMetrics().averageCharWidth() * LeastCharacters);
     columns->addLayout(names, 3);
     columns->addLayout(rest, 2);
     rows->addLayout(columns);

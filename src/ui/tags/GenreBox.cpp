@@ -14,7 +14,7 @@ namespace zefta {
 namespace {
 
 /// Characters of most genres.
-constexpr int UsualGenre = 16;
+constexpr int UsualGenre = 10;
 
 }  // namespace
 
