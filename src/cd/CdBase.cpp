@@ -62,14 +62,15 @@ std::optional<DatabaseMatch> CdBase::Chosen(const std::vector<DatabaseMatch>& ma
 void CdBase::Take(const DiscContents& contents, const DatabaseAlbum& album) {
     artist_ = TextOf(album.Artist);
     title_ = TextOf(album.Title);
-    length_ = 0;
+    std::int32_t sectors = 0;
     tracks_.assign(static_cast<std::size_t>(std::max(contents.FirstNumber - 1, 0)), {});
     for (std::size_t i = 0; i < contents.Tracks.size(); ++i) {
         const DiscTrack& track = contents.Tracks[i];
         const std::int32_t seconds = track.Sectors / DiscSectorsOfSecond;
         tracks_.push_back({i < album.Names.size() ? TextOf(album.Names[i]) : "", seconds, track.IsAudio});
-        if (track.IsAudio) length_ += seconds;
+        if (track.IsAudio) sectors += track.Sectors;
     }
+    length_ = sectors / DiscSectorsOfSecond;
 }
 
 /// Servers of all ages send what somebody typed: one line of text it has to be.

@@ -55,7 +55,7 @@ class Compression {
 
   private:
     bool CompressTracks();
-    void CompressTrack(std::size_t number);
+    bool CompressTrack(std::size_t number);
     std::string Encode(std::size_t number, const std::string& wavePath);
     ID3Tag TagOf(std::size_t number, const std::string& output) const;
     void TagAndList(std::size_t number, const std::string& output);
@@ -91,8 +91,9 @@ bool Compression::CompressTracks() {
         if (!Track(number).Selected) continue;
         Tell(number);
         if (!batch.Next()) return false;
-        CheckRuntimeError(app_, [&] { CompressTrack(number); });
-        if (watch_.Done) watch_.Done(number - 1);
+        bool hasResult = false;
+        CheckRuntimeError(app_, [&] { hasResult = CompressTrack(number); });
+        if (watch_.Done) watch_.Done(number - 1, hasResult);
         app_.desktop.ServeEvents();
     }
     return true;
@@ -104,7 +105,8 @@ void Compression::Tell(std::size_t number) const {
                     Trim(Track(number).Name));
 }
 
-void Compression::CompressTrack(std::size_t number) {
+/// False when there is no result.
+bool Compression::CompressTrack(std::size_t number) {
     const std::string wavePath = JoinPath(source_, TrackWaveName(number));
     const std::string output = Encode(number, wavePath);
     if (!output.empty()) TagAndList(number, output);
@@ -112,6 +114,7 @@ void Compression::CompressTrack(std::size_t number) {
     const bool mayBeUnfinished = output.empty() && app_.desktop.IsCancelled();
     if (job_.DeleteAfterCompress && !mayBeUnfinished && app_.files.FileExists(wavePath))
         app_.files.DeleteFile(wavePath, Force::No);
+    return !output.empty();
 }
 
 /// Path of the result; "" when there is none.
@@ -122,10 +125,9 @@ std::string Compression::Encode(std::size_t number, const std::string& wavePath)
 
 ID3Tag Compression::TagOf(std::size_t number, const std::string& output) const {
     const CDInfo& album = job_.Info;
-    const TrackParts parts =
-        SplitTrackName(Track(number).Name, {.Artist = album.Artist,
-                                            .IsCompilation = album.Compilation != 0,
-                                            .WholeNamesAreTitles = job_.WholeNamesAreTitles});
+    const TrackParts parts = SplitTrackName(
+        Track(number).Name,
+        {.Artist = album.Artist, .IsCompilation = album.Compilation != 0, .NamesAreFree = job_.NamesAreFree});
     ID3Tag tag;
     tag.Path = output;
     tag.Artist = tag.ID3v2Extension.Artist = parts.Artist;

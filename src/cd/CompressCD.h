@@ -23,15 +23,16 @@ struct CompressCDJob {
     bool DeleteAfterCompress = false;
     bool NoPlaylists = false;
     /// As TrackAlbum has it.
-    bool WholeNamesAreTitles = false;
+    bool NamesAreFree = false;
 };
 
 /// How the job is followed. Each may be unset.
 struct CompressCDWatch {
     /// Ahead of each track: "[3/12] Name".
     std::function<void(const std::string& text)> Progress = {};
-    /// Behind each track, with a result or without; counts from 0.
-    std::function<void(std::size_t track)> Done = {};
+    /// Behind each track; counts from 0. Without a result its encoder made nothing, its WAV file was not
+    /// there, or the person was told what went wrong.
+    std::function<void(std::size_t track, bool hasResult)> Done = {};
 };
 
 /// "Track01.WAV"; numbers count from 1.

@@ -17,8 +17,7 @@ std::string WithOuterBlanks(const std::string& name) {
     return front + name + (isSlash || name.ends_with(" /") ? " " : "");
 }
 
-std::vector<std::string> PartsOf(const std::string& trimmed) {
-    const std::string name = WithOuterBlanks(trimmed);
+std::vector<std::string> PartsOf(const std::string& name) {
     std::vector<std::string> parts;
     std::size_t start = 0;
     for (std::size_t end = name.find(Divider); end != std::string::npos; end = name.find(Divider, start)) {
@@ -58,16 +57,19 @@ void TakeMixOfTitle(TrackParts& parts) {
 
 TrackParts SplitTrackName(std::string_view name, const TrackAlbum& album) {
     const std::string trimmed = Trim(name);
-    TrackParts parts = AssignParts(PartsOf(trimmed), album.IsCompilation);
-    if (album.WholeNamesAreTitles && IsUndividedName(trimmed)) parts.Title = WithoutBrackets(trimmed);
+    const auto divided = PartsOf(album.NamesAreFree ? WithOuterBlanks(trimmed) : trimmed);
+    TrackParts parts = AssignParts(divided, album.IsCompilation);
+    if (album.NamesAreFree && !IsDivided(divided)) parts.Title = WithoutBrackets(trimmed);
     if (parts.Artist.empty()) parts.Artist = album.Artist;
     TakeMixOfTitle(parts);
     return parts;
 }
 
-bool IsUndividedName(std::string_view name) {
-    const std::string trimmed = Trim(name);
-    return !trimmed.empty() && !IsDivided(PartsOf(trimmed));
+bool IsFreeName(std::string_view name, TrackAlbum album) {
+    album.NamesAreFree = false;
+    const TrackParts usual = SplitTrackName(name, album);
+    album.NamesAreFree = true;
+    return SplitTrackName(name, album) != usual;
 }
 
 }  // namespace zefta

@@ -20,20 +20,21 @@ struct TrackAlbum {
     std::string_view Artist = {};
     /// Its tracks are of several artists.
     bool IsCompilation = false;
-    /// An undivided name is the title.
-    bool WholeNamesAreTitles = false;
+    /// Names are read for what people mean by them: an undivided one is the title, and a part that was empty
+    /// at either end still counts.
+    bool NamesAreFree = false;
 };
 
-/// Splits "Artist / Title / Mix", "Artist / Title" of a compilation, "Title / Mix" of any other album. A name
-/// of any other number of parts gives none of them. Kept: files of albums were written for a reader that does
-/// so; WholeNamesAreTitles is for names that people and databases write. The artist of a track without one is
-/// the album's.
+/// Splits "Artist / Title / Mix", "Artist / Title" of a compilation, "Title / Mix" of any other album. The
+/// name is trimmed ahead of that, so that "Title / " is one part. A name of any other number of parts gives
+/// none of them. Kept: files of albums were written for a reader that does so; NamesAreFree is for names that
+/// people and databases write. The artist of a track without one is the album's.
 ///
 /// A part in round brackets loses them, and what stands in the last brackets at the end of the title is the
 /// mix where there is no other.
 TrackParts SplitTrackName(std::string_view name, const TrackAlbum& album);
 
-/// Whether the name holds something, but neither two nor three parts.
-bool IsUndividedName(std::string_view name);
+/// Whether NamesAreFree makes other parts of the name.
+bool IsFreeName(std::string_view name, TrackAlbum album);
 
 }  // namespace zefta

@@ -46,6 +46,14 @@ TEST_F(CdBaseTest, Disc_GivesItsTracksAndTheDatabaseTheirNames) {
     EXPECT_EQ(disc.sources, std::vector<std::string>{"/dev/sr1"});
 }
 
+TEST_F(CdBaseTest, Length_CountsTheSectorsBehindTheWholeSecondsOfTracks) {
+    disc.contents = {};
+    for (int i = 0; i < 4; ++i) disc.AddTrack(true, 75 * 10 + 60);
+    Read();
+    EXPECT_EQ(cd.Tracks()[0].Seconds, 10);
+    EXPECT_EQ(cd.Length(), 43);
+}
+
 TEST_F(CdBaseTest, TrackOfData_IsThereAndNotSelected) {
     Read();
     EXPECT_TRUE(cd.Tracks()[0].Selected);

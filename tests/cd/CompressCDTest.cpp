@@ -35,7 +35,10 @@ class CompressCDTest : public ::testing::Test {
         job.Wave.TrimSilence = false;
         app.processes.tool = [this](const RecordingProcesses::Run& run) { PlayTool(run.commandLine); };
         watch.Progress = [this](const std::string& text) { progress.push_back(text); };
-        watch.Done = [this](std::size_t track) { done.push_back(track); };
+        watch.Done = [this](std::size_t track, bool hasResult) {
+            done.push_back(track);
+            if (!hasResult) without.push_back(track);
+        };
     }
 
     /// Tracks of these names, each with its WAV file.
@@ -89,6 +92,8 @@ class CompressCDTest : public ::testing::Test {
     CompressCDWatch watch;
     Texts progress;
     std::vector<std::size_t> done;
+    /// Those without a result.
+    std::vector<std::size_t> without;
     /// Part of the output's name of which the tool makes nothing.
     std::string failing = "//";
 };
@@ -193,6 +198,7 @@ TEST_F(CompressCDTest, EncoderThatFails_LeavesNoLineAndTheWaveFileGoesAllTheSame
     EXPECT_TRUE(FilesOf("in").empty());
     EXPECT_EQ(Playlist(), "Band - Two (b).MP3\n");
     EXPECT_EQ(done.size(), 2U);
+    EXPECT_EQ(without, std::vector<std::size_t>{0});
     EXPECT_TRUE(app.desktop.boxes.empty());
 }
 
@@ -285,7 +291,7 @@ TEST_F(CompressCDTest, TrackWithoutAnyText_KeepsTheNameThatTheEncoderGave) {
 
 TEST_F(CompressCDTest, UndividedName_IsATitleWhenThatIsAskedFor) {
     AddTracks({"Song"});
-    job.WholeNamesAreTitles = true;
+    job.NamesAreFree = true;
     Run();
     EXPECT_EQ(Playlist(), "Band - Song.MP3\n");
 }

@@ -40,11 +40,12 @@ const NameCase Cases[] = {
     {"Ann / Song (Live) tail", Compilation, {"Ann", "Song (Live) tail", ""}},
     {"Ann / Song )", Compilation, {"Ann", "Song )", ""}},
     {"Ann / Song ()", Compilation, {"Ann", "Song", ""}},
-    // A part that was empty when the name was made still counts.
-    {"Song / ", Ordinary, {"Band", "Song", ""}},
-    {"Ann / Song / ", Compilation, {"Ann", "Song", ""}},
-    {" / Song / Live", Compilation, {"Various", "Song", "Live"}},
-    {" / Live", Ordinary, {"Band", "", "Live"}},
+    // A part that was empty at the end of the name goes with the blanks around it.
+    {"Song / ", Ordinary, {"Band", "", ""}},
+    {"Song /", Compilation, {"Various", "", ""}},
+    {"Ann / Song / ", Compilation, {"Ann", "Song /", ""}},
+    {" / Song / Live", Compilation, {"/ Song", "Live", ""}},
+    {" / Live", Ordinary, {"Band", "", ""}},
     {" / ", Ordinary, {"Band", "", ""}},
 };
 
@@ -57,21 +58,37 @@ TEST(TrackName, Split_FollowsTheNumberOfPartsAndTheKindOfAlbum) {
     }
 }
 
-TEST(TrackName, WholeNames_AreTitlesWhereThatIsAskedFor) {
-    TrackAlbum album = Ordinary;
-    album.WholeNamesAreTitles = true;
-    EXPECT_EQ(SplitTrackName("Song", album), (TrackParts{"Band", "Song", ""}));
-    EXPECT_EQ(SplitTrackName("Song (Live)", album), (TrackParts{"Band", "Song", "Live"}));
-    EXPECT_EQ(SplitTrackName("a / b / c / d", album), (TrackParts{"Band", "a / b / c / d", ""}));
-    EXPECT_EQ(SplitTrackName("Song / Live", album), (TrackParts{"Band", "Song", "Live"}));
-    EXPECT_EQ(SplitTrackName(" / Live", album), (TrackParts{"Band", "", "Live"}));
-    EXPECT_EQ(SplitTrackName("", album), (TrackParts{"Band", "", ""}));
+const NameCase FreeCases[] = {
+    {"Song", Ordinary, {"Band", "Song", ""}},
+    {"AC/DC", Compilation, {"Various", "AC/DC", ""}},
+    {"Song (Live)", Ordinary, {"Band", "Song", "Live"}},
+    {"a / b / c / d", Ordinary, {"Band", "a / b / c / d", ""}},
+    // A part that was empty when the name was made still counts.
+    {"Song / ", Ordinary, {"Band", "Song", ""}},
+    {"Ann / Song / ", Compilation, {"Ann", "Song", ""}},
+    {" / Song / Live", Compilation, {"Various", "Song", "Live"}},
+    {" / Live", Ordinary, {"Band", "", "Live"}},
+};
+
+TEST(TrackName, FreeNames_AreReadForWhatIsMeantWhereThatIsAskedFor) {
+    for (const NameCase& row : FreeCases) {
+        TrackAlbum album = row.album;
+        EXPECT_TRUE(IsFreeName(row.name, album)) << row.name;
+        album.NamesAreFree = true;
+        EXPECT_EQ(SplitTrackName(row.name, album), row.parts) << row.name;
+        EXPECT_TRUE(IsFreeName(row.name, album)) << row.name;
+    }
 }
 
-TEST(TrackName, Undivided_IsANameThatHoldsNeitherTwoNorThreeParts) {
-    for (const char* name : {"Song", "AC/DC", "a / b / c / d", " x "}) EXPECT_TRUE(IsUndividedName(name));
-    for (const char* name : {"", "  ", "a / b", "a / b / c", "a / ", " / "})
-        EXPECT_FALSE(IsUndividedName(name)) << name;
+TEST(TrackName, NamesThatAreDivided_AreNotFree) {
+    for (const char* name : {"", "  ", " / ", "a / b", "a / b / c", "Song (x) / y"}) {
+        for (const TrackAlbum& album : {Ordinary, Compilation}) {
+            EXPECT_FALSE(IsFreeName(name, album)) << name;
+            TrackAlbum free = album;
+            free.NamesAreFree = true;
+            EXPECT_EQ(SplitTrackName(name, free), SplitTrackName(name, album)) << name;
+        }
+    }
 }
 
 }  // namespace

@@ -151,6 +151,24 @@ TEST_F(CDBaseTest, Image_IsChosenAndKept) {
     EXPECT_EQ(FromQt(Find<QComboBox>("cmbDrive")->currentText()), "/music/disc.cue");
 }
 
+TEST_F(CDBaseTest, ImageWithoutUnicodeName_StaysWhatItIs) {
+    const std::string image = "/music/\xE9t\xE9/disc.cue";
+    Open();
+    app.desktop.inputs = {image};
+    Click("cmdBrowseForImage");
+    EXPECT_EQ(FromQt(Find<QComboBox>("cmbDrive")->currentText()), "/music/été/disc.cue");
+    Click("cmdImportData");
+    EXPECT_EQ(disc.sources, Texts{image});
+    dialog->close();
+    EXPECT_EQ(Setting("CompressCD_Device"), image);
+    Open();
+    Click("cmdImportData");
+    EXPECT_EQ(disc.sources.back(), image);
+    Find<QComboBox>("cmbDrive")->setCurrentIndex(0);
+    Click("cmdImportData");
+    EXPECT_EQ(disc.sources.back(), "/dev/sr0");
+}
+
 TEST_F(CDBaseTest, Settings_AreSavedOnLeaving) {
     Open();
     Type("txtSourceFolder", "/a");

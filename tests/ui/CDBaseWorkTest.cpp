@@ -166,7 +166,7 @@ TEST_F(CDBaseWorkTest, SimulateCD_MakesTracksWithoutNames) {
 
 TEST_F(CDBaseWorkTest, SimulateCD_WithoutANumberDoesNothing) {
     Open();
-    for (const char* answer : {"", "many", "-3", "99999"}) {
+    for (const char* answer : {"", "many", "-3", "99999", "track 5"}) {
         app.desktop.inputs = {answer};
         Click("cmdSimulateCD");
         EXPECT_TRUE(Lines().empty()) << answer;
@@ -314,9 +314,68 @@ TEST_F(CDBaseWorkTest, UndividedNames_AreAskedAbout) {
         Click("cmdOK");
         ASSERT_EQ(app.desktop.questions.size(), 1U);
         EXPECT_NE(app.desktop.questions[0].text.find("\nTwo\n"), std::string::npos);
-        EXPECT_FALSE(app.desktop.questions[0].noIsDefault);
+        // Without an answer names are divided as files of albums have always been read.
+        EXPECT_TRUE(app.desktop.questions[0].noIsDefault);
         EXPECT_EQ(app.folder.Exists("out/Band - Two.MP3"), true);
         EXPECT_EQ(app.folder.Read("out/Band - Debut.m3u"), areTitles ? "Band - Two.MP3\n" : "Band -.MP3\n");
+    }
+}
+
+TEST_F(CDBaseWorkTest, NamesWithAnEmptyEnd_AreAskedAboutToo) {
+    OpenWithTracks();
+    app.desktop.inputs = {"Ann / Song / "};
+    DoubleClickTrack(0);
+    Toggle("chkTreatAsCompilation");
+    Find<QListWidget>("lstTracks")->item(1)->setCheckState(Qt::Unchecked);
+    app.desktop.questions.clear();
+    app.desktop.answers = {true};
+    Click("cmdOK");
+    ASSERT_EQ(app.desktop.questions.size(), 1U);
+    EXPECT_EQ(app.folder.Read("out/Band - Debut.m3u"), "Ann - Song.MP3\n");
+}
+
+TEST_F(CDBaseWorkTest, Compress_TellsHowManyResultsThereAre) {
+    OpenWithTracks();
+    std::filesystem::remove(app.folder / "in/Track01.WAV");
+    app.desktop.answers = {true};
+    Click("cmdOK");
+    EXPECT_EQ(Status(), "Tracks compressed: 1 of 2.");
+}
+
+TEST_F(CDBaseWorkTest, HeldKeys_CountOnce) {
+    Open();
+    const auto hold = [this](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        for (const bool isRepeated : {false, true, true}) {
+            QKeyEvent event(QEvent::KeyPress, key, modifiers, {}, isRepeated);
+            QApplication::sendEvent(dialog->focusWidget(), &event);
+        }
+    };
+    hold(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(disc.sources.size(), 1U);
+    Find<QListWidget>("lstTracks")->setFocus();
+    hold(Qt::Key_F2, Qt::NoModifier);
+    EXPECT_EQ(app.desktop.questions.size(), 1U);
+}
+
+TEST_F(CDBaseWorkTest, Keys_WorkFromEveryControl) {
+    OpenWithTracks();
+    for (const char* name : {"lstTracks", "txtArtist", "cmbGenre", "cmbDrive", "cmbBitRate", "chkTrimSilence",
+                             "cmdCancel", "txtSourceFolder"}) {
+        disc.sources.clear();
+        Find<QWidget>(name)->setFocus();
+        Key(Qt::Key_R, Qt::ControlModifier);
+        EXPECT_EQ(disc.sources.size(), 1U) << name;
+        app.desktop.questions.clear();
+        Key(Qt::Key_L, Qt::ControlModifier);
+        Key(Qt::Key_S, Qt::ControlModifier);
+        Key(Qt::Key_F1, Qt::AltModifier);
+        Key(Qt::Key_F2, Qt::AltModifier);
+        EXPECT_EQ(app.desktop.questions.size(), 4U) << name;
+        Find<QListWidget>("lstTracks")->item(1)->setCheckState(Qt::Unchecked);
+        app.processes.runs.clear();
+        Key(Qt::Key_Return, Qt::ControlModifier);
+        EXPECT_EQ(app.processes.runs.size(), 1U) << name;
+        EXPECT_TRUE(dialog->isVisible()) << name;
     }
 }
 

@@ -57,7 +57,7 @@ void CDBaseDialog::Form_Load() {
 
 void CDBaseDialog::LoadDrives() {
     for (const std::string& drive : services_.disc.Drives()) form_.cmbDrive->addItem(ToQt(drive));
-    form_.cmbDrive->setEditText(ToQt(DeviceOfCD(app_)));
+    SetDrive(DeviceOfCD(app_));
 }
 
 void CDBaseDialog::LoadModes() {
@@ -97,8 +97,9 @@ void CDBaseDialog::Connect() {
     connect(form_.cmbBitRate, &QComboBox::currentIndexChanged, this, &CDBaseDialog::cmbBitRate_Click);
     connect(form_.chkReduceLevel, &QCheckBox::clicked, this,
             [this](bool isChecked) { wantsReducedLevel_ = isChecked; });
-    form_.cmbGenre->installEventFilter(this);
-    form_.lstTracks->installEventFilter(this);
+    // The window has its keys ahead of them: a list of choices takes every letter, and so do some buttons
+    // Enter.
+    for (QWidget* control : findChildren<QWidget*>()) control->installEventFilter(this);
 }
 
 void CDBaseDialog::Form_Unload() {
@@ -121,7 +122,7 @@ void CDBaseDialog::reject() {
 
 // Keys and rules.
 
-void CDBaseDialog::Form_KeyDown(QKeyEvent* event) {
+bool CDBaseDialog::Form_KeyDown(const QKeyEvent& event) {
     struct Row {
         QKeyCombination key;
         QPushButton* button;
@@ -135,20 +136,29 @@ void CDBaseDialog::Form_KeyDown(QKeyEvent* event) {
         {Qt::ControlModifier | Qt::Key_Return, form_.cmdOK},
         {Qt::ControlModifier | Qt::Key_Enter, form_.cmdOK},
     };
-    const auto pressed = QKeyCombination(event->modifiers() & ~Qt::KeypadModifier, Qt::Key(event->key()));
+    const auto pressed = QKeyCombination(event.modifiers() & ~Qt::KeypadModifier, Qt::Key(event.key()));
     for (const Row& row : rows) {
-        if (row.key == pressed) return row.button->click();
+        if (row.key != pressed) continue;
+        // A key that is held would read or compress again as soon as that is done.
+        if (!event.isAutoRepeat()) row.button->click();
+        return true;
     }
-    QDialog::keyPressEvent(event);
+    return false;
+}
+
+void CDBaseDialog::keyPressEvent(QKeyEvent* event) {
+    if (!Form_KeyDown(*event)) QDialog::keyPressEvent(event);
 }
 
 bool CDBaseDialog::eventFilter(QObject* watched, QEvent* event) {
     if (watched == form_.cmbGenre && event->type() == QEvent::FocusOut) cmbGenre_LostFocus();
-    if (watched == form_.lstTracks && event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::KeyPress && watched->isWidgetType() &&
+        static_cast<QWidget*>(watched)->window() == this) {
         const auto* key = static_cast<QKeyEvent*>(event);
+        if (Form_KeyDown(*key)) return true;
         const bool isEdit = key->key() == Qt::Key_F2 || key->key() == Qt::Key_Return;
-        if (isEdit && key->modifiers() == Qt::NoModifier) {
-            lstTracks_DblClick();
+        if (isEdit && watched == form_.lstTracks && key->modifiers() == Qt::NoModifier) {
+            if (!key->isAutoRepeat()) lstTracks_DblClick();
             return true;
         }
     }
@@ -209,7 +219,18 @@ void CDBaseDialog::cmdBrowseForImage_Click() {
     choice.masks = "*.cue *.nrg *.toc";
     choice.startFolder = FolderPart(Drive());
     const std::string path = app_.desktop.ChooseFile(choice);
-    if (!path.empty()) form_.cmbDrive->setEditText(ToQt(path));
+    if (!path.empty()) SetDrive(path);
+}
+
+void CDBaseDialog::SetDrive(const std::string& path) {
+    drive_ = path;
+    form_.cmbDrive->setEditText(ToQt(app_.ansi.ToText(path)));
+}
+
+/// A name that is no text in Unicode stays what it is until the person types.
+std::string CDBaseDialog::Drive() const {
+    const std::string typed = FromQt(form_.cmbDrive->currentText());
+    return typed == app_.ansi.ToText(drive_) ? drive_ : app_.files.ToNativePath(Trim(typed));
 }
 
 /// The job writes and deletes in both: neither may be wherever the program happens to be.

@@ -44,7 +44,7 @@ class CDBaseDialog : public QDialog, public BatchView {
     void reject() override;
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override { Form_KeyDown(event); }
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -52,7 +52,8 @@ class CDBaseDialog : public QDialog, public BatchView {
 
     void Form_Load();
     void Form_Unload();
-    void Form_KeyDown(QKeyEvent* event);
+    /// Whether the key is one of the window's.
+    bool Form_KeyDown(const QKeyEvent& event);
     void Connect();
     void LoadDrives();
     void LoadModes();
@@ -77,7 +78,7 @@ class CDBaseDialog : public QDialog, public BatchView {
     void LoadFile(const std::string& path);
     void ReadTracks();
     void StoreChoice(const CompressCDJob& job);
-    bool Compress(const CompressCDJob& job);
+    bool Compress(const CompressCDJob& job, int& results);
     bool HasFolders();
     void AskForNames(CompressCDJob& job);
     QString WordOfDatabase() const;
@@ -89,7 +90,8 @@ class CDBaseDialog : public QDialog, public BatchView {
     void ShowDisc();
     void ShowTracks(const std::vector<QString>& lines);
     void AllowCompressing();
-    std::string Drive() const { return form_.cmbDrive->currentText().trimmed().toStdString(); }
+    void SetDrive(const std::string& path);
+    std::string Drive() const;
     void BrowseInto(FolderLine* line, std::int32_t prompt);
     bool Wait();
 
@@ -107,6 +109,8 @@ class CDBaseDialog : public QDialog, public BatchView {
     /// The progress is in thousandths, told by the reading itself.
     bool isReading_ = false;
     bool canCompress_ = false;
+    /// As bytes, while cmbDrive shows it.
+    std::string drive_;
     /// The tick of chkReduceLevel while the encoder leaves no choice.
     bool wantsReducedLevel_ = false;
     QPointer<QWidget> focusBefore_;

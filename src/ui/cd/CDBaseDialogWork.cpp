@@ -1,6 +1,7 @@
 // What the buttons of frmCDBase that take their time do.
 
 #include <algorithm>
+#include <functional>
 
 #include "cd/CDSettings.h"
 #include "cd/GrabTracks.h"
@@ -8,6 +9,7 @@
 #include "core/Boxes.h"
 #include "core/Numbers.h"
 #include "core/Settings.h"
+#include "core/Strings.h"
 #include "core/Version.h"
 #include "ui/QtText.h"
 #include "ui/cd/CDBaseDialog.h"
@@ -24,9 +26,10 @@ constexpr std::int32_t MostTracks = 32767;
 
 /// Nothing for a text that is no number of tracks.
 std::optional<std::int32_t> CountOf(const std::string& text) {
-    const double number = LeadingNumber(text);
-    const bool isNumber = text.find_first_of("0123456789") != std::string::npos;
-    if (!isNumber || number < 0 || number > MostTracks) return std::nullopt;
+    const std::string trimmed = Trim(text);
+    const bool isNumber = !trimmed.empty() && trimmed.front() >= '0' && trimmed.front() <= '9';
+    const double number = LeadingNumber(trimmed);
+    if (!isNumber || number > MostTracks) return std::nullopt;
     return ToI32(number);
 }
 
@@ -184,19 +187,20 @@ void CDBaseDialog::ReadTracks() {
 
 // The job.
 
-/// Names without a division would give files without a title: what people and databases write is mostly so.
+/// Names without a division give files without a title, and what people and databases write is mostly so.
 void CDBaseDialog::AskForNames(CompressCDJob& job) {
     constexpr int NamesToShow = 5;
+    const TrackAlbum album = {.Artist = job.Info.Artist, .IsCompilation = job.Info.Compilation != 0};
     int count = 0;
     std::string names;
     for (const CDTrack& track : job.Info.Tracks) {
-        if (!track.Selected || !IsUndividedName(track.Name)) continue;
+        if (!track.Selected || !IsFreeName(track.Name, album)) continue;
         if (++count <= NamesToShow) names += (names.empty() ? "" : "\n") + track.Name;
     }
     if (count == 0) return;
     if (count > NamesToShow) names += "\n...";
-    job.WholeNamesAreTitles =
-        AskYesNo(app_, FromQt(Own(WindowText::CDWholeNames).replace("%1", ToQt(names))), Caption());
+    job.NamesAreFree =
+        AskYesNo(app_, FromQt(Own(WindowText::CDFreeNames).replace("%1", ToQt(names))), Caption(), true);
 }
 
 void CDBaseDialog::StoreChoice(const CompressCDJob& job) {
@@ -205,11 +209,12 @@ void CDBaseDialog::StoreChoice(const CompressCDJob& job) {
     SaveMainSettings(app_);
 }
 
-bool CDBaseDialog::Compress(const CompressCDJob& job) {
+bool CDBaseDialog::Compress(const CompressCDJob& job, int& results) {
     const Work work(*this, false);
     CompressCDWatch watch;
     watch.Progress = [this](const std::string& text) { setWindowTitle(ToQt(text)); };
-    watch.Done = [this](std::size_t track) {
+    watch.Done = [&](std::size_t track, bool hasResult) {
+        results += hasResult ? 1 : 0;
         form_.lstTracks->item(static_cast<int>(track))->setCheckState(Qt::Unchecked);
     };
     return CompressCD(app_, job, watch);
@@ -221,8 +226,12 @@ void CDBaseDialog::cmdOK_Click() {
     AskForNames(job);
     StoreChoice(job);
     Say({});
-    const bool isDone = Compress(job);
-    if (!isDone) Say(Own(WindowText::CDStopped));
+    int results = 0;
+    const bool isDone = Compress(job, results);
+    // An encoder that fails and a WAV file that is not there are heard of nowhere else.
+    const auto count =
+        std::count_if(job.Info.Tracks.begin(), job.Info.Tracks.end(), std::mem_fn(&CDTrack::Selected));
+    Say(isDone ? Own(WindowText::CDCompressed).arg(results).arg(count) : Own(WindowText::CDStopped));
     if (isDone && form_.chkShutdown->isChecked()) services_.powerOff();
 }
 
