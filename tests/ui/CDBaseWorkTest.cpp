@@ -305,6 +305,32 @@ TEST_F(CDBaseWorkTest, Compress_StoppedEndsBehindTheTrackAndDoesNotPowerOff) {
     EXPECT_EQ(powerOffs, 0);
 }
 
+TEST_F(CDBaseWorkTest, EncoderThatHangs_IsEndedByStoppingTwice) {
+    OpenWithTracks();
+    whileTool = [this] {
+        EXPECT_FALSE(dialog->WantsToolEnded());
+        Click("cmdStop");
+        EXPECT_FALSE(dialog->WantsToolEnded());
+        EXPECT_EQ(dialog->focusWidget()->objectName(), "cmdStop");
+        app.desktop.questions.clear();
+        app.desktop.answers = {false, true};
+        Click("cmdStop");
+        EXPECT_FALSE(dialog->WantsToolEnded());
+        Key(Qt::Key_Escape);
+        EXPECT_TRUE(dialog->WantsToolEnded());
+        Key(Qt::Key_Escape);
+        ASSERT_EQ(app.desktop.questions.size(), 2U);
+        EXPECT_TRUE(app.desktop.questions[0].noIsDefault);
+    };
+    app.desktop.answers = {true};
+    Click("cmdOK");
+    EXPECT_EQ(app.processes.runs.size(), 1U);
+    EXPECT_EQ(Status(), "Ended before it was done.");
+    whileTool = [this] { EXPECT_FALSE(dialog->WantsToolEnded()); };
+    Click("cmdOK");
+    EXPECT_FALSE(dialog->IsCancelled());
+}
+
 TEST_F(CDBaseWorkTest, UndividedNames_AreAskedAbout) {
     for (const bool areTitles : {true, false}) {
         OpenWithTracks();

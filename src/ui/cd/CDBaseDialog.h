@@ -38,6 +38,7 @@ class CDBaseDialog : public QDialog, public BatchView {
 
     void ShowBatch(std::size_t item, std::size_t count) override;
     bool IsCancelled() const override { return isCancelled_; }
+    bool WantsToolEnded() override;
 
     void done(int result) override;
     /// While it works, the same as cmdStop.
@@ -66,6 +67,8 @@ class CDBaseDialog : public QDialog, public BatchView {
     void cmdLoad_Click();
     void cmdOK_Click();
     void cmdStop_Click();
+    void AskToEndTool();
+    void ShowStopButton(bool endsTool);
     void cmdBrowseForImage_Click();
     void cmbBrowseForSourceFolder_Click();
     void cmdBrowseForTargetFolder_Click();
@@ -106,6 +109,9 @@ class CDBaseDialog : public QDialog, public BatchView {
     CDBaseControls form_;
     bool isBusy_ = false;
     bool isCancelled_ = false;
+    /// What cmdStop does once the person has cancelled, and whether it was done.
+    bool offersToEndTool_ = false;
+    bool endsTool_ = false;
     /// The progress is in thousandths, told by the reading itself.
     bool isReading_ = false;
     bool canCompress_ = false;

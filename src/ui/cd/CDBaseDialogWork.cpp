@@ -40,7 +40,8 @@ class CDBaseDialog::Work {
   public:
     Work(CDBaseDialog& dialog, bool isReading) : dialog_(dialog) {
         dialog_.isBusy_ = true;
-        dialog_.isCancelled_ = false;
+        dialog_.isCancelled_ = dialog_.endsTool_ = false;
+        dialog_.ShowStopButton(false);
         dialog_.isReading_ = isReading;
         dialog_.focusBefore_ = dialog_.focusWidget();
         dialog_.form_.pbProgress->setRange(0, 0);
@@ -80,8 +81,31 @@ void CDBaseDialog::ShowBatch(std::size_t item, std::size_t count) {
 }
 
 void CDBaseDialog::cmdStop_Click() {
+    if (offersToEndTool_) return AskToEndTool();
     isCancelled_ = true;
     form_.cmdStop->setEnabled(false);
+}
+
+void CDBaseDialog::ShowStopButton(bool endsTool) {
+    offersToEndTool_ = endsTool;
+    form_.cmdStop->setText(Own(endsTool ? WindowText::EndTool : WindowText::CancelBatch));
+    form_.cmdStop->setToolTip(Own(endsTool ? WindowText::EndToolTip : WindowText::CDStopTip));
+}
+
+/// The window can't be left before an encoder that hangs has ended.
+void CDBaseDialog::AskToEndTool() {
+    if (endsTool_ || !AskYesNo(app_, FromQt(Own(WindowText::EndToolQuestion)), Caption(), true)) return;
+    endsTool_ = true;
+    form_.cmdStop->setEnabled(false);
+}
+
+bool CDBaseDialog::WantsToolEnded() {
+    if (isCancelled_ && !offersToEndTool_) {
+        ShowStopButton(true);
+        form_.cmdStop->setEnabled(true);
+        form_.cmdStop->setFocus();
+    }
+    return endsTool_;
 }
 
 bool CDBaseDialog::Wait() {
