@@ -5,16 +5,26 @@
 namespace zefta {
 
 Batch::~Batch() {
-    if (item_ > 0) app_.desktop.ShowBatch(0, 0);
+    if (isShown_) app_.desktop.ShowBatch(0, 0);
 }
 
 bool Batch::Next(std::size_t items) {
     if (isCancelled_) return false;
     item_ += items;
+    return Answer(item_);
+}
+
+/// In front of the first item it stands for that: only a batch that is shown is under way to the desktop.
+bool Batch::Pause() {
+    return Answer(std::max<std::size_t>(item_, 1));
+}
+
+bool Batch::Answer(std::size_t item) {
     count_ = std::max(count_, item_);
-    app_.desktop.ShowBatch(item_, count_);
+    app_.desktop.ShowBatch(item, std::max(count_, item));
+    isShown_ = isShown_ || item > 0;
     app_.desktop.ServeEvents();
-    isCancelled_ = app_.desktop.IsCancelled();
+    isCancelled_ = isCancelled_ || app_.desktop.IsCancelled();
     return !isCancelled_;
 }
 

@@ -24,13 +24,20 @@ class Batch {
     /// to end: the item is not begun then, and no later one is.
     bool Next(std::size_t items = 1);
 
-    /// Whether Next has said so.
+    /// Between items, where none may come for long: lets the desktop answer. False as that of Next, and the
+    /// desktop answers all the same: work that has to be brought to its end can go on.
+    bool Pause();
+
+    /// Whether Next or Pause has said so.
     bool IsCancelled() const { return isCancelled_; }
 
   private:
+    bool Answer(std::size_t item);
+
     App& app_;
     std::size_t item_ = 0;
     std::size_t count_;
+    bool isShown_ = false;
     bool isCancelled_ = false;
 };
 

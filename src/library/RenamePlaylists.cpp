@@ -186,7 +186,9 @@ void RewriteFolder(RenameRun& run, const std::string& folder, bool renameFiles) 
     if (!hasPlaylists) RenameFolderFiles(run, folder);
     if (!run.app.state.ProcessSubfolders) return;
     for (const std::string& subfolder : Subfolders(run.app, folder)) {
-        if (!renameFiles || !run.batch.IsCancelled()) RewriteFolder(run, subfolder, renameFiles);
+        // Lists that only learn names do so to the end: what is renamed is renamed.
+        if (!run.batch.Pause() && renameFiles) return;
+        RewriteFolder(run, subfolder, renameFiles);
     }
 }
 

@@ -83,7 +83,9 @@ void RenameFolderTree(RenameRun& run, const std::string& folder) {
     const std::vector<std::string> subfolders = Subfolders(run.app, folder);
     RenameFolderFiles(run, folder);
     for (const std::string& subfolder : subfolders) {
-        if (!run.batch.IsCancelled()) RenameFolderTree(run, subfolder);
+        // Folders without files to name come to no item of the batch, and there may be any number of them.
+        if (!run.batch.Pause()) return;
+        RenameFolderTree(run, subfolder);
     }
 }
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 #include "app/RenamePreview.h"
@@ -162,6 +163,22 @@ TEST_F(RenamePreviewTest, BegunAnew_GivesTheLinesOfTheLastOneOnly) {
     const Lines lines = Preview();
     EXPECT_EQ(lines.size(), static_cast<std::size_t>(Files));
     for (const PreviewedRename& line : lines) ASSERT_TRUE(line.newName.starts_with("last ")) << line.newName;
+}
+
+TEST_F(RenamePreviewTest, TreeWithoutFiles_IsLeftWhenNobodyWaits) {
+    constexpr int Folders = 40;
+    const std::filesystem::path tree = app.folder / "tree";
+    for (int i = 0; i < Folders * Folders; ++i)
+        std::filesystem::create_directories(tree / std::to_string(i / Folders) / std::to_string(i % Folders));
+    form.choice.processSubfolders = true;
+    form.choice.updatePlaylists = true;
+    const auto begin = std::chrono::steady_clock::now();
+    Preview();
+    const auto whole = std::chrono::steady_clock::now() - begin;
+    preview.Begin(form);
+    const auto stopping = std::chrono::steady_clock::now();
+    preview.Stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - stopping, whole / 3);
 }
 
 TEST_F(RenamePreviewTest, Stopped_GivesNothingMore) {

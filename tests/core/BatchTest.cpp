@@ -39,6 +39,24 @@ TEST(Batch, ItemsThatAreFoundOnTheWay_AreCounted) {
     EXPECT_EQ(app.desktop.batches, (Shown{{1, 1}, {3, 3}, {4, 4}, {0, 0}}));
 }
 
+TEST(Batch, Pause_LetsTheDesktopAnswerAndCountsNothing) {
+    TestApp app;
+    {
+        Batch batch(app);
+        EXPECT_TRUE(batch.Pause());
+        batch.Expect(2);
+        batch.Next();
+        EXPECT_TRUE(batch.Pause());
+        app.desktop.cancelsFromItem = 1;
+        EXPECT_FALSE(batch.Pause());
+        EXPECT_FALSE(batch.Next());
+        app.desktop.cancelsFromItem = 0;
+        EXPECT_FALSE(batch.Pause()) << "for good";
+    }
+    EXPECT_EQ(app.desktop.batches, (Shown{{1, 1}, {1, 2}, {1, 2}, {1, 2}, {1, 2}, {0, 0}}));
+    EXPECT_EQ(app.desktop.servedEvents, 5);
+}
+
 TEST(Batch, Cancelled_EndsForGood) {
     TestApp app;
     Batch batch(app, 3);

@@ -39,6 +39,29 @@ TEST_F(Cancel, RenameInATree_LeavesTheRestAlone) {
     EXPECT_EQ(app.desktop.batches.back(), (std::pair<std::size_t, std::size_t>{0, 0}));
 }
 
+TEST_F(Cancel, RenameInATreeWithoutFiles_AnswersInEachFolder) {
+    for (int i = 0; i < 20; ++i) std::filesystem::create_directories(app.folder / ("s/" + std::to_string(i)));
+    app.state.ProcessSubfolders = true;
+    app.state.FileSpec = "*.ogg";
+    RenameWithPlaylistsJob(app);
+    EXPECT_EQ(app.desktop.servedEvents, 2 * 21) << "the walk of the files, and that of the lists";
+    app.desktop.servedEvents = 0;
+    app.desktop.asksToCancel = [this] { return app.desktop.servedEvents >= 3; };
+    RenameJob(app);
+    EXPECT_EQ(app.desktop.servedEvents, 3);
+    EXPECT_EQ(app.desktop.batches.back(), (std::pair<std::size_t, std::size_t>{0, 0}));
+}
+
+TEST_F(Cancel, RenameInATree_ListsOfSubfoldersLearnAllTheSame) {
+    for (int i = 0; i < 5; ++i) Make("sub" + std::to_string(i) + "/l.m3u", "../1.mp3\n../2.mp3\n../3.mp3\n");
+    app.state.ProcessSubfolders = true;
+    CancelAt(2);
+    RenameWithPlaylistsJob(app);
+    EXPECT_EQ(CountRenamed(), 1U);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_NE(app.folder.Read("sub" + std::to_string(i) + "/l.m3u").find("A - "), std::string::npos) << i;
+}
+
 TEST_F(Cancel, RenameWithPlaylists_TheListsLearnTheNamesGiven) {
     Make("all.m3u", "1.mp3\n2.mp3\n3.mp3\n");
     CancelAt(2);
