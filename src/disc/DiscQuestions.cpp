@@ -27,7 +27,8 @@ Connection Connect(const DatabaseAccess& access) {
     if (!connection) return connection;
     cddb_set_server_name(connection.get(), access.Server.c_str());
     cddb_set_server_port(connection.get(), access.Port);
-    cddb_set_timeout(connection.get(), static_cast<unsigned int>(access.Seconds));
+    // The library counts the ticks of the clock: one second can be over in a hundredth of one.
+    cddb_set_timeout(connection.get(), static_cast<unsigned int>(access.Seconds) + 1);
     cddb_set_client(connection.get(), access.ClientName.c_str(), access.ClientVersion.c_str());
     cddb_set_email_address(connection.get(), access.UserAddress.c_str());
     // What the server says now counts, and no file of another program is touched.
@@ -83,7 +84,9 @@ DatabaseAlbum AlbumOfEntry(cddb_disc_t* entry) {
 
 template <typename Answer>
 DatabaseReply<Answer> Failure(const Connection& connection) {
-    return {DatabaseEnd::Failed, connection ? Text(cddb_error_str(cddb_errno(connection.get()))) : "", {}};
+    const cddb_error_t error = connection ? cddb_errno(connection.get()) : CDDB_ERR_OK;
+    // An answer that never came is none of its errors.
+    return {DatabaseEnd::Failed, error == CDDB_ERR_OK ? "" : Text(cddb_error_str(error)), {}};
 }
 
 /// Servers close or refuse for reasons of their own; only what they say of the disc is an answer.

@@ -1,6 +1,7 @@
 // Questions to a database of discs on the loopback, through the helper.
 
 #include <chrono>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -171,6 +172,21 @@ TEST_F(DiscDatabaseTest, ServerThatNeverAnswers_IsGivenUpWhileTheWindowIsServed)
     EXPECT_EQ(reply.End, DatabaseEnd::Failed);
     EXPECT_LT(Clock::now() - start, std::chrono::seconds(4));
     EXPECT_GT(steps, 20);
+}
+
+TEST_F(DiscDatabaseTest, ServerThatNeverAnswers_IsGivenItsTimeAlsoBesideATickOfTheClock) {
+    server.answers.erase("cddb query");
+    access.Seconds = 1;
+    const auto isBesideTick = [] {
+        const auto now = std::chrono::system_clock::now().time_since_epoch();
+        return std::chrono::duration_cast<std::chrono::milliseconds>(now).count() % 1000 >= 975;
+    };
+    while (!isBesideTick()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const auto start = Clock::now();
+    const auto reply = Query();
+    EXPECT_EQ(reply.End, DatabaseEnd::Failed);
+    EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(900));
+    EXPECT_EQ(reply.Reason, "");
 }
 
 TEST_F(DiscDatabaseTest, Cancelled_IsOverAtOnce) {

@@ -143,9 +143,9 @@ class HelperDatabase : public DiscDatabase {
                 std::to_string(access.Seconds)};
     }
 
-    /// The helper gives up by itself in most cases.
+    /// The helper gives up by itself in most cases, within a second behind the time.
     static std::chrono::seconds TimeOf(const DatabaseAccess& access) {
-        return std::chrono::seconds{access.Seconds} + std::chrono::seconds{1};
+        return std::chrono::seconds{access.Seconds} + std::chrono::seconds{2};
     }
 
     template <typename Answer>
