@@ -93,6 +93,19 @@ TEST_F(RenameDialogTest, Captions_AreTheMessages) {
     EXPECT_EQ(FromQt(Find<QPushButton>("OKButton").text()), "Rename");
 }
 
+TEST_F(RenameDialogTest, LeastHeight_LeavesLinesOfEntryWhole) {
+    MakeSong("a.mp3", "One");
+    Open();
+    Choose("optFormat6");
+    Choose("optRenameFilter2");
+    dialog->resize(dialog->minimumSizeHint());
+    QCoreApplication::processEvents();
+    for (const char* name : {"cmbRenameTemplates", "txtMask"}) {
+        const auto& line = Find<QWidget>(name);
+        EXPECT_GE(line.height(), line.minimumSizeHint().height()) << name;
+    }
+}
+
 TEST_F(RenameDialogTest, Load_ShowsTheSavedChoice) {
     app.state.RenameAndTagging_Format = 6;
     app.state.RenameAndTagging_FilterType = 2;

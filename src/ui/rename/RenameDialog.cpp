@@ -56,6 +56,18 @@ QRadioButton* AddOption(QButtonGroup* group, int id, const char* name, const QSt
     return option;
 }
 
+/// A label that wraps does not count in the least height of a window, and its further lines would be taken
+/// from the lines of entry: it gets two of its own, and room for its text in them.
+void KeepTwoLines(QLabel* label) {
+    label->setWordWrap(true);
+    QSizePolicy policy = label->sizePolicy();
+    policy.setHeightForWidth(false);
+    label->setSizePolicy(policy);
+    label->setMinimumHeight(2 * label->fontMetrics().lineSpacing());
+    // A little more than half, since lines break between words.
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(label->text()) * 2 / 3);
+}
+
 }  // namespace
 
 RenameDialog::RenameDialog(App& app, const Place& place, QWidget* parent)
@@ -180,7 +192,8 @@ QGroupBox* RenameDialog::MakePreview() {
     lblPreview_ = new QLabel;
     lblPreview_->setObjectName("lblPreview");
     lblPreview_->setTextFormat(Qt::PlainText);
-    lblPreview_->setWordWrap(true);
+    // What ends a rename may name a long path: told whole in the tool tip, it must not widen the window.
+    lblPreview_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* layout = new QVBoxLayout(group);
     layout->addWidget(table, 1);
     layout->addWidget(lblPreview_);
@@ -193,7 +206,7 @@ QLayout* RenameDialog::MakeBottom() {
     sign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size, size));
     auto* warning = new QLabel(Text(34008));
     warning->setObjectName("lblWarning");
-    warning->setWordWrap(true);
+    KeepTwoLines(warning);
     okButton_ = new QPushButton(Text(34010));
     okButton_->setObjectName("OKButton");
     cancelButton_ = new QPushButton(OwnText(app_, WindowText::BoxCancel));
@@ -290,6 +303,7 @@ void RenameDialog::ShowSummary() {
     if (const auto failure = preview_.Failure())
         summary += "\n" + OwnText(app_, WindowText::RenameWouldEnd) + " " + ToQt(app_.ansi.ToText(*failure));
     lblPreview_->setText(summary);
+    lblPreview_->setToolTip(summary.toHtmlEscaped());
 }
 
 void RenameDialog::done(int result) {
