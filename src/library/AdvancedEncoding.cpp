@@ -194,7 +194,7 @@ bool EncodeRows(App& app, const std::string& folder, std::span<const TagRow> row
     StoreChoice(app, choice);
     // Tools that are told no folder write to the current one.
     const bool hasFailed = CheckRuntimeError(app, [&] { app.files.SetCurrentFolder(folder); });
-    const bool isAll = hasFailed || EncodeAll(app, folder, rows, choice, events);
+    const bool isAll = !hasFailed && EncodeAll(app, folder, rows, choice, events);
     app.state.ReduceLevel = app.state.Saved.ReduceLevel;
     return isAll;
 }

@@ -57,7 +57,8 @@ struct EncodingEvents {
 /// files into their folder, which becomes the current one, and tags what came out. A file without an output
 /// is passed over; a run-time failure of one file is shown and the next file follows. A source is deleted
 /// only when its output is there and tagged, and not known to hold less than the source.
-/// False when the person has ended it ahead of the last row. App::defaultWaveFile must be there.
+/// False when the person has ended it ahead of the last row, or when the folder is gone. App::defaultWaveFile
+/// must be there.
 bool EncodeRows(App& app, const std::string& folder, std::span<const TagRow> rows,
                 const EncodingChoice& choice, const EncodingEvents& events);
 

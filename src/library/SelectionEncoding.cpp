@@ -71,8 +71,8 @@ bool EnterFolder(App& app, const std::string& folder) {
 }  // namespace
 
 void SetModeOfCommand(AppState& state, const ModeOfCommand& mode) {
-    state.TrimSilence = state.Saved.TrimSilence;
-    state.ReduceLevel = state.Saved.ReduceLevel;
+    // All of them: another encoding before this one may have left its own.
+    static_cast<RunSwitches&>(state) = state.Saved;
     state.UseVBR = false;
     state.UseOggVorbis = mode.kind == TargetKind::OggVorbis;
     state.UseMPEGplus = mode.kind == TargetKind::MPEGplus;

@@ -371,7 +371,7 @@ TEST_F(AdvancedEncoding, Tools_WorkInTheFolderOfTheList) {
 }
 
 TEST_F(AdvancedEncoding, FolderThatIsGone_IsToldAndNothingRuns) {
-    EXPECT_TRUE(EncodeRows(app, app.folder / "gone", RowsToEncode(Texts{"a.wav"}), choice, {}));
+    EXPECT_FALSE(EncodeRows(app, app.folder / "gone", RowsToEncode(Texts{"a.wav"}), choice, {}));
     EXPECT_EQ(app.desktop.boxes.size(), 1U);
     EXPECT_TRUE(app.processes.runs.empty());
 }

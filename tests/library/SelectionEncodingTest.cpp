@@ -71,9 +71,13 @@ TEST(ModeOfCommand, TrimmingAndLevel_AreThoseOfTheSettings) {
     AppState state;
     state.Saved.TrimSilence = false;
     state.Saved.ReduceLevel = true;
+    state.Normalize = true;
+    state.Saved.NormalizeSeparately = true;
     SetModeOfCommand(state, Lame128);
     EXPECT_FALSE(state.TrimSilence);
     EXPECT_TRUE(state.ReduceLevel);
+    EXPECT_FALSE(state.Normalize);
+    EXPECT_TRUE(state.NormalizeSeparately);
 }
 
 TEST_F(SelectionEncoding, Encode_AsksByKind) {

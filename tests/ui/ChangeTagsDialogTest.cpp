@@ -1,4 +1,5 @@
 #include <QStatusBar>
+#include <QWheelEvent>
 
 #include "support/Mp3Builder.h"
 #include "support/OggBuilder.h"
@@ -22,7 +23,11 @@ class ChangeTagsDialogTest : public FileInfoStage<ChangeTagsDialog> {
     void OpenOn(const Names& selected, const Names& all = {}) {
         dialog = std::make_unique<ChangeTagsDialog>(
             app, TagFiles{app.folder.Path(), selected, all},
-            [this](const std::string& name) { told.push_back(name); }, nullptr);
+            [this](const std::string& name) {
+                told.push_back(name);
+                if (whenTold) whenTold();
+            },
+            nullptr);
         dialog->show();
         dialog->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
@@ -32,6 +37,8 @@ class ChangeTagsDialogTest : public FileInfoStage<ChangeTagsDialog> {
     std::string Status() const { return FromQt(Find<QStatusBar>("stb")->currentMessage()); }
 
     Names told;
+    /// The person acts while the file is dealt with.
+    std::function<void()> whenTold;
 };
 
 TEST_F(ChangeTagsDialogTest, Captions_AreTheMessages) {
@@ -103,8 +110,12 @@ TEST_F(ChangeTagsDialogTest, Blank_ClearsItsField) {
     WriteMp3("a.mp3");
     OpenOn({"a.mp3"});
     Type("txtAlbum", " ");
+    Type("txtYear", " ");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Focus(), "cmbGenre");
     Click("OKButton");
     EXPECT_EQ(Tag("a.mp3").Album, "");
+    EXPECT_EQ(Tag("a.mp3").Year, "");
     EXPECT_EQ(Tag("a.mp3").Artist, "Old Artist");
 }
 
@@ -214,6 +225,65 @@ TEST_F(ChangeTagsDialogTest, CancelOfTheWork_EndsBehindTheFileAtHand) {
         EXPECT_EQ(told, (Names{"a.mp3", "b.mp3"})) << "goes on with the rest";
         EXPECT_FALSE(IsOpen());
     }
+}
+
+TEST_F(ChangeTagsDialogTest, CancelWhileTheLastFileIsWritten_ClosesAsAllIsDone) {
+    WriteMp3("a.mp3");
+    OpenOn({"a.mp3"}, {"a.mp3", "b.mp3"});
+    Type("txtArtist", "New");
+    whenTold = [this] { QTest::keyClick(dialog.get(), Qt::Key_Escape); };
+    Click("OKButton");
+    EXPECT_EQ(told, Names{"a.mp3"});
+    EXPECT_FALSE(IsOpen());
+    EXPECT_TRUE(app.desktop.questions.empty());
+}
+
+TEST_F(ChangeTagsDialogTest, CancelOfAllFiles_GoesOnWithTheRestUnasked) {
+    WriteMp3("a.mp3");
+    WriteMp3("b.mp3");
+    OpenOn({}, {"a.mp3", "b.mp3"});
+    Type("txtArtist", "New");
+    app.desktop.answers = {true};
+    whenTold = [this] { QTest::keyClick(dialog.get(), Qt::Key_Escape); };
+    Click("OKButton");
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(told, Names{"a.mp3"});
+    whenTold = {};
+    Click("OKButton");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(told, (Names{"a.mp3", "b.mp3"}));
+    EXPECT_EQ(app.desktop.questions.size(), 1U);
+}
+
+TEST_F(ChangeTagsDialogTest, CancelOfTheRestAtABox_KeepsTheDialog) {
+    for (const char* name : {"a.mp3", "b.mp3"}) WriteMp3(name);
+    OpenOn({"a.mp3", "b.mp3"});
+    Type("txtArtist", "New");
+    app.desktop.asksToCancel = [this] { return told.size() == 1; };
+    Click("OKButton");
+    EXPECT_EQ(told, Names{"a.mp3"});
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(TextOf("txtArtist"), "New");
+    app.desktop.asksToCancel = {};
+    Click("OKButton");
+    EXPECT_EQ(told, (Names{"a.mp3", "b.mp3"}));
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(ChangeTagsDialogTest, Wheel_ChoosesAGenreOnlyInTheFocus) {
+    OpenOn({"a.mp3"});
+    QComboBox* box = Box("cmbGenre");
+    const auto turn = [&] {
+        QWheelEvent wheel(QPointF(5, 5), QPointF(5, 5), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box, &wheel);
+    };
+    turn();
+    EXPECT_EQ(box->currentIndex(), -1);
+    EXPECT_EQ(Focus(), "txtArtist");
+    box->setFocus();
+    turn();
+    EXPECT_EQ(box->currentIndex(), 0);
 }
 
 TEST_F(ChangeTagsDialogTest, ReadOnlyFile_IsAskedAbout) {

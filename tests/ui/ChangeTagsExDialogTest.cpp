@@ -22,7 +22,12 @@ class ChangeTagsExDialogTest : public FileInfoStage<ChangeTagsExDialog> {
     void OpenOn(const Names& names) {
         const std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), names).value();
         dialog = std::make_unique<ChangeTagsExDialog>(
-            app, app.folder.Path(), rows, [this](const std::string& name) { told.push_back(name); }, nullptr);
+            app, app.folder.Path(), rows,
+            [this](const std::string& name) {
+                told.push_back(name);
+                if (whenTold) whenTold();
+            },
+            nullptr);
         dialog->show();
         dialog->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
@@ -53,6 +58,8 @@ class ChangeTagsExDialogTest : public FileInfoStage<ChangeTagsExDialog> {
     }
 
     Names told;
+    /// The person acts while the file is dealt with.
+    std::function<void()> whenTold;
 };
 
 TEST_F(ChangeTagsExDialogTest, Opening_ShowsTheTagsOfTheFiles) {
@@ -229,6 +236,44 @@ TEST_F(ChangeTagsExDialogTest, CancelOfTheWork_KeepsTheRows) {
     Click("OKButton");
     EXPECT_EQ(Tag("b.mp3").Artist, "New");
     EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(ChangeTagsExDialogTest, CancelOfTheRestAtABox_KeepsTheRows) {
+    WriteMp3("a.mp3");
+    WriteMp3("b.mp3");
+    OpenOn({"a.mp3", "b.mp3"});
+    TypeInto(1, ArtistColumn, "New");
+    app.TestWorld::files.SetReadOnly(app.folder / "a.mp3", true);
+    // The question about the first one is left with the rest.
+    app.desktop.asksToCancel = [this] { return !app.desktop.questions.empty(); };
+    Click("OKButton");
+    EXPECT_EQ(app.desktop.questions.size(), 1U);
+    EXPECT_EQ(told, Names{"a.mp3"});
+    EXPECT_EQ(Tag("b.mp3").Artist, "Old Artist");
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(Cell(1, ArtistColumn), "New");
+}
+
+TEST_F(ChangeTagsExDialogTest, CancelWhileTheLastFileIsWritten_ClosesAsAllIsDone) {
+    WriteMp3("a.mp3");
+    OpenOn({"a.mp3"});
+    whenTold = [this] { QTest::keyClick(dialog.get(), Qt::Key_Escape); };
+    Click("OKButton");
+    EXPECT_EQ(told, Names{"a.mp3"});
+    EXPECT_FALSE(IsOpen());
+    EXPECT_TRUE(app.desktop.questions.empty());
+}
+
+TEST_F(ChangeTagsExDialogTest, BlankDefaultYear_ClearsTheYears) {
+    WriteMp3("a.mp3");
+    OpenOn({"a.mp3"});
+    Type("txtDefYear", " ");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Focus(), "cmbGenre");
+    Click("OKButton");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(Tag("a.mp3").Year, "");
+    EXPECT_EQ(Tag("a.mp3").Artist, "Old Artist");
 }
 
 TEST_F(ChangeTagsExDialogTest, PlaceAndChoices_AreStoredOnTheWayOut) {

@@ -1,4 +1,6 @@
 #include <QStatusBar>
+#include <QWheelEvent>
+#include <filesystem>
 
 #include "platform/CommandText.h"
 #include "support/Mp3Builder.h"
@@ -190,6 +192,45 @@ TEST_F(EncodeDialogTest, Shutdown_IsWantedBehindTheLastFile) {
     EXPECT_FALSE(dialog->WantsPowerOff());
     Accept();
     EXPECT_TRUE(dialog->WantsPowerOff());
+}
+
+TEST_F(EncodeDialogTest, Shutdown_IsNotWantedByWhoCancelsDuringTheLastFile) {
+    OpenOn({"a.wav"});
+    Toggle("chkShutdown");
+    const auto encode = app.processes.tool;
+    app.processes.tool = [&](const RecordingProcesses::Run& run) {
+        encode(run);
+        QTest::mouseClick(Find<QPushButton>("cmdCancelBatch"), Qt::LeftButton);
+    };
+    Accept();
+    EXPECT_EQ(encoded, Names{"a.wav"});
+    EXPECT_FALSE(IsOpen());
+    EXPECT_FALSE(dialog->WantsPowerOff());
+}
+
+TEST_F(EncodeDialogTest, FolderThatIsGone_KeepsTheDialogAndThePower) {
+    OpenOn({"a.wav"});
+    Toggle("chkShutdown");
+    TypeInto(0, TitlePlace, "Title");
+    std::filesystem::rename(app.folder.Path(), app.folder.Path() + ".away");
+    Accept();
+    std::filesystem::rename(app.folder.Path() + ".away", app.folder.Path());
+    EXPECT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_TRUE(IsOpen());
+    EXPECT_FALSE(dialog->WantsPowerOff());
+    EXPECT_EQ(RowTexts(0).at(TitlePlace), "Title");
+}
+
+TEST_F(EncodeDialogTest, Wheel_PassesTheBoxesThatHaveNotTheFocus) {
+    OpenOn({"a.wav"});
+    for (const char* name : {"cmbBitRate", "cmbTemplates"}) {
+        const int before = Box(name)->currentIndex();
+        QWheelEvent wheel(QPointF(5, 5), QPointF(5, 5), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(Box(name), &wheel);
+        EXPECT_EQ(Box(name)->currentIndex(), before) << name;
+        EXPECT_EQ(Focus(), "flxFiles") << name;
+    }
 }
 
 TEST_F(EncodeDialogTest, RetrieveTags_FillsTheCells) {

@@ -12,6 +12,7 @@
 #include "ui/QtText.h"
 #include "ui/WindowGeometry.h"
 #include "ui/tags/DefaultsBox.h"
+#include "ui/tags/ScrollGuard.h"
 #include "ui/tags/TemplatesBox.h"
 
 namespace zefta {
@@ -76,6 +77,7 @@ QWidget* EncodeDialog::MakeOptions() {
     // A preset may have a name of any length.
     cmbBitRate_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbBitRate_->setMinimumContentsLength(ModeCharacters);
+    GuardAgainstScrolling(cmbBitRate_);
     AddLabelled(Application(), mode, cmbBitRate_, ModeText);
     rows->addLayout(mode);
     FillModes();
@@ -160,7 +162,8 @@ void EncodeDialog::OKButton_Click() {
     StorePlace(app.userSettings, EncodingWindow, *this);
     const bool hasFiles = !table_.Rows().empty();
     if (!Encode()) return;
-    wantsPowerOff_ = hasFiles && chkShutdown_->isChecked();
+    // Who cancels during the last file wants to go on at the machine.
+    wantsPowerOff_ = hasFiles && !IsCancelled() && chkShutdown_->isChecked();
     accept();
 }
 

@@ -77,18 +77,19 @@ TagValues ChangeTagsDialog::Values() const {
     return values;
 }
 
-void ChangeTagsDialog::Update(const TagValues& values) {
+bool ChangeTagsDialog::Update(const TagValues& values) {
     App& app = Application();
     const UpdateEvents events = {[this](std::size_t number, std::size_t count, const std::string&) {
                                      ShowStatus(QString("%1 / %2").arg(number).arg(count));
                                  },
                                  [this](const std::string& name) {
-                                     std::erase(files_.selected, name);
+                                     std::erase(*left_, name);
                                      done_(name);
                                  },
                                  [this] { return IsCancelled(); }};
     app.desktop.ServeEvents();
-    UpdateTags(app, files_.folder, FilesToUpdate(app, files_.selected, files_.all), values, events);
+    if (!left_) left_ = FilesToUpdate(app, files_.selected, files_.all);
+    return UpdateTags(app, files_.folder, std::vector<std::string>(*left_), values, events);
 }
 
 void ChangeTagsDialog::OKButton_Click() {
@@ -99,10 +100,11 @@ void ChangeTagsDialog::OKButton_Click() {
         return;
     }
     lblNote_->setText(Text(UpdatingNote));
-    Work([&] { Update(values); });
+    bool isAll = false;
+    Work([&] { isAll = Update(values); });
     lblNote_->setText(Text(FieldsNote));
     // Behind a cancel the person may go on with the rest.
-    if (!IsCancelled()) accept();
+    if (isAll) accept();
 }
 
 }  // namespace zefta

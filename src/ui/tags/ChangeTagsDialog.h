@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,9 +40,12 @@ class ChangeTagsDialog : public BatchDialog {
   private:
     QWidget* MakeFields();
     TagValues Values() const;
-    void Update(const TagValues& values);
+    /// False when it was ended.
+    bool Update(const TagValues& values);
 
     TagFiles files_;
+    /// What the person has said the update means and has not been dealt with; nothing ahead of the first one.
+    std::optional<std::vector<std::string>> left_;
     FileDone done_;
     QLineEdit* txtArtist_ = nullptr;
     QLineEdit* txtTitle_ = nullptr;

@@ -85,7 +85,7 @@ bool ChangeTagsExDialog::HasUnsaved() const {
     return table_.IsChanged();
 }
 
-void ChangeTagsExDialog::Write(const std::vector<TagRow>& rows) {
+bool ChangeTagsExDialog::Write(const std::vector<TagRow>& rows) {
     App& app = Application();
     const UpdateEvents events = {[&](std::size_t number, std::size_t count, const std::string& name) {
                                      row_ = number - 1;
@@ -93,17 +93,18 @@ void ChangeTagsExDialog::Write(const std::vector<TagRow>& rows) {
                                  },
                                  done_, [this] { return IsCancelled(); }};
     app.desktop.ServeEvents();
-    WriteTagRows(app, folder_, rows, defaults_->Defaults(), events);
+    return WriteTagRows(app, folder_, rows, defaults_->Defaults(), events);
 }
 
 void ChangeTagsExDialog::OKButton_Click() {
     if (!defaults_->Validate()) return;
     table_.View().StoreEdit();
-    if (!Work([this] { Write(table_.Rows()); })) {
+    bool isAll = false;
+    if (!Work([&] { isAll = Write(table_.Rows()); })) {
         // No byte holds its track.
         table_.View().setFocus();
         table_.SelectCell(row_, TrackColumn);
-    } else if (!IsCancelled()) {
+    } else if (isAll) {
         accept();
     }
 }

@@ -37,7 +37,8 @@ class ChangeTagsExDialog : public BatchDialog {
     void cmdRetrieveTags_Click();
 
     QGroupBox* MakeCaseBox();
-    void Write(const std::vector<TagRow>& rows);
+    /// False when it was ended.
+    bool Write(const std::vector<TagRow>& rows);
 
     std::string folder_;
     FileDone done_;

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <limits>
 
+#include "core/Strings.h"
 #include "library/FileInformation.h"
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
@@ -35,11 +36,12 @@ QLineEdit* AddLine(App& app, QFormLayout* form, const char* name, std::int32_t l
     return line;
 }
 
+/// Blanks around a year do no harm, and a blank alone clears the field of the files.
 YearGuard* GuardYear(App& app, QLineEdit* year, QWidget* wayOut) {
     year->setToolTip(OwnText(app, WindowText::InfoYearRule));
     year->setAccessibleDescription(year->toolTip());
     return new YearGuard(
-        year, [year] { return IsYearText(FromQt(year->text())); }, wayOut, year->toolTip());
+        year, [year] { return IsYearText(Trim(FromQt(year->text()))); }, wayOut, year->toolTip());
 }
 
 DefaultsBox::DefaultsBox(App& app, QWidget* parent)

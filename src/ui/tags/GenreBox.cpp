@@ -8,6 +8,7 @@
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
 #include "ui/info/Genres.h"
+#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 
@@ -29,6 +30,7 @@ GenreBox::GenreBox(const App& app, QWidget* parent)
     setMinimumContentsLength(UsualGenre);
     for (const QString& name : GenreNames()) addItem(name, int{GenreIndexFromName(FromQt(name))});
     setCurrentIndex(-1);
+    GuardAgainstScrolling(this);
     setToolTip(OwnText(app, WindowText::TagsGenreTip));
     setAccessibleDescription(toolTip());
 }

@@ -5,6 +5,7 @@
 
 #include "library/ReverseTemplates.h"
 #include "ui/QtText.h"
+#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 
@@ -14,6 +15,7 @@ TemplatesBox::TemplatesBox(App& app, QWidget* parent)
     auto* row = new QHBoxLayout(this);
     cmbTemplates_->setObjectName("cmbTemplates");
     cmbTemplates_->setAccessibleName(title());
+    GuardAgainstScrolling(cmbTemplates_);
     FillReverseTemplates(app.state);
     auto* retrieve = new QPushButton(ToQt(app.messages.GetMessage(34114)));
     retrieve->setObjectName("cmdRetrieveTags");
