@@ -83,13 +83,45 @@ TEST_F(GridModelTest, UndoWithoutAStep_DoesNothing) {
     EXPECT_TRUE(model.Redo().IsEmpty());
 }
 
-TEST_F(GridModelTest, OtherRows_ForgetTheSteps) {
+TEST_F(GridModelTest, RowThatIsTakenOut_TakesItsStepsAlong) {
     QSignalSpy history(&model, &GridModel::HistoryChanged);
     model.Change({{0, 1, "x"}});
     model.RemoveRow(0);
     EXPECT_EQ(model.Rows(), (Rows{{"g", "c", "d"}}));
     EXPECT_FALSE(model.CanUndo());
     EXPECT_EQ(history.count(), 2);
+}
+
+TEST_F(GridModelTest, RowThatIsTakenOut_LeavesTheStepsOfOthers) {
+    model.Load({{"f", "a", "b"}, {"g", "c", "d"}, {"h", "e", "f"}});
+    model.Change({{0, 1, "both"}, {2, 1, "both"}});
+    model.Change({{1, 1, "gone"}});
+    model.Change({{2, 2, "last"}});
+    model.Undo();
+    model.RemoveRow(1);
+    EXPECT_TRUE(model.CanRedo());
+    model.Redo();
+    EXPECT_EQ(model.Rows(), (Rows{{"f", "both", "b"}, {"h", "both", "last"}}));
+    EXPECT_EQ(model.Undo(), (CellRange{1, 2, 1, 2}));
+    EXPECT_EQ(model.Undo(), (CellRange{0, 1, 1, 1}));
+    EXPECT_EQ(model.Rows(), (Rows{{"f", "a", "b"}, {"h", "e", "f"}}));
+    EXPECT_FALSE(model.CanUndo());
+}
+
+TEST_F(GridModelTest, OtherRows_ForgetTheSteps) {
+    model.Change({{0, 1, "x"}});
+    model.Load({{"f", "a", "b"}});
+    EXPECT_FALSE(model.CanUndo());
+}
+
+TEST_F(GridModelTest, LongText_IsShownUpToAWholeCharacter) {
+    std::string text = "x";
+    for (int i = 0; i < 2'000; ++i) text += "ё";
+    model.Load({{"f", text, ""}});
+    const std::string shown = FromQt(model.index(0, 1).data().toString());
+    EXPECT_LT(shown.size(), 2'001U);
+    EXPECT_EQ(shown, text.substr(0, shown.size()));
+    EXPECT_EQ(shown.size() % 2, 1U);
 }
 
 }  // namespace

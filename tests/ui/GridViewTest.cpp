@@ -168,6 +168,45 @@ TEST_F(GridViewTest, ClickOnTheCurrentCell_EditsIt) {
     EXPECT_EQ(FromQt(Text1().text()), "a2");
 }
 
+TEST_F(GridViewTest, ClickOrKey_EditsTheTextThatIsThereWhereAsked) {
+    grid->SetEditStart(EditStart::ClickOrKey);
+    Click(1, Artist);
+    EXPECT_EQ(FromQt(Text1().text()), "a2");
+    Type("!");
+    Click(2, Title);
+    EXPECT_EQ(At(1, Artist), "a2!");
+    EXPECT_EQ(FromQt(Text1().text()), "t3");
+    Key(Qt::Key_Escape);
+    Type("!");
+    EXPECT_EQ(FromQt(Text1().text()), "t3!");
+    Key(Qt::Key_Escape);
+    Click(1, 0);
+    EXPECT_FALSE(Text1().isVisible()) << "fixed";
+}
+
+TEST_F(GridViewTest, SelectingByTheMouse_DoesNotEdit) {
+    grid->SetEditStart(EditStart::ClickOrKey);
+    Click(2, Title, Qt::ControlModifier);
+    EXPECT_FALSE(Text1().isVisible());
+    Click(2, Artist, Qt::ShiftModifier);
+    EXPECT_FALSE(Text1().isVisible());
+    QTest::mousePress(grid->viewport(), Qt::LeftButton, {}, PlaceOf(0, Artist));
+    QTest::mouseMove(grid->viewport(), PlaceOf(1, Artist));
+    QTest::mouseRelease(grid->viewport(), Qt::LeftButton, {}, PlaceOf(1, Artist));
+    EXPECT_FALSE(Text1().isVisible());
+}
+
+TEST_F(GridViewTest, CellThatIsTooLongToEdit_IsNotReplacedByAKey) {
+    const std::string text(100'001, 'x');
+    model.Load({{"f", text, ""}});
+    grid->SelectCell(0, Artist);
+    Key(Qt::Key_F2);
+    EXPECT_FALSE(Text1().isVisible());
+    Type("y");
+    EXPECT_FALSE(Text1().isVisible());
+    EXPECT_EQ(At(0, Artist), text);
+}
+
 TEST_F(GridViewTest, ClickOnAnotherCell_StoresTheEdit) {
     Type("x");
     Click(2, Title);
@@ -272,11 +311,76 @@ TEST_F(GridViewTest, OneValue_IsPastedIntoAllSelectedCells) {
     EXPECT_EQ(At(0, Title), "t1");
 }
 
-TEST_F(GridViewTest, CellsApart_AreCopiedAlone) {
+TEST_F(GridViewTest, RowsApart_AreCopiedAlone) {
+    Click(0, Artist);
+    Click(2, Artist, Qt::ControlModifier);
+    Key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(Clipboard(), "a1\na3");
+}
+
+TEST_F(GridViewTest, CellsWithGaps_AreNeitherCopiedNorCut) {
+    QApplication::clipboard()->setText("before");
     Click(0, Artist);
     Click(1, Title, Qt::ControlModifier);
     Key(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(Clipboard(), "a1\t\n\tt2");
+    EXPECT_EQ(Clipboard(), "before");
+    Key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_FALSE(model.CanUndo());
+}
+
+TEST_F(GridViewTest, OneValueOverCellsApart_LeavesThoseBetween) {
+    QApplication::clipboard()->setText("Same");
+    Click(0, Artist);
+    Click(2, Artist, Qt::ControlModifier);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(At(0, Artist), "Same");
+    EXPECT_EQ(At(1, Artist), "a2");
+    EXPECT_EQ(At(2, Artist), "Same");
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(model.CanUndo()) << "one step";
+}
+
+TEST_F(GridViewTest, BlockOverCellsApart_IsNotPasted) {
+    QApplication::clipboard()->setText("x\ty");
+    Click(0, Artist);
+    Click(2, Artist, Qt::ControlModifier);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_FALSE(model.CanUndo());
+}
+
+TEST_F(GridViewTest, HiddenValues_AreCopiedWithinTheGridAlone) {
+    const std::string two = std::string("first\0second", 12);
+    model.Load({{"f", two, "t"}, {"g", "", ""}});
+    grid->SelectCell(0, Artist);
+    grid->selectionModel()->select(model.index(0, Title), QItemSelectionModel::Select);
+    Key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(Clipboard(), "first\tt");
+    grid->SelectCell(1, Artist);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(At(1, Title), "t");
+    EXPECT_TRUE(At(1, Artist).starts_with("first"));
+    EXPECT_TRUE(At(1, Artist).ends_with("second"));
+}
+
+TEST_F(GridViewTest, OldKeysOfTheClipboard_WorkAsWell) {
+    Key(Qt::Key_Insert, Qt::ControlModifier);
+    EXPECT_EQ(Clipboard(), "a1");
+    grid->SelectCell(1, Artist);
+    Key(Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(At(1, Artist), "a1");
+    Key(Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_EQ(At(1, Artist), "");
+    grid->SelectCell(2, Artist);
+    Key(Qt::Key_Backspace);
+    EXPECT_EQ(At(2, Artist), "");
+    EXPECT_FALSE(Text1().isVisible());
+}
+
+TEST_F(GridViewTest, CurrentCellWithoutSelection_IsCutWhole) {
+    grid->clearSelection();
+    Key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(Clipboard(), "a1");
+    EXPECT_EQ(At(0, Artist), "");
 }
 
 TEST_F(GridViewTest, CutAndDelete_ClearTheCells) {

@@ -14,6 +14,17 @@ namespace {
 /// More than any screen is wide; a text without end takes seconds to lay out.
 constexpr std::size_t LongestShown = 2000;
 
+/// The beginning of the text that is shown; whole characters.
+std::string_view BeginningOf(std::string_view text) {
+    const auto isInside = [&](std::size_t at) {
+        return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+    };
+    if (text.size() <= LongestShown) return text;
+    std::size_t end = LongestShown;
+    while (end > 0 && isInside(end)) --end;
+    return text.substr(0, end);
+}
+
 CellRange BoundsOf(const std::vector<CellChange>& changes) {
     if (changes.empty()) return {};
     const CellChange& first = changes.front();
@@ -42,6 +53,22 @@ void GridModel::Load(std::vector<GridRow> rows) {
 void GridModel::ForgetSteps() {
     steps_.clear();
     done_ = 0;
+    emit HistoryChanged();
+}
+
+void GridModel::ForgetRow(int row) {
+    std::size_t stillDone = 0;
+    std::vector<Step> left;
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+        Step& step = steps_[i];
+        std::erase_if(step, [&](const CellChange& change) { return change.row == row; });
+        for (CellChange& change : step) change.row -= change.row > row ? 1 : 0;
+        if (step.empty()) continue;
+        if (i < done_) ++stillDone;
+        left.push_back(std::move(step));
+    }
+    steps_ = std::move(left);
+    done_ = stillDone;
     emit HistoryChanged();
 }
 
@@ -93,7 +120,7 @@ void GridModel::RemoveRow(int row) {
     beginRemoveRows({}, row, row);
     rows_.erase(rows_.begin() + row);
     endRemoveRows();
-    ForgetSteps();
+    ForgetRow(row);
 }
 
 CellRange GridModel::Undo() {
@@ -117,7 +144,7 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) return {};
     const std::string_view text = ShownText(TextAt(index.row(), index.column()));
-    return ToQt(OneLine(text.substr(0, LongestShown)));
+    return ToQt(OneLine(BeginningOf(text)));
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -41,7 +41,7 @@ class GridModel : public QAbstractTableModel {
     /// One step for the person, whatever number of cells. Left out are cells that are fixed, outside the grid
     /// or hold the text already; false when none is left.
     bool Change(const std::vector<CellChange>& changes);
-    /// Takes the row out. There is nothing to undo then.
+    /// Takes the row out, for good: what was changed in other rows can still be undone.
     void RemoveRow(int row);
 
     bool CanUndo() const { return done_ > 0; }
@@ -69,6 +69,8 @@ class GridModel : public QAbstractTableModel {
     /// Exchanges the texts of step and cells.
     CellRange Exchange(Step& step);
     void ForgetSteps();
+    /// The steps as if the row had never been there.
+    void ForgetRow(int row);
 
     std::vector<GridColumn> columns_;
     std::vector<GridRow> rows_;

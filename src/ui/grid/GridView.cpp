@@ -6,12 +6,16 @@
 #include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <set>
+#include <utility>
 
+#include "tags/TagText.h"
 #include "ui/QtText.h"
 
 namespace zefta {
@@ -20,6 +24,9 @@ namespace {
 
 /// A line of entry takes seconds for each million characters.
 constexpr qsizetype LongestCell = 100'000;
+
+/// Cells with what is not shown of them: other programs end a text at a NUL.
+constexpr auto CellsFormat = "application/x-zefta-cells";
 
 /// Cells that can't be changed look like the headings.
 class CellDelegate : public QStyledItemDelegate {
@@ -101,14 +108,18 @@ void GridView::AddActions(const App& app) {
     const QKeySequence shiftZ(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
     AddAction(text(WindowText::GridUndo), {QKeySequence(Qt::CTRL | Qt::Key_Z)}, &GridView::Undo);
     AddAction(text(WindowText::GridRedo), {shiftZ, QKeySequence(Qt::CTRL | Qt::Key_Y)}, &GridView::Redo);
-    AddAction(text(WindowText::GridCut), {QKeySequence(Qt::CTRL | Qt::Key_X)}, &GridView::Cut);
+    AddAction(text(WindowText::GridCut),
+              {QKeySequence(Qt::CTRL | Qt::Key_X), QKeySequence(Qt::SHIFT | Qt::Key_Delete)}, &GridView::Cut);
     auto* copy = new QAction(text(WindowText::GridCopy), this);
-    copy->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_C));
+    copy->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_C), QKeySequence(Qt::CTRL | Qt::Key_Insert)});
     copy->setShortcutContext(Qt::WidgetShortcut);
     connect(copy, &QAction::triggered, this, [this] { Copy(); });
     addAction(copy);
-    AddAction(text(WindowText::GridPaste), {QKeySequence(Qt::CTRL | Qt::Key_V)}, &GridView::Paste);
-    AddAction(text(WindowText::GridClear), {QKeySequence(Qt::Key_Delete)}, &GridView::Clear);
+    AddAction(text(WindowText::GridPaste),
+              {QKeySequence(Qt::CTRL | Qt::Key_V), QKeySequence(Qt::SHIFT | Qt::Key_Insert)},
+              &GridView::Paste);
+    AddAction(text(WindowText::GridClear), {QKeySequence(Qt::Key_Delete), QKeySequence(Qt::Key_Backspace)},
+              &GridView::Clear);
     undo_ = actions().at(0);
     redo_ = actions().at(1);
     setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -125,15 +136,25 @@ bool GridView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event
     const bool isMeant = trigger == AllEditTriggers || (editTriggers() & trigger);
     if (!index.isValid() || !isMeant || model_.IsFixed(index.column())) return false;
     if (trigger == AnyKeyPressed) return OpenByKey(index, *static_cast<QKeyEvent*>(event));
-    const QString text = model_.ShownAt(index.row(), index.column());
-    return text.size() <= LongestCell && Open(index, text);
+    return Open(index, model_.ShownAt(index.row(), index.column()));
+}
+
+QString GridView::TextAheadOfTyping(const QModelIndex& index) const {
+    const QString shown = model_.ShownAt(index.row(), index.column());
+    // What can't be edited must not be replaced unseen.
+    const bool staysThere = editStart_ == EditStart::ClickOrKey || shown.size() > LongestCell;
+    return staysThere ? shown : QString();
 }
 
 bool GridView::OpenByKey(const QModelIndex& index, const QKeyEvent& event) {
-    return IsTyped(event) && Open(index, event.text());
+    return IsTyped(event) && Open(index, TextAheadOfTyping(index) + event.text());
 }
 
 bool GridView::Open(const QModelIndex& index, const QString& text) {
+    if (text.size() > LongestCell) {
+        QApplication::beep();
+        return false;
+    }
     StoreEdit();
     setCurrentIndex(index);
     scrollTo(index);
@@ -231,8 +252,23 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 void GridView::inputMethodEvent(QInputMethodEvent* event) {
     const QModelIndex index = currentIndex();
     const bool hasText = !event->commitString().isEmpty() || !event->preeditString().isEmpty();
-    if (hasText && index.isValid() && !model_.IsFixed(index.column()) && Open(index, QString()))
+    if (hasText && index.isValid() && !model_.IsFixed(index.column()) &&
+        Open(index, TextAheadOfTyping(index)))
         QApplication::sendEvent(editor_, event);
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    const bool isPlain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
+    pressed_ = isPlain ? indexAt(event->position().toPoint()) : QModelIndex();
+    QTableView::mousePressEvent(event);
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    QTableView::mouseReleaseEvent(event);
+    // Whoever draws the mouse over cells selects them.
+    const QModelIndex clicked = std::exchange(pressed_, QPersistentModelIndex());
+    const bool isClick = clicked.isValid() && clicked == indexAt(event->position().toPoint()) && !IsEditing();
+    if (editStart_ == EditStart::ClickOrKey && isClick) edit(clicked, AllEditTriggers, event);
 }
 
 // Selection.
@@ -242,6 +278,12 @@ void GridView::SelectCell(int row, int column) {
     if (!cell.isValid()) return;
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect);
     scrollTo(cell);
+}
+
+QModelIndexList GridView::SelectedCells() const {
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    if (!selected.isEmpty() || !currentIndex().isValid()) return selected;
+    return {currentIndex()};
 }
 
 CellRange GridView::SelectedRange() const {
@@ -281,37 +323,71 @@ void GridView::Redo() {
 }
 
 void GridView::Cut() {
-    Copy();
-    Clear();
+    if (Copy()) Clear();
 }
 
-void GridView::Copy() const {
-    const CellRange range = SelectedRange();
-    if (range.IsEmpty()) return;
-    CellBlock block;
-    for (int row = range.top; row <= range.bottom; ++row) {
-        auto& cells = block.emplace_back();
-        for (int column = range.left; column <= range.right; ++column) {
-            const QModelIndex cell = model_.index(row, column);
-            const bool isMeant = cell == currentIndex() || selectionModel()->isSelected(cell);
-            cells.push_back(isMeant ? model_.TextAt(row, column) : std::string());
+bool GridView::Copy() const {
+    const QModelIndexList cells = SelectedCells();
+    std::set<int> rows, columns;
+    for (const QModelIndex& cell : cells) {
+        rows.insert(cell.row());
+        columns.insert(cell.column());
+    }
+    if (cells.isEmpty() || static_cast<std::size_t>(cells.size()) != rows.size() * columns.size()) {
+        // Pasted elsewhere, the gaps would clear cells.
+        QApplication::beep();
+        return false;
+    }
+    CellBlock shown, whole;
+    for (const int row : rows) {
+        auto& shownCells = shown.emplace_back();
+        auto& wholeCells = whole.emplace_back();
+        for (const int column : columns) {
+            wholeCells.push_back(model_.TextAt(row, column));
+            shownCells.emplace_back(ShownText(wholeCells.back()));
         }
     }
-    QApplication::clipboard()->setText(ToQt(TextOfBlock(block)));
+    auto* copied = new QMimeData;
+    copied->setText(ToQt(TextOfBlock(shown)));
+    copied->setData(CellsFormat, QByteArray::fromStdString(TextOfBlock(whole)));
+    QApplication::clipboard()->setMimeData(copied);
+    return true;
 }
 
 void GridView::Paste() {
-    const CellBlock block = BlockOfText(FromQt(QApplication::clipboard()->text()));
+    const QMimeData& copied = *QApplication::clipboard()->mimeData();
+    const CellBlock block = BlockOfText(copied.hasFormat(CellsFormat) ? copied.data(CellsFormat).toStdString()
+                                                                      : FromQt(copied.text()));
+    const QModelIndexList cells = SelectedCells();
     const CellRange target = SelectedRange();
+    const bool hasGaps = cells.size() != qsizetype{target.RowCount()} * target.ColumnCount();
+    if (hasGaps) {
+        PasteOverGaps(block, cells);
+        return;
+    }
     const std::vector<CellChange> changes = PasteChanges(block, target, model_.Whole());
     if (changes.empty() || !model_.Change(changes)) return;
     SelectRange({target.top, target.left, changes.back().row, changes.back().column});
 }
 
+/// The cells between the selected ones stay as they are.
+void GridView::PasteOverGaps(const CellBlock& block, const QModelIndexList& cells) {
+    if (block.size() != 1 || block.front().size() != 1) {
+        QApplication::beep();
+        return;
+    }
+    std::vector<CellChange> changes;
+    for (const QModelIndex& cell : cells) {
+        const CellRange alone = {cell.row(), cell.column(), cell.row(), cell.column()};
+        for (CellChange& change : PasteChanges(block, alone, model_.Whole()))
+            changes.push_back(std::move(change));
+    }
+    model_.Change(changes);
+}
+
 void GridView::Clear() {
     std::vector<CellChange> changes;
-    for (const QModelIndex& cell : selectionModel()->selectedIndexes())
-        changes.push_back({cell.row(), cell.column(), {}});
+    for (const QModelIndex& cell : SelectedCells()) changes.push_back({cell.row(), cell.column(), {}});
     model_.Change(changes);
 }
 
