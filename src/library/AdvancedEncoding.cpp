@@ -1,7 +1,5 @@
 #include "library/AdvancedEncoding.h"
 
-#include <set>
-
 #include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/GenreTable.h"
@@ -110,7 +108,7 @@ void DeleteSource(App& app, const std::string& source, const std::string& output
 class Encoding {
   public:
     Encoding(App& app, const std::string& folder, const EncodingChoice& choice)
-        : app_(app), folder_(folder), choice_(choice) {}
+        : app_(app), folder_(folder), choice_(choice), outputs_(choice.Made) {}
 
     /// False without an output.
     bool Encode(const TagRow& row) {
@@ -141,6 +139,18 @@ class Encoding {
     const std::string& folder_;
     const EncodingChoice& choice_;
     std::set<std::string> outputs_;
+};
+
+/// What this run alone has chosen ends with it.
+class LevelOfRun {
+  public:
+    explicit LevelOfRun(AppState& state) : state_(state) {}
+    ~LevelOfRun() { state_.ReduceLevel = state_.Saved.ReduceLevel; }
+    LevelOfRun(const LevelOfRun&) = delete;
+    LevelOfRun& operator=(const LevelOfRun&) = delete;
+
+  private:
+    AppState& state_;
 };
 
 bool EncodeAll(App& app, const std::string& folder, std::span<const TagRow> rows,
@@ -191,12 +201,11 @@ EncodingBoxes EnabledBoxes(const RunSwitches& checked, std::string_view modeLabe
 
 bool EncodeRows(App& app, const std::string& folder, std::span<const TagRow> rows,
                 const EncodingChoice& choice, const EncodingEvents& events) {
+    const LevelOfRun level(app.state);
     StoreChoice(app, choice);
     // Tools that are told no folder write to the current one.
     const bool hasFailed = CheckRuntimeError(app, [&] { app.files.SetCurrentFolder(folder); });
-    const bool isAll = !hasFailed && EncodeAll(app, folder, rows, choice, events);
-    app.state.ReduceLevel = app.state.Saved.ReduceLevel;
-    return isAll;
+    return !hasFailed && EncodeAll(app, folder, rows, choice, events);
 }
 
 }  // namespace zefta

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,6 +32,8 @@ struct EncodingChoice {
     bool DeleteSources = false;
     /// Of the cells that are empty; a blank in a cell stands for no value at all.
     TagDefaults Defaults = {};
+    /// Paths of outputs that former runs have left, whose sources may be gone: none is made anew.
+    std::set<std::string> Made = {};
 };
 
 /// Which of the boxes can be changed.

@@ -79,9 +79,22 @@ TagValues ValuesOfRow(const TagRow& row, const TagDefaults& defaults) {
     return values;
 }
 
-/// The text stands in the extension alone when its number is not 0.
+/// The row with what others have written into the file since it was made, where the person changed nothing.
+TagRow RowOfNow(const TagRow& row, const ID3Tag& tag) {
+    TagRow current = row;
+    if (!row.Loaded) return current;
+    const TagRow read = RowOfRecord(row.Cells[FileColumn], tag);
+    for (std::size_t column = TrackColumn; column < TagColumnCount; ++column) {
+        if (row.Cells[column] == (*row.Loaded)[column]) current.Cells[column] = read.Cells[column];
+    }
+    return current;
+}
+
+/// The text stands in the extension alone when its number is not 0. "A1", the side of a record, has none: it
+/// stays where the file has it already.
 void PutTrackCell(ID3Tag& tag, const std::string& cell) {
     const std::uint8_t number = ToByte(LeadingNumber(cell));
+    if (number == 0 && cell == CellOf(Columns[TrackColumn], tag)) return;
     // The record of an MPEGplus file counts items there that are carried through.
     if (!tag.IsMpegPlusFile) tag.TrackNumber = number;
     tag.ID3v2Extension.TrackNumber = number == 0 ? std::string() : cell;
@@ -105,7 +118,7 @@ void WriteRow(App& app, const ChangedFile& file, const TagRow& row, const TagDef
     CheckRuntimeError(app, [&] { read = ReadForChange(app, file); });
     if (!read) return;
     const ID3Tag before = IsPreview(app) ? read->tag : ID3Tag();
-    PutRow(read->tag, row, defaults);
+    PutRow(read->tag, RowOfNow(row, read->tag), defaults);
     CheckRuntimeError(app, [&] { WriteChanged(app, file, before, *read); });
 }
 
@@ -172,6 +185,7 @@ std::optional<std::vector<TagRow>> LoadTagRows(App& app, const std::string& fold
         }
         rows.push_back(RowOfRecord(name, tag));
         rows.back().IsRead = !tag.Path.empty();
+        rows.back().Loaded = rows.back().Cells;
     }
     return rows;
 }

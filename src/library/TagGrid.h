@@ -35,6 +35,9 @@ struct TagRow {
     /// Whether the cells began as what the file holds. Empty ones of a file that could not be read are no
     /// wish to clear it.
     bool IsRead = true;
+    /// As the file had them when the row was made: a cell that still holds that is no wish to change what is
+    /// in the file by now. Nothing where all cells are meant.
+    std::optional<std::array<std::string, TagColumnCount>> Loaded = {};
 };
 
 /// The heading of a column in the language of the run.

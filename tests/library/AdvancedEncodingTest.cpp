@@ -333,6 +333,16 @@ TEST_F(AdvancedEncoding, TwoSourcesOfOneOutput_TheSecondIsRefusedAndStays) {
     EXPECT_NE(app.desktop.boxes[0].text.find("58"), std::string::npos) << app.desktop.boxes[0].text;
 }
 
+TEST_F(AdvancedEncoding, OutputOfAFormerRun_IsNotMadeAnew) {
+    MakeWave("a.WAV");
+    app.folder.Write("a.mp3", "of a.wav");
+    choice.Made = {app.folder / "a.mp3"};
+    Encode(RowsToEncode(Texts{"a.WAV"}));
+    EXPECT_TRUE(app.processes.runs.empty());
+    EXPECT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_EQ(app.folder.Read("a.mp3"), "of a.wav");
+}
+
 // The run.
 
 TEST_F(AdvancedEncoding, Progress_IsToldAndEventsAreServed) {

@@ -215,6 +215,31 @@ TEST_F(TagGridTest, Write_TrackThatIsNoNumber_IsNone) {
     EXPECT_EQ(ReadMp3("a.mp3").ID3v2Extension.TrackNumber, "");
 }
 
+TEST_F(TagGridTest, Write_TrackThatIsNoNumber_StaysWhereItWas) {
+    app.folder.Write("a.ogg", Ogg().Comment("TITLE=T").Comment("TRACKNUMBER=A1").Bytes());
+    std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Names{"a.ogg"}).value();
+    ASSERT_EQ(rows[0].Cells[TrackColumn], "A1");
+    rows[0].Cells[TitleColumn] = "New";
+    Write(rows);
+    const auto read = [&] { return wave.GetOGGFileInfo(app.folder / "a.ogg"); };
+    EXPECT_EQ(read().Title, "New");
+    EXPECT_EQ(read().ID3v2Extension.TrackNumber, "A1");
+    rows[0].Cells[TrackColumn] = "B2";
+    Write(rows);
+    EXPECT_EQ(read().ID3v2Extension.TrackNumber, "");
+}
+
+TEST_F(TagGridTest, Write_LeavesWhatOthersHaveWrittenMeanwhile) {
+    WriteMp3("a.mp3");
+    std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Names{"a.mp3"}).value();
+    rows[0].Cells[TitleColumn] = "Mine";
+    const Id3v1 others = {"Other Title", "Other Artist", "Old Album", "1991", "Old Mix", 4, 17};
+    app.folder.Write("a.mp3", Mp3().Size(3000).Behind(others.Bytes()).Bytes());
+    Write(rows);
+    EXPECT_EQ(RowOfRecord("a.mp3", ReadMp3("a.mp3")).Cells,
+              RowWith({"a.mp3", "4", "Other Artist", "Mine", "Old Mix", "Old Album", "1991"}).Cells);
+}
+
 TEST_F(TagGridTest, Write_OggDate_StaysWholeUntilTheYearIsChanged) {
     app.folder.Write("a.ogg", Ogg().Comment("TITLE=T").Comment("DATE=2001-05-01").Bytes());
     std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Names{"a.ogg"}).value();
@@ -227,6 +252,7 @@ TEST_F(TagGridTest, Write_OggDate_StaysWholeUntilTheYearIsChanged) {
     Write(rows);
     EXPECT_EQ(wave.GetOGGFileInfo(app.folder / "a.ogg").OggVorbisExtension.DateTime, "1999");
     rows[0].Cells[YearColumn] = "";
+    rows[0].Loaded.reset();
     Write(rows);
     EXPECT_EQ(wave.GetOGGFileInfo(app.folder / "a.ogg").OggVorbisExtension.DateTime, "");
 }
