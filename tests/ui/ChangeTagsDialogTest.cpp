@@ -1,4 +1,5 @@
 #include <QStatusBar>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include "support/Mp3Builder.h"
@@ -6,6 +7,7 @@
 #include "support/TagBuilders.h"
 #include "ui/FileInfoStage.h"
 #include "ui/TypeKeys.h"
+#include "ui/WindowTexts.h"
 #include "ui/tags/ChangeTagsDialog.h"
 
 namespace zefta::test {
@@ -297,10 +299,37 @@ TEST_F(ChangeTagsDialogTest, ReadOnlyFile_IsAskedAbout) {
     EXPECT_EQ(Tag("a.mp3").Artist, "Old Artist");
 }
 
+TEST_F(ChangeTagsDialogTest, Escape_AsksBeforeItLosesWhatWasTyped) {
+    OpenOn({"a.mp3"});
+    Type("txtArtist", "New");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(app.desktop.questions.size(), 1U);
+    EXPECT_TRUE(IsOpen());
+    Type("txtArtist", "");
+    Box("cmbGenre")->setFocus();
+    TypeKeys("Kit");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(app.desktop.questions.size(), 2U);
+    app.desktop.answers = {true};
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(IsOpen());
+    EXPECT_TRUE(told.empty());
+}
+
+TEST_F(ChangeTagsDialogTest, TextThatIsNoGenre_IsToldOnLeaving) {
+    OpenOn({"a.mp3"});
+    Box("cmbGenre")->setFocus();
+    TypeKeys("Kitchen");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Focus(), "OKButton") << "the focus may go";
+    QApplication::processEvents();
+    EXPECT_EQ(FromQt(QToolTip::text()), FromQt(OwnText(app, WindowText::TagsGenreRule)));
+}
+
 TEST_F(ChangeTagsDialogTest, EscapeAndCancel_CloseWithoutWork) {
     for (const bool byKey : {false, true}) {
         OpenOn({"a.mp3"});
-        Type("txtArtist", "New");
+        if (!byKey) Type("txtArtist", "New");
         if (byKey) {
             Press(Qt::Key_Escape);
         } else {

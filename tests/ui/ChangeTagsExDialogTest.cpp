@@ -254,6 +254,22 @@ TEST_F(ChangeTagsExDialogTest, CancelOfTheRestAtABox_KeepsTheRows) {
     EXPECT_EQ(Cell(1, ArtistColumn), "New");
 }
 
+TEST_F(ChangeTagsExDialogTest, ValueThatIsUndoneBehindACancel_IsWritten) {
+    WriteMp3("a.mp3");
+    WriteMp3("b.mp3");
+    OpenOn({"a.mp3", "b.mp3"});
+    TypeInto(0, ArtistColumn, "New");
+    Press(Qt::Key_Return);
+    app.desktop.asksToCancel = [this] { return told.size() == 1; };
+    Click("OKButton");
+    app.desktop.asksToCancel = {};
+    EXPECT_EQ(Tag("a.mp3").Artist, "New");
+    Grid().setFocus();
+    QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
+    Click("OKButton");
+    EXPECT_EQ(Tag("a.mp3").Artist, "Old Artist");
+}
+
 TEST_F(ChangeTagsExDialogTest, CancelWhileTheLastFileIsWritten_ClosesAsAllIsDone) {
     WriteMp3("a.mp3");
     OpenOn({"a.mp3"});

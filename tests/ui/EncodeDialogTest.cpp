@@ -269,6 +269,93 @@ TEST_F(EncodeDialogTest, CancelOfTheWork_KeepsTheRowsThatAreLeft) {
     }
 }
 
+TEST_F(EncodeDialogTest, EscapeBehindACancel_AsksBeforeItLosesTheRowsThatAreLeft) {
+    OpenOn({"a.wav", "b.wav"});
+    TypeInto(0, TitlePlace, "First");
+    Press(Qt::Key_Return);
+    TypeKeys("Second");
+    app.desktop.whileServing = [&] {
+        if (encoded.size() == 1) QTest::keyClick(dialog.get(), Qt::Key_Escape);
+    };
+    Accept();
+    app.desktop.whileServing = {};
+    app.desktop.questions.clear();
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(app.desktop.questions.size(), 1U);
+    EXPECT_TRUE(IsOpen());
+    Grid().setFocus();
+    QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(RowTexts(0).at(TitlePlace), "");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(app.desktop.questions.size(), 1U);
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(EncodeDialogTest, OutputOfAFormerRun_IsNotReplacedBehindACancel) {
+    OpenOn({"a.wav", "a.WAV"});
+    Toggle("chkDeleteAfterCompress");
+    app.desktop.whileServing = [&] {
+        if (encoded.size() == 1) QTest::keyClick(dialog.get(), Qt::Key_Escape);
+    };
+    Accept();
+    app.desktop.whileServing = {};
+    const std::string first = app.folder.Read("a.MP3");
+    Accept();
+    EXPECT_EQ(app.desktop.boxes.size(), 1U);
+    EXPECT_TRUE(app.folder.Exists("a.WAV"));
+    EXPECT_TRUE(app.folder.Read("a.MP3") == first);
+}
+
+TEST_F(EncodeDialogTest, EncoderThatHangs_IsEndedByCancellingTwice) {
+    OpenOn({"a.wav", "b.wav"});
+    const auto encode = app.processes.tool;
+    const auto click = [this] { QTest::mouseClick(Find<QPushButton>("cmdCancelBatch"), Qt::LeftButton); };
+    const QString caption = Find<QPushButton>("cmdCancelBatch")->text();
+    app.processes.tool = [&](const RecordingProcesses::Run& run) {
+        encode(run);
+        EXPECT_FALSE(dialog->WantsToolEnded());
+        click();
+        EXPECT_FALSE(dialog->WantsToolEnded());
+        EXPECT_NE(Find<QPushButton>("cmdCancelBatch")->text(), caption);
+        EXPECT_EQ(Focus(), "cmdCancelBatch");
+        app.desktop.questions.clear();
+        app.desktop.answers = {false, true};
+        click();
+        EXPECT_FALSE(dialog->WantsToolEnded());
+        QTest::keyClick(dialog.get(), Qt::Key_Escape);
+        EXPECT_TRUE(dialog->WantsToolEnded());
+        dialog->close();
+        ASSERT_EQ(app.desktop.questions.size(), 2U);
+        EXPECT_TRUE(app.desktop.questions[0].noIsDefault);
+    };
+    Accept();
+    EXPECT_EQ(app.processes.runs.size(), 1U);
+    EXPECT_TRUE(IsOpen());
+    EXPECT_FALSE(dialog->WantsToolEnded());
+    app.processes.tool = [&](const RecordingProcesses::Run& run) {
+        encode(run);
+        EXPECT_FALSE(dialog->WantsToolEnded());
+        EXPECT_EQ(Find<QPushButton>("cmdCancelBatch")->text(), caption);
+    };
+    Accept();
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(EncodeDialogTest, ClickOnACell_EditsIt) {
+    OpenOn({"a.wav"});
+    const QPoint place = Grid().visualRect(Grid().model()->index(0, TitlePlace)).center();
+    QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(Focus(), "Text1");
+}
+
+TEST_F(EncodeDialogTest, Escape_AsksAboutDefaultsToo) {
+    OpenOn({"a.wav"});
+    Type("txtDefAlbum", "Album");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(app.desktop.questions.size(), 1U);
+    EXPECT_TRUE(IsOpen());
+}
+
 TEST_F(EncodeDialogTest, PlaceAndTemplate_AreStored) {
     app.userSettings.Apply({{"Settings", "EncodeWidth", "11250"}, {"Settings", "EncodeHeight", "10500"}});
     OpenOn({});

@@ -161,6 +161,33 @@ TEST_F(TagCommandsTest, AdvancedEncoding_EncodesTheSelectedWavesAndShowsThem) {
     EXPECT_EQ(app.processes.runs.size(), 1U);
 }
 
+TEST_F(TagCommandsTest, AdvancedEncoding_EncoderThatHangs_IsEndedFromTheDialog) {
+    Make("a.wav", Wav().Tone(17640).Bytes());
+    Make("b.wav", Wav().Tone(17640).Bytes());
+    Open();
+    SelectRows({"a.wav", "b.wav"});
+    AnswerYes();
+    QWidget* shown = nullptr;
+    app.processes.tool = [&](const RecordingProcesses::Run&) {
+        EXPECT_FALSE(window->IsCancelled());
+        Press(*shown, "cmdCancelBatch");
+        EXPECT_TRUE(window->IsCancelled());
+        EXPECT_FALSE(window->WantsToolEnded());
+        AnswerYes();
+        Press(*shown, "cmdCancelBatch");
+        EXPECT_TRUE(window->WantsToolEnded());
+    };
+    RunWith(
+        [&](QWidget& dialog) {
+            shown = &dialog;
+            Press(dialog, "OKButton");
+        },
+        [this] { Key(Qt::Key_E, Qt::ControlModifier); });
+    EXPECT_EQ(app.processes.runs.size(), 1U);
+    EXPECT_FALSE(window->IsCancelled());
+    EXPECT_FALSE(window->WantsToolEnded());
+}
+
 TEST_F(TagCommandsTest, AdvancedEncoding_CancelButton_LeavesListAndSelection) {
     Make("a.wav", Wav().Tone(17640).Bytes());
     Open();

@@ -8,6 +8,7 @@
 
 #include "core/Boxes.h"
 #include "core/Settings.h"
+#include "encoding/EncodedOutput.h"
 #include "encoding/ModeCatalogue.h"
 #include "ui/QtText.h"
 #include "ui/WindowGeometry.h"
@@ -55,6 +56,7 @@ EncodeDialog::EncodeDialog(App& app, std::string folder, const std::vector<std::
     connect(templates_, &TemplatesBox::Retrieve, this, &EncodeDialog::cmdRetrieveTags_Click);
     TakeStoredPlace(app.userSettings, EncodingWindow, *this);
     UpdateBoxes();
+    table_.View().SetEditStart(EditStart::ClickOrKey);
     table_.Load(RowsToEncode(names));
     table_.View().setFocus();
 }
@@ -124,7 +126,7 @@ void EncodeDialog::cmdRetrieveTags_Click() {
 
 bool EncodeDialog::HasUnsaved() const {
     table_.View().StoreEdit();
-    return table_.IsChanged();
+    return table_.IsChanged() || !defaults_->IsEmpty();
 }
 
 EncodingChoice EncodeDialog::Choice() const {
@@ -133,6 +135,7 @@ EncodingChoice EncodeDialog::Choice() const {
     choice.Checked = Checked();
     choice.DeleteSources = chkDeleteAfterCompress_->isChecked();
     choice.Defaults = defaults_->Defaults();
+    choice.Made = made_;
     return choice;
 }
 
@@ -146,6 +149,7 @@ bool EncodeDialog::Encode() {
                                    [this](const std::string& name) {
                                        // What is done does not have to be done again behind a cancel.
                                        table_.RemoveRow(name);
+                                       made_.insert(EncodedOutputPath(Application().state, folder_, name));
                                        watch_.done(name);
                                    },
                                    [this] { return IsCancelled(); }};

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,8 @@ class EncodeDialog : public BatchDialog {
     DefaultsBox* defaults_;
     TemplatesBox* templates_;
     TagTable table_;
+    /// Outputs of this dialog so far.
+    std::set<std::string> made_;
     bool wantsPowerOff_ = false;
 };
 

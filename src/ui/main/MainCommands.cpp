@@ -93,6 +93,7 @@ MainCommands::MainCommands(App& app, const Parts& parts)
       panels_(parts.panels),
       menu_(parts.menu),
       toolBar_(parts.toolBar),
+      putInFront_(parts.putInFront),
       player_(app) {}
 
 void MainCommands::Run(Command command, int index) {

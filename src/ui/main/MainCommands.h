@@ -14,6 +14,8 @@
 
 namespace zefta {
 
+class BatchDialog;
+class BatchView;
 class MainMenu;
 class MainToolBar;
 class StatusPanels;
@@ -31,6 +33,9 @@ class MainCommands : public QObject {
         StatusPanels& panels;
         MainMenu& menu;
         MainToolBar& toolBar;
+        /// A dialog that works on files is shown in front of the window, which asks it about the end; null
+        /// behind it.
+        std::function<void(BatchView* front)> putInFront;
     };
 
     MainCommands(App& app, const Parts& parts);
@@ -121,6 +126,8 @@ class MainCommands : public QObject {
     /// Runs the work; when that has done anything the list is made anew and what was focused selected, if it
     /// is still there.
     void WorkAndReload(const std::function<bool()>& work);
+    /// What the dialog was closed with. Its work asks it, and not the window behind, about the end.
+    int RunInFront(BatchDialog& dialog);
     void OpenAddress(std::int32_t message);
     void SetKindSelected(bool selected);
 
@@ -130,6 +137,7 @@ class MainCommands : public QObject {
     StatusPanels& panels_;
     MainMenu& menu_;
     MainToolBar& toolBar_;
+    std::function<void(BatchView* front)> putInFront_;
     SelectionPlayer player_;
     bool isRunning_ = false;
     bool tellsProgress_ = false;

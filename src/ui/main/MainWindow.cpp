@@ -47,7 +47,8 @@ void MainWindow::AddParts() {
     addToolBar(toolBar_);
     browser_ = new FolderBrowser(app_, *panels_, this);
     setCentralWidget(browser_);
-    commands_ = new MainCommands(app_, {*this, *browser_, *panels_, *menu_, *toolBar_});
+    commands_ = new MainCommands(app_, {*this, *browser_, *panels_, *menu_, *toolBar_,
+                                        [this](BatchView* front) { PutInFront(front); }});
 }
 
 void MainWindow::AddCancelButton() {
@@ -82,6 +83,7 @@ void MainWindow::AskToEndTool() {
 }
 
 bool MainWindow::WantsToolEnded() {
+    if (front_ != nullptr) return front_->WantsToolEnded();
     if (isCancelled_ && !offersToEndTool_) {
         ShowCancelButton(true);
         cancelButton_->setEnabled(true);

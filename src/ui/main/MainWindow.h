@@ -28,9 +28,12 @@ class MainWindow : public QMainWindow, public BatchView {
     explicit MainWindow(App& app);
 
     void ShowBatch(std::size_t item, std::size_t count) override;
-    bool IsCancelled() const override { return isCancelled_; }
+    bool IsCancelled() const override { return isCancelled_ || (front_ != nullptr && front_->IsCancelled()); }
     /// A tool is at hand: who has cancelled and does not want to wait for it may have it ended.
     bool WantsToolEnded() override;
+    /// A dialog in front of the window has the work, and this button behind it can't be pressed; null for
+    /// none.
+    void PutInFront(BatchView* front) { front_ = front; }
 
     FolderBrowser& Browser() { return *browser_; }
     MainCommands& Commands() { return *commands_; }
@@ -59,6 +62,7 @@ class MainWindow : public QMainWindow, public BatchView {
     QPushButton* cancelButton_;
     QShortcut* escape_;
     QPointer<QWidget> focusBefore_;
+    BatchView* front_ = nullptr;
     bool isBusy_ = false;
     bool isCancelled_ = false;
     bool closesAfterwards_ = false;

@@ -9,6 +9,13 @@
 
 namespace zefta {
 
+int MainCommands::RunInFront(BatchDialog& dialog) {
+    putInFront_(&dialog);
+    const int result = dialog.exec();
+    putInFront_(nullptr);
+    return result;
+}
+
 void MainCommands::OnAdvancedEncoding(int) {
     const std::string status = panels_.StatusText(1);
     bool hasWorked = false;
@@ -19,7 +26,7 @@ void MainCommands::OnAdvancedEncoding(int) {
     };
     const auto names = NamesOf(CurrentSelection(), {RowIcon::Wave});
     EncodeDialog dialog(app_, browser_.Folder(), names, watch, &window_);
-    const bool isDone = dialog.exec() == QDialog::Accepted;
+    const bool isDone = RunInFront(dialog) == QDialog::Accepted;
     panels_.SetStatusText(1, status);
     // Work that was ended has left its files too.
     if (isDone || hasWorked) browser_.RefreshContents();
@@ -35,7 +42,8 @@ void MainCommands::OnChangeTags(int) {
         browser_.RefillRow(name, name);
         browser_.SetRowSelected(name, false);
     };
-    ChangeTagsDialog(app_, std::move(files), done, &window_).exec();
+    ChangeTagsDialog dialog(app_, std::move(files), done, &window_);
+    RunInFront(dialog);
     UpdateMenuAndToolbar(false);
 }
 
@@ -44,7 +52,8 @@ void MainCommands::OnChangeTagsEx(int) {
     const auto rows = LoadTagRows(app_, folder, NamesOf(CurrentSelection(), {RowIcon::Compressed}));
     if (!rows) return;
     const auto done = [this](const std::string& name) { browser_.RefillRow(name, name); };
-    ChangeTagsExDialog(app_, folder, *rows, done, &window_).exec();
+    ChangeTagsExDialog dialog(app_, folder, *rows, done, &window_);
+    RunInFront(dialog);
     UpdateMenuAndToolbar(false);
 }
 

@@ -59,8 +59,8 @@ void BatchDialog::AddButtons(QBoxLayout* whole, std::int32_t okText, std::int32_
     };
     okButton_ = add("OKButton", Text(okText));
     cancelButton_ = add("CancelButton", Text(cancelText));
-    cancelBatch_ = add("cmdCancelBatch", OwnText(app_, WindowText::CancelBatch));
-    cancelBatch_->setToolTip(OwnText(app_, WindowText::CancelBatchTip));
+    cancelBatch_ = add("cmdCancelBatch", {});
+    ShowCancelBatch(false);
     // The Enter key that began the work must not end it.
     cancelBatch_->setAutoDefault(false);
     cancelBatch_->hide();
@@ -86,7 +86,31 @@ void BatchDialog::reject() {
     if (!HasUnsaved() || mayClose()) QDialog::reject();
 }
 
+void BatchDialog::ShowCancelBatch(bool endsTool) {
+    offersToEndTool_ = endsTool;
+    cancelBatch_->setText(OwnText(app_, endsTool ? WindowText::EndTool : WindowText::CancelBatch));
+    cancelBatch_->setToolTip(OwnText(app_, endsTool ? WindowText::EndToolTip : WindowText::CancelBatchTip));
+}
+
+/// The dialog can't be left before a tool that hangs has ended.
+void BatchDialog::AskToEndTool() {
+    const std::string question = FromQt(OwnText(app_, WindowText::EndToolQuestion));
+    if (endsTool_ || !AskYesNo(app_, question, FromQt(windowTitle()), true)) return;
+    endsTool_ = true;
+    cancelBatch_->setEnabled(false);
+}
+
+bool BatchDialog::WantsToolEnded() {
+    if (isWorking_ && isCancelled_ && !offersToEndTool_) {
+        ShowCancelBatch(true);
+        cancelBatch_->setEnabled(true);
+        cancelBatch_->setFocus();
+    }
+    return isWorking_ && endsTool_;
+}
+
 void BatchDialog::CancelBatch() {
+    if (offersToEndTool_) return AskToEndTool();
     isCancelled_ = true;
     cancelBatch_->setEnabled(false);
 }
@@ -103,16 +127,29 @@ void BatchDialog::SetWorking(bool working) {
     if (!working && focusBefore_) focusBefore_->setFocus();
 }
 
+/// Everything is disabled for as long as this lives.
+class BatchDialog::Working {
+  public:
+    explicit Working(BatchDialog& dialog) : dialog_(dialog) {
+        dialog.isCancelled_ = dialog.endsTool_ = false;
+        dialog.ShowCancelBatch(false);
+        dialog.SetWorking(true);
+    }
+    ~Working() {
+        dialog_.SetWorking(false);
+        dialog_.ShowStatus({});
+    }
+    Working(const Working&) = delete;
+    Working& operator=(const Working&) = delete;
+
+  private:
+    BatchDialog& dialog_;
+};
+
 bool BatchDialog::Work(const std::function<void()>& work) {
-    isCancelled_ = false;
-    SetWorking(true);
-    const bool hasFailed = [&] {
-        const WaitCursor hourglass;
-        return CheckRuntimeError(app_, work);
-    }();
-    SetWorking(false);
-    ShowStatus({});
-    return !hasFailed;
+    const Working working(*this);
+    const WaitCursor hourglass;
+    return !CheckRuntimeError(app_, work);
 }
 
 void BatchDialog::ShowStatus(const QString& text) {

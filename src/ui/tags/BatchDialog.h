@@ -9,17 +9,24 @@
 #include <string>
 
 #include "core/App.h"
+#include "ui/desktop/BatchView.h"
 
 namespace zefta {
 
 /// A dialog whose OK works on many files while it is shown: OKButton and CancelButton below its controls, and
 /// the status bar stb. While the work runs nothing can be changed, and cmdCancelBatch in the place of
-/// CancelButton, Escape and the closing of the window end it behind the file at hand.
-class BatchDialog : public QDialog {
+/// CancelButton, Escape and the closing of the window end it behind the file at hand; a second time they end
+/// the outside tool that is at work on that file.
+class BatchDialog : public QDialog, public BatchView {
     Q_OBJECT
 
   public:
     void reject() override;
+
+    /// The dialogs tell it themselves.
+    void ShowBatch(std::size_t, std::size_t) override {}
+    bool IsCancelled() const override { return isCancelled_; }
+    bool WantsToolEnded() override;
 
   protected:
     /// Numbers of the usual texts of the buttons.
@@ -41,7 +48,6 @@ class BatchDialog : public QDialog {
 
     /// Runs the work with everything disabled. A run-time failure of it is shown; true when there was none.
     bool Work(const std::function<void()>& work);
-    bool IsCancelled() const { return isCancelled_; }
     void ShowStatus(const QString& text);
 
     App& Application() const { return app_; }
@@ -52,7 +58,10 @@ class BatchDialog : public QDialog {
     void AddButtons(QBoxLayout* whole, std::int32_t okText, std::int32_t cancelText);
     void CancelButton_Click();
     void CancelBatch();
+    void ShowCancelBatch(bool endsTool);
+    void AskToEndTool();
     void SetWorking(bool working);
+    class Working;
 
     App& app_;
     QWidget* controls_;
@@ -63,6 +72,9 @@ class BatchDialog : public QDialog {
     QPointer<QWidget> focusBefore_;
     bool isWorking_ = false;
     bool isCancelled_ = false;
+    /// The button ends the tool at hand.
+    bool offersToEndTool_ = false;
+    bool endsTool_ = false;
 };
 
 }  // namespace zefta

@@ -92,6 +92,10 @@ bool ChangeTagsDialog::Update(const TagValues& values) {
     return UpdateTags(app, files_.folder, std::vector<std::string>(*left_), values, events);
 }
 
+bool ChangeTagsDialog::HasUnsaved() const {
+    return HasValue(Values()) || !cmbGenre_->currentText().isEmpty();
+}
+
 void ChangeTagsDialog::OKButton_Click() {
     if (!year_->Validate() || !cmbGenre_->Validate()) return;
     const TagValues values = Values();

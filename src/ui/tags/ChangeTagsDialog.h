@@ -36,6 +36,7 @@ class ChangeTagsDialog : public BatchDialog {
 
   protected:
     void OKButton_Click() override;
+    bool HasUnsaved() const override;
 
   private:
     QWidget* MakeFields();

@@ -82,7 +82,7 @@ void ChangeTagsExDialog::cmdRetrieveTags_Click() {
 
 bool ChangeTagsExDialog::HasUnsaved() const {
     table_.View().StoreEdit();
-    return table_.IsChanged();
+    return table_.IsChanged() || !defaults_->IsEmpty();
 }
 
 bool ChangeTagsExDialog::Write(const std::vector<TagRow>& rows) {
@@ -91,7 +91,11 @@ bool ChangeTagsExDialog::Write(const std::vector<TagRow>& rows) {
                                      row_ = number - 1;
                                      ShowStatus(ToQt(ProgressText(number, count, app.ansi.ToText(name))));
                                  },
-                                 done_, [this] { return IsCancelled(); }};
+                                 [this](const std::string& name) {
+                                     table_.MeanAllOf(name);
+                                     done_(name);
+                                 },
+                                 [this] { return IsCancelled(); }};
     app.desktop.ServeEvents();
     return WriteTagRows(app, folder_, rows, defaults_->Defaults(), events);
 }

@@ -76,6 +76,11 @@ TagDefaults DefaultsBox::Defaults() const {
     return {text(txtDefArtist_), text(txtDefAlbum_), text(txtDefYear_), cmbGenre_->Genre()};
 }
 
+bool DefaultsBox::IsEmpty() const {
+    return txtDefArtist_->text().isEmpty() && txtDefAlbum_->text().isEmpty() &&
+           txtDefYear_->text().isEmpty() && cmbGenre_->currentText().isEmpty();
+}
+
 bool DefaultsBox::Validate() {
     return (year_ == nullptr || year_->Validate()) && cmbGenre_->Validate();
 }

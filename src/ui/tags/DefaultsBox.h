@@ -32,6 +32,8 @@ class DefaultsBox : public QGroupBox {
     void GuardYearWith(App& app, QWidget* wayOut);
 
     TagDefaults Defaults() const;
+    /// Nothing has been entered.
+    bool IsEmpty() const;
     /// False when a field does not hold what it takes; it has the focus then.
     bool Validate();
 

@@ -1,6 +1,7 @@
 #include "ui/tags/GenreBox.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QToolTip>
 
@@ -45,22 +46,35 @@ std::optional<std::uint8_t> GenreBox::Genre() const {
     return static_cast<std::uint8_t>(itemData(entry).toInt());
 }
 
-bool GenreBox::Validate() {
-    if (currentText().trimmed().isEmpty() || Entry() >= 0) return true;
-    setFocus();
-    lineEdit()->selectAll();
+bool GenreBox::Passes() const {
+    return currentText().trimmed().isEmpty() || Entry() >= 0;
+}
+
+void GenreBox::Tell() {
     QApplication::beep();
     QToolTip::showText(mapToGlobal(QPoint(0, height())), rule_, this);
+}
+
+bool GenreBox::Validate() {
+    if (Passes()) return true;
+    setFocus();
+    lineEdit()->selectAll();
+    Tell();
     return false;
 }
 
 void GenreBox::cmbGenre_LostFocus() {
     if (const int entry = Entry(); entry >= 0) setCurrentIndex(entry);
+    if (Passes()) return;
+    // The move of the focus would take the tip away again.
+    QMetaObject::invokeMethod(this, &GenreBox::Tell, Qt::QueuedConnection);
 }
 
 void GenreBox::focusOutEvent(QFocusEvent* event) {
     QComboBox::focusOutEvent(event);
-    cmbGenre_LostFocus();
+    const Qt::FocusReason reason = event->reason();
+    // Its own list and another window give the focus back.
+    if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) cmbGenre_LostFocus();
 }
 
 }  // namespace zefta

@@ -26,9 +26,11 @@ class GenreBox : public QComboBox {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    /// A typed genre of the list becomes its entry.
+    /// A typed genre of the list becomes its entry; of a text that is none the person is told.
     void cmbGenre_LostFocus();
     int Entry() const;
+    bool Passes() const;
+    void Tell();
 
     QString rule_;
 };

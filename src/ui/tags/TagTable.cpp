@@ -82,9 +82,17 @@ void TagTable::ChangeRows(const std::function<void(std::vector<TagRow>& rows)>& 
     model_->Change(changes);
 }
 
+std::vector<TagRow>::iterator TagTable::RowOf(const std::string& name) {
+    return std::find_if(loaded_.begin(), loaded_.end(),
+                        [&](const TagRow& each) { return each.Cells[FileColumn] == name; });
+}
+
+void TagTable::MeanAllOf(const std::string& name) {
+    if (const auto row = RowOf(name); row != loaded_.end()) row->Loaded.reset();
+}
+
 void TagTable::RemoveRow(const std::string& name) {
-    const auto row = std::find_if(loaded_.begin(), loaded_.end(),
-                                  [&](const TagRow& each) { return each.Cells[FileColumn] == name; });
+    const auto row = RowOf(name);
     if (row == loaded_.end()) return;
     model_->RemoveRow(static_cast<int>(row - loaded_.begin()));
     loaded_.erase(row);

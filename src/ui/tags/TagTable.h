@@ -26,6 +26,8 @@ class TagTable {
     /// Runs the work over the rows: one step to undo.
     void ChangeRows(const std::function<void(std::vector<TagRow>& rows)>& work);
     void RemoveRow(const std::string& name);
+    /// All its cells are meant from now on: after a write the file may hold others than at the beginning.
+    void MeanAllOf(const std::string& name);
     bool IsChanged() const { return model_->CanUndo(); }
 
     /// Of the current cell; nothing when there is none.
@@ -33,6 +35,7 @@ class TagTable {
     void SelectCell(std::size_t row, TagColumn column);
 
   private:
+    std::vector<TagRow>::iterator RowOf(const std::string& name);
     int PlaceOf(TagColumn column) const;
 
     App& app_;
