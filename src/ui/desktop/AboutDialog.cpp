@@ -13,6 +13,7 @@
 #include "core/Boxes.h"
 #include "core/Version.h"
 #include "library/ReadableColour.h"
+#include "ui/QtColour.h"
 #include "ui/QtText.h"
 #include "ui/Resources.h"
 #include "ui/WindowTexts.h"
@@ -24,11 +25,6 @@ namespace {
 /// The caption of a menu item as the text of something else: no letter in it marks a key.
 QString CaptionWithoutKey(const std::string& caption) {
     return ToQt(caption).remove('&');
-}
-
-Colour ToColour(const QColor& colour) {
-    return {static_cast<std::uint8_t>(colour.red()), static_cast<std::uint8_t>(colour.green()),
-            static_cast<std::uint8_t>(colour.blue())};
 }
 
 /// A label that is one link, for the keyboard too: the toolkit's own labels take the key twice before they
@@ -70,9 +66,9 @@ class LinkLabel : public QLabel {
   private:
     /// The toolkit's own colour of links is a dark blue on dark windows too.
     void ShowAddress() {
-        const Colour readable = ReadableOn(ToColour(palette().color(QPalette::Window)),
-                                           ToColour(palette().color(QPalette::Link)));
-        const QString colour = QColor(readable.Red, readable.Green, readable.Blue).name();
+        const Colour readable =
+            ReadableOn(FromQt(palette().color(QPalette::Window)), FromQt(palette().color(QPalette::Link)));
+        const QString colour = ToQt(readable).name();
         const QString address = address_.toHtmlEscaped();
         setText(QString("<a href=\"%1\" style=\"color:%2\">%1</a>").arg(address, colour));
     }

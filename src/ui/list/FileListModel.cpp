@@ -6,6 +6,7 @@
 
 #include "core/FileNames.h"
 #include "library/ReadableColour.h"
+#include "ui/QtColour.h"
 #include "ui/Resources.h"
 #include "ui/list/OneLineText.h"
 #include "ui/list/RowWords.h"
@@ -38,11 +39,6 @@ bool IsNumberColumn(ListColumn column) {
 void CutCell(std::string& text) {
     constexpr std::size_t MostBytes = 1000;
     text.resize(CutToBytes(text, MostBytes).size());
-}
-
-Colour ColourFrom(const QColor& colour) {
-    return {static_cast<std::uint8_t>(colour.red()), static_cast<std::uint8_t>(colour.green()),
-            static_cast<std::uint8_t>(colour.blue())};
 }
 
 std::optional<Colour> ColourOfCell(const RowColours& colours, ListColumn column) {
@@ -184,8 +180,8 @@ QVariant FileListModel::CellColour(int row, ListColumn column) const {
         one.content ? one.content->colours : ColoursOf(one.entry, {}, {}, currentYear_);
     const auto told = ColourOfCell(colours, column);
     if (!told) return {};
-    const Colour shown = ReadableOn(ColourFrom(background_), *told);
-    return QColor(shown.Red, shown.Green, shown.Blue);
+    const Colour shown = ReadableOn(FromQt(background_), *told);
+    return ToQt(shown);
 }
 
 QString FileListModel::CellWords(int row, ListColumn column) const {
