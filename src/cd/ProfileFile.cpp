@@ -8,20 +8,14 @@
 #include "core/Steps.h"
 #include "core/Strings.h"
 #include "library/TextTarget.h"
+#include "platform/EditedText.h"
 #include "platform/RuntimeError.h"
 
 namespace zefta {
 
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::int32_t LargestFile = 16 * 1024 * 1024;
-
-std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 /// "\r\n", "\n", or "" at the end of a text that has none.
 std::string_view LineEndOf(std::string_view line) {
@@ -47,10 +41,8 @@ std::string IndexName(std::string_view section, std::string_view key) {
 }  // namespace
 
 ProfileFile::ProfileFile(std::string_view bytes, const CodePage& ansi) : ansi_(&ansi) {
-    if (bytes.starts_with(ByteOrderMark)) {
-        byteOrderMark_ = ByteOrderMark;
-        bytes.remove_prefix(ByteOrderMark.size());
-    }
+    if (HasByteOrderMark(bytes)) byteOrderMark_ = ByteOrderMark;
+    bytes = WithoutByteOrderMark(bytes);
     const std::string_view usualEnd = LineEndOf(FirstLineOf(bytes));
     if (!usualEnd.empty()) lineEnd_ = usualEnd;
     std::string sectionName;

@@ -11,6 +11,7 @@
 #include "core/Numbers.h"
 #include "core/Strings.h"
 #include "core/Version.h"
+#include "platform/EditedText.h"
 #include "platform/RuntimeError.h"
 
 namespace zefta {
@@ -18,7 +19,6 @@ namespace zefta {
 namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 // Bounds of what is taken for a language file, far beyond the built-in table (20 KB, no text above 300
 // bytes): text is held in memory, and a text that consists of place holders grows with what is put in.
@@ -77,7 +77,7 @@ std::string ReadFileText(FileSystem& files, const std::string& path) {
         const auto file = files.OpenReadOnly(path);
         if (!file || file->Size() > LargestLanguageFile) return {};
         const std::string bytes = file->ReadBytes(LargestLanguageFile);
-        return bytes.starts_with(Utf8Mark) ? bytes.substr(Utf8Mark.size()) : bytes;
+        return std::string(WithoutByteOrderMark(bytes));
     } catch (const RuntimeError&) {
         return {};
     }

@@ -4,13 +4,13 @@
 #include <cstdint>
 #include <span>
 
+#include "platform/EditedText.h"
 #include "platform/RuntimeError.h"
 
 namespace zefta {
 
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 // Far beyond any list; a larger file is none.
 constexpr std::int64_t LargestFile = std::int64_t{64} * 1024 * 1024;
 constexpr std::ptrdiff_t MostLines = 1000000;
@@ -42,7 +42,7 @@ TextLines ReadTextLines(FileSystem& files, const std::string& path) {
     if (std::count(bytes.begin(), bytes.end(), '\n') > MostLines)
         throw RuntimeError(ErrorNumber::OutOfMemory, path);
     TextLines text;
-    text.hasByteOrderMark = bytes.starts_with(ByteOrderMark);
+    text.hasByteOrderMark = HasByteOrderMark(bytes);
     std::size_t start = text.hasByteOrderMark ? ByteOrderMark.size() : 0;
     while (start < bytes.size()) {
         text.lines.push_back(LineAt(bytes, start));

@@ -1,60 +1,20 @@
-#include <algorithm>
-
 #include <gtest/gtest.h>
 
 #include "core/GenreTable.h"
-#include "library/FileInformation.h"
+#include "library/FileInformationSavingStage.h"
 #include "support/ApeBuilder.h"
 #include "support/FaultInjectingFileSystem.h"
 #include "support/Mp3Builder.h"
 #include "support/MpcBuilder.h"
 #include "support/OggBuilder.h"
-#include "support/ProgramRun.h"
-#include "support/TagBuilders.h"
-#include "support/TestApp.h"
 #include "support/WavBuilder.h"
-#include "wave/WaveFile.h"
 
 namespace zefta::test {
 namespace {
 
 using namespace std::string_literals;
 
-/// What the writer of ID3v1 puts into a field for a text from a control.
-std::string Given(std::string text, std::size_t width) {
-    text += ' ';
-    text.resize(width, '\0');
-    return text;
-}
-
-std::string WrittenId3v1(const Id3v1& values) {
-    std::string bytes = "TAG";
-    bytes += Given(values.title, 30) + Given(values.artist, 30) + Given(values.album, 30);
-    bytes += Given(values.year, 4) + Given(values.comment, 28);
-    bytes += '\0';
-    bytes += static_cast<char>(std::max(values.track, 0));
-    return bytes += static_cast<char>(values.genre);
-}
-
-class FileInformationSavingTest : public ::testing::Test {
-  protected:
-    FileInformationSavingTest() : wave(app) { app.defaultWaveFile = &wave; }
-
-    /// Loads, lets the test change the values, saves.
-    SaveOutcome Edit(const std::string& name, const std::function<void(FileInformation&)>& change,
-                     const SaveManner& manner = {}) {
-        FileInformation information = LoadFileInformation(app, app.folder / name);
-        change(information);
-        return SaveFileInformation(app, app.folder / name, information, manner);
-    }
-
-    SaveOutcome SaveAsItIs(const std::string& name) {
-        return Edit(name, [](FileInformation&) {});
-    }
-
-    TestApp app;
-    WaveFile wave;
-};
+class FileInformationSavingTest : public FileInformationSavingStage {};
 
 // --- MP3
 
@@ -476,61 +436,6 @@ TEST_F(FileInformationSavingTest, MPEGplusFields_AreAllWritten) {
                                                      .Item("Copyright", "Copy")
                                                      .Item("Encoded by", "Me")
                                                      .Bytes());
-}
-
-// --- files of real encoders
-
-class RealFileInformationTest : public FileInformationSavingTest {
-  protected:
-    void Encode(const std::string& program, const std::vector<std::string>& arguments) {
-        app.folder.Write("a.wav", Wav().Tone(44100 * 4).Bytes());
-        const ProgramResult result = RunToEnd({program, arguments, app.folder.Path(), "", {}});
-        ASSERT_EQ(result.status, 0) << result.error;
-    }
-};
-
-TEST_F(RealFileInformationTest, Lame_AudioStaysToTheByte) {
-    Encode("lame", {"--quiet", "-b", "128", "a.wav", "a.mp3"});
-    const std::string audio = app.folder.Read("a.mp3");
-    const auto name = [](FileInformation& information) {
-        information.Tag.Title = information.Tag.ID3v2Extension.TrackTitle = "Song";
-        information.EnableID3v2 = true;
-    };
-    EXPECT_EQ(Edit("a.mp3", name), SaveOutcome::Done);
-    const std::string tagged = app.folder.Read("a.mp3");
-    EXPECT_EQ(tagged.substr(512), audio + WrittenId3v1({.title = "Song"}));
-    EXPECT_EQ(SaveAsItIs("a.mp3"), SaveOutcome::Done);
-    EXPECT_EQ(app.folder.Read("a.mp3"), tagged);
-    const FileInformation after = LoadFileInformation(app, app.folder / "a.mp3");
-    EXPECT_TRUE(EncoderText(after.Tag).starts_with("LAME")) << EncoderText(after.Tag);
-    EXPECT_EQ(after.Tag.Bitrate, 128);
-}
-
-TEST_F(RealFileInformationTest, Oggenc_DecodesToTheSameAudio) {
-    Encode("oggenc", {"-Q", "-a", "Old", "a.wav", "-o", "a.ogg"});
-    const auto decoded = [&] {
-        const ProgramResult result =
-            RunToEnd({"oggdec", {"-Q", "a.ogg", "-o", "b.wav"}, app.folder.Path(), "", {}});
-        EXPECT_EQ(result.status, 0) << result.error;
-        return app.folder.Read("b.wav");
-    };
-    const std::string audio = decoded();
-    EXPECT_EQ(Edit("a.ogg", [](FileInformation& information) { information.Tag.Artist = "Бьорк"; }),
-              SaveOutcome::Done);
-    EXPECT_EQ(decoded(), audio);
-    EXPECT_EQ(LoadFileInformation(app, app.folder / "a.ogg").Tag.Artist, "Бьорк");
-    const std::string tagged = app.folder.Read("a.ogg");
-    EXPECT_EQ(SaveAsItIs("a.ogg"), SaveOutcome::Done);
-    EXPECT_EQ(app.folder.Read("a.ogg"), tagged);
-}
-
-TEST_F(RealFileInformationTest, Mpcenc_AudioStaysToTheByte) {
-    Encode("mpcenc", {"--silent", "a.wav", "a.mpc"});
-    const std::string audio = app.folder.Read("a.mpc");
-    EXPECT_EQ(Edit("a.mpc", [](FileInformation& information) { information.Tag.Artist = "Ann"; }),
-              SaveOutcome::Done);
-    EXPECT_EQ(app.folder.Read("a.mpc"), audio + Ape().Item("Artist", "Ann").Bytes());
-    EXPECT_TRUE(EncoderText(LoadFileInformation(app, app.folder / "a.mpc").Tag).starts_with("MPEGplus SV8"));
 }
 
 }  // namespace

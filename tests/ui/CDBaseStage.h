@@ -17,6 +17,7 @@
 #include "support/FakeDisc.h"
 #include "support/Mp3Builder.h"
 #include "support/TestApp.h"
+#include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "ui/cd/CDBaseDialog.h"
 #include "wave/WaveFile.h"
@@ -47,9 +48,7 @@ class CDBaseStage : public ::testing::Test {
 
     template <typename Control>
     Control* Find(const char* name) const {
-        auto* control = dialog->findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return control;
+        return &FindControl<Control>(*dialog, name);
     }
 
     void Click(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "support/TestApp.h"
+#include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "ui/desktop/ExitWindowsDialog.h"
 
@@ -34,7 +35,7 @@ class ExitWindowsTest : public ::testing::Test {
 
     template <typename Widget>
     Widget& Control(const char* name) {
-        return *dialog.findChild<Widget*>(name);
+        return FindControl<Widget>(dialog, name);
     }
 
     std::string Text(const char* label) { return FromQt(Control<QLabel>(label).text()); }

@@ -14,6 +14,7 @@
 
 #include "library/FileInformation.h"
 #include "support/TestApp.h"
+#include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "wave/WaveFile.h"
 
@@ -40,9 +41,7 @@ class FileInfoStage : public ::testing::Test {
 
     template <typename Control>
     Control* Find(const char* name) const {
-        auto* control = dialog->template findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return control;
+        return &FindControl<Control>(*dialog, name);
     }
 
     QLineEdit* Line(const char* name) const { return Find<QLineEdit>(name); }

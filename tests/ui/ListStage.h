@@ -13,6 +13,7 @@
 #include "support/TagBuilders.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
+#include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "ui/list/FileListModel.h"
 #include "ui/list/FileListView.h"
@@ -77,9 +78,9 @@ class ListStage : public ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&browser));
     }
 
-    template <typename Widget>
-    Widget& Child(const char* name) const {
-        return *browser.findChild<Widget*>(name);
+    template <typename Control>
+    Control& Child(const char* name) const {
+        return FindControl<Control>(browser, name);
     }
 
     std::string PathText() const { return FromQt(Child<QComboBox>("cmbPath").currentText()); }

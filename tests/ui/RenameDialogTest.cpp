@@ -8,6 +8,7 @@
 #include "core/History.h"
 #include "core/Settings.h"
 #include "support/TagBuilders.h"
+#include "toolkit/FindControl.h"
 #include "ui/CommandStage.h"
 #include "ui/rename/RenameDialog.h"
 
@@ -44,9 +45,7 @@ class RenameDialogTest : public ::testing::Test {
 
     template <typename Control>
     Control& Find(const std::string& name) const {
-        auto* control = dialog->findChild<Control*>(ToQt(name));
-        if (control == nullptr) throw std::out_of_range(name);
-        return *control;
+        return FindControl<Control>(*dialog, name);
     }
 
     void Choose(const std::string& name) const {

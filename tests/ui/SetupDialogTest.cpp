@@ -14,6 +14,7 @@
 #include "core/ShellVerbs.h"
 #include "support/FakeDesktopEntries.h"
 #include "support/TestApp.h"
+#include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "ui/setup/LevelBox.h"
 #include "ui/setup/SetupDialog.h"
@@ -34,9 +35,7 @@ class SetupDialogTest : public ::testing::Test {
 
     template <typename Control>
     Control& Find(const std::string& name) const {
-        auto* control = dialog->findChild<Control*>(ToQt(name));
-        if (control == nullptr) throw std::out_of_range(name);
-        return *control;
+        return FindControl<Control>(*dialog, name);
     }
 
     /// The page that the control is on comes to the front.

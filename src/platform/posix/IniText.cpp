@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/EditedText.h"
+
 namespace zefta {
 
 namespace {
@@ -12,19 +14,6 @@ struct Escape {
 };
 
 constexpr Escape Escapes[] = {{'\n', 'n'}, {'\r', 'r'}, {'\t', 't'}, {'\\', '\\'}};
-
-std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-/// Editors put a byte order mark in front of the first line, and joined files have one in the middle.
-std::string_view WithoutMark(std::string_view line) {
-    constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-    if (line.starts_with(ByteOrderMark)) line.remove_prefix(ByteOrderMark.size());
-    return line;
-}
 
 bool EqualKeys(std::string_view a, std::string_view b) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
@@ -80,7 +69,8 @@ IniText::IniText(std::string_view text) {
         if (raw.ends_with('\r')) raw.remove_suffix(1);
         Line line;
         line.raw = raw;
-        const std::string_view content = TrimBlanks(WithoutMark(raw));
+        // Files joined from two have a mark in the middle.
+        const std::string_view content = TrimBlanks(WithoutByteOrderMark(raw));
         const std::size_t equals = content.find('=');
         const bool isComment = content.starts_with(';') || content.starts_with('#');
         if (content.size() >= 2 && content.front() == '[' && content.back() == ']') {
