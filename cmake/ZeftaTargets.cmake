@@ -46,7 +46,8 @@ function(zefta_test_code target)
   endif()
 endfunction()
 
-# zefta_test(NAME [TOOLKIT] USES LAYERS... LABELS...): one test program of all sources of tests/NAME.
+# zefta_test(NAME [TOOLKIT] USES LAYERS... LABELS...): one test program of all sources of tests/NAME. It is run a few
+# times, each time for its share of the tests: a process for each test would take longer than the tests.
 function(zefta_test name)
   cmake_parse_arguments(ARG "TOOLKIT" "" "USES;LABELS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
@@ -64,7 +65,11 @@ function(zefta_test name)
   foreach(layer IN LISTS ARG_USES)
     target_link_libraries(zefta_${name}_tests PRIVATE zefta_${layer})
   endforeach()
-  gtest_discover_tests(zefta_${name}_tests
-    DISCOVERY_MODE PRE_TEST
-    PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 120)
+  set(shares 4)
+  foreach(share RANGE 1 ${shares})
+    math(EXPR index "${share} - 1")
+    add_test(NAME ${name}.${share} COMMAND zefta_${name}_tests --gtest_brief=1)
+    set_tests_properties(${name}.${share} PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 300
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shares};GTEST_SHARD_INDEX=${index}")
+  endforeach()
 endfunction()
