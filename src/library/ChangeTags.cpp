@@ -55,7 +55,7 @@ void RefusePart(App& app, const ChangedFile& file) {
 /// An MP3 file that may be written is left open for that. An empty Path when there is nothing to read.
 ReadFile OpenAndRead(App& app, const std::string& path) {
     ReadFile read;
-    if (IsMP3File(path)) read.opened = app.files.OpenRead(path);
+    if (IsMP3File(path)) read.opened = ThroughTagWindows(app.files.OpenRead(path));
     if (read.opened) {
         read.tag.Path = PathOfRecord(path);
         ReadMP3Tags(*read.opened, app.ansi, read.tag);

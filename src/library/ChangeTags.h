@@ -7,6 +7,7 @@
 
 #include "core/App.h"
 #include "core/GenreTable.h"
+#include "platform/BufferedFile.h"
 #include "tags/ID3Tag.h"
 
 namespace zefta {
@@ -43,7 +44,7 @@ struct ChangedFile {
 struct ReadFile {
     ID3Tag tag;
     /// MP3 alone: open for reading and writing, so that it is opened once.
-    std::unique_ptr<BinaryFile> opened;
+    std::unique_ptr<BufferedFile> opened;
 };
 
 /// The record of the file with all that it has to give back. Nothing when the file is to be passed over: it

@@ -111,7 +111,7 @@ ID3Tag ReadForSaving(App& app, const std::string& path) {
     ID3Tag tag;
     if (!IsMP3File(path)) {
         ReadByKind(app, path, tag);
-    } else if (const auto file = app.files.OpenReadOnly(path)) {
+    } else if (const auto file = ThroughTagWindows(app.files.OpenReadOnly(path))) {
         ReadMP3Tags(*file, app.ansi, tag);
     }
     tag.Path = path;
@@ -121,7 +121,7 @@ ID3Tag ReadForSaving(App& app, const std::string& path) {
 /// False when the file can't be opened or its tags can't be read.
 bool ReadTagsAlone(App& app, const std::string& path, ID3Tag& tag) {
     try {
-        const auto file = app.files.OpenReadOnly(path);
+        const auto file = ThroughTagWindows(app.files.OpenReadOnly(path));
         if (file) ReadMP3Tags(*file, app.ansi, tag);
         return file != nullptr;
     } catch (const RuntimeError&) {

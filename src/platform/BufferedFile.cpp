@@ -84,16 +84,39 @@ bool BufferedFile::Seek(std::int32_t distance, SeekFrom from) {
     return true;
 }
 
-void BufferedFile::Write(std::span<const std::byte>) {
-    throw RuntimeError(ErrorNumber::PermissionDenied);
+void BufferedFile::Write(std::span<const std::byte> bytes) {
+    ChangeFromHere([&] { file_->Write(bytes); });
+    position_ = file_->Position();
 }
 
 void BufferedFile::SetEnd() {
-    throw RuntimeError(ErrorNumber::PermissionDenied);
+    ChangeFromHere([&] { file_->SetEnd(); });
 }
 
-void BufferedFile::Flush() {
-    throw RuntimeError(ErrorNumber::PermissionDenied);
+/// What is in front of the position stays known. A change that fails may have been made in part.
+template <typename Change>
+void BufferedFile::ChangeFromHere(Change change) {
+    head_.ForgetFrom(position_);
+    middle_.ForgetFrom(position_);
+    tail_.ForgetFrom(position_);
+    file_->Seek(position_, SeekFrom::Start);
+    try {
+        change();
+    } catch (const RuntimeError&) {
+        TakeNewSize();
+        throw;
+    }
+    TakeNewSize();
+}
+
+/// The windows at the start and at the end are other ones in a file of another size.
+void BufferedFile::TakeNewSize() {
+    const std::int32_t size = file_->Size();
+    if (size == size_) return;
+    size_ = size;
+    if (head_.length < lengths_.head) head_.length = 0;
+    middle_.length = 0;
+    tail_.length = 0;
 }
 
 }  // namespace zefta

@@ -9,11 +9,9 @@
 
 namespace zefta {
 
-/// A file for reading that is seen through windows: one at its start, one at its end and one that moves
-/// between them. Readers may take it byte by byte; the system is asked once a window. Content that another
-/// program changes meanwhile may be seen old or new.
-///
-/// Writing, ending and flushing fail with RuntimeError 70.
+/// A file that is read through windows: one at its start, one at its end and one that moves between them.
+/// Readers may take it byte by byte; the system is asked once a window. Content that another program changes
+/// meanwhile may be seen old or new. What is written goes to the file at once.
 class BufferedFile : public BinaryFile {
   public:
     static constexpr std::int32_t LongestWindow = 8192;
@@ -39,7 +37,7 @@ class BufferedFile : public BinaryFile {
     std::int32_t Size() const override { return size_; }
     bool IsReadOnly() const override { return file_->IsReadOnly(); }
     void SetEnd() override;
-    void Flush() override;
+    void Flush() override { file_->Flush(); }
 
   private:
     static constexpr std::int32_t MiddleLength = 4096 + 64;
@@ -55,6 +53,9 @@ class BufferedFile : public BinaryFile {
         std::array<std::byte, Capacity> bytes;
 
         bool Holds(std::int32_t position) const { return position >= start && position - start < length; }
+        void ForgetFrom(std::int32_t position) {
+            if (length > position - start) length = 0;
+        }
     };
 
     /// What the window around the position has from there on. Empty when it could not be filled up to
@@ -63,6 +64,9 @@ class BufferedFile : public BinaryFile {
     template <std::size_t Capacity>
     std::span<const std::byte> BytesOf(Window<Capacity>& window, std::int32_t start, std::int32_t length);
     std::size_t ReadDirect(std::span<std::byte> into);
+    template <typename Change>
+    void ChangeFromHere(Change change);
+    void TakeNewSize();
 
     std::unique_ptr<BinaryFile> file_;
     /// What View gives when it is not in one window.

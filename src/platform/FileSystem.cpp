@@ -6,6 +6,12 @@
 
 namespace zefta {
 
+bool FileSystem::ReplaceByOpenFile(BinaryFile&, const std::string& replacement, const std::string& target) {
+    if (!FileExists(target)) return false;
+    ReplaceFile(replacement, target);
+    return true;
+}
+
 std::string FileSystem::ToNativePath(const std::string& path) const {
     if (path.find('\\') == std::string::npos || FileExists(path) || FolderExists(path)) return path;
     std::string native = path;

@@ -58,6 +58,11 @@ class FileSystem {
     /// names change. Both must lie in one folder, and `target` must exist.
     virtual void ReplaceFile(const std::string& replacement, const std::string& target) = 0;
 
+    /// The same for a replacement that is still open: `written` is what OpenNew gave for its path. False, and
+    /// nothing has changed, when there is no target.
+    virtual bool ReplaceByOpenFile(BinaryFile& written, const std::string& replacement,
+                                   const std::string& target);
+
     /// Opens for reading and writing; null when that can't be done. Never creates.
     virtual std::unique_ptr<BinaryFile> OpenRead(const std::string& path) = 0;
 

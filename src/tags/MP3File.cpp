@@ -44,25 +44,6 @@ constexpr std::int32_t EncoderLength = 16;
 /// for frames of 576 samples too: kept, like the places above.
 constexpr double FrameTime = 26.125;
 
-/// A file that someone else owns.
-class BorrowedFile : public BinaryFile {
-  public:
-    explicit BorrowedFile(BinaryFile& file) : file_(file) {}
-
-    using BinaryFile::Write;
-    std::size_t Read(std::span<std::byte> into) override { return file_.Read(into); }
-    void Write(std::span<const std::byte> bytes) override { file_.Write(bytes); }
-    bool Seek(std::int32_t distance, SeekFrom from) override { return file_.Seek(distance, from); }
-    std::int32_t Position() const override { return file_.Position(); }
-    std::int32_t Size() const override { return file_.Size(); }
-    bool IsReadOnly() const override { return file_.IsReadOnly(); }
-    void SetEnd() override { file_.SetEnd(); }
-    void Flush() override { file_.Flush(); }
-
-  private:
-    BinaryFile& file_;
-};
-
 /// An ID3v1 tag that was just written, and the file by its path.
 struct WrittenID3v1 {
     FileSystem& files;
@@ -199,8 +180,11 @@ void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& ta
     tag.AllowEdits = true;
 }
 
-void ReadMP3Tags(BinaryFile& opened, const CodePage& ansi, ID3Tag& tag) {
-    BufferedFile file(std::make_unique<BorrowedFile>(opened), TagWindows);
+std::unique_ptr<BufferedFile> ThroughTagWindows(std::unique_ptr<BinaryFile> file) {
+    return file ? std::make_unique<BufferedFile>(std::move(file), TagWindows) : nullptr;
+}
+
+void ReadMP3Tags(BufferedFile& file, const CodePage& ansi, ID3Tag& tag) {
     tag.Length = file.Size();
     ReadID3v1(file, tag, ansi);
     ReadLyrics3(file, tag, ansi);

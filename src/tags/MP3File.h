@@ -17,9 +17,13 @@ namespace zefta {
 /// those of the tag readers.
 void ReadMP3File(const FileReading& reading, const std::string& path, ID3Tag& tag);
 
-/// The same from an open file, for a record that goes back into it (UnknownContent::Carry): nothing is
+/// The file as tags are read, and then written: what was read for the one is there for the other. Null for
+/// none.
+std::unique_ptr<BufferedFile> ThroughTagWindows(std::unique_ptr<BinaryFile> file);
+
+/// As ReadMP3File from an open file, for a record that goes back into it (UnknownContent::Carry): nothing is
 /// measured.
-void ReadMP3Tags(BinaryFile& file, const CodePage& ansi, ID3Tag& tag);
+void ReadMP3Tags(BufferedFile& file, const CodePage& ansi, ID3Tag& tag);
 
 /// SetID3v1 and then SetID3v2WithRoom on the MP3 file at tag.Path, which is open for reading and writing.
 /// When the second one fails (a full disk), the first one is taken back, and the file has the bytes that it

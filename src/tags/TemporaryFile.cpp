@@ -80,13 +80,20 @@ void TemporaryFile::CreateUnderNumberedName(OldFile old) {
 }
 
 void TemporaryFile::TakePlace() {
-    Close();
-    if (files_.FileExists(target_)) {
-        files_.ReplaceFile(path_, target_);
-    } else {
+    if (!ReplaceTarget()) {
+        Close();
         files_.MoveFile(path_, target_);
     }
+    Close();
     pending_ = false;
+}
+
+/// False when there is no target.
+bool TemporaryFile::ReplaceTarget() {
+    if (file_) return files_.ReplaceByOpenFile(*file_, path_, target_);
+    if (!files_.FileExists(target_)) return false;
+    files_.ReplaceFile(path_, target_);
+    return true;
 }
 
 }  // namespace zefta

@@ -39,13 +39,14 @@ class TemporaryFile {
     /// For those who open it by its path.
     void Close() { file_.reset(); }
 
-    /// Closes the file and puts it in the target's place in one step (FileSystem::ReplaceFile); gives it the
+    /// Puts the file in the target's place in one step (FileSystem::ReplaceFile) and closes it; gives it the
     /// name alone when there is no target.
     void TakePlace();
 
   private:
     void CreateInPlaceOfOld();
     void CreateUnderNumberedName(OldFile old);
+    bool ReplaceTarget();
 
     FileSystem& files_;
     std::string target_;

@@ -108,12 +108,79 @@ TEST_F(BufferedFileTest, DeviceThatFails_IsAFailureOfTheReadAndOfTheNextOne) {
     EXPECT_EQ(file->ReadBytes(3), Numbered(3));
 }
 
-TEST_F(BufferedFileTest, Writing_IsRefused) {
+TEST_F(BufferedFileTest, WritingAFileOpenForReading_IsRefused) {
     const auto file = Open("abc", {10, 10});
     EXPECT_EQ(RuntimeErrorOf([&] { file->Write("x"); }), 70);
-    EXPECT_EQ(RuntimeErrorOf([&] { file->SetEnd(); }), 70);
-    EXPECT_EQ(RuntimeErrorOf([&] { file->Flush(); }), 70);
     EXPECT_FALSE(file->IsReadOnly());
+}
+
+TEST_F(BufferedFileTest, AnyWalkWithWrites_LeavesAndReadsWhatTheFileItselfHas) {
+    std::mt19937 random(9);
+    for (const std::size_t size : {0U, 99U, 4000U, 12000U, 30000U}) {
+        for (const BufferedFile::Windows windows :
+             {BufferedFile::Windows{0, 0}, {100, 50}, {2058, 300}, {4100, 8192}}) {
+            folder.Write("buffered", Numbered(size));
+            folder.Write("plain", Numbered(size));
+            BufferedFile buffered(files.OpenRead(folder / "buffered"), windows);
+            const auto plain = files.OpenRead(folder / "plain");
+            for (int step = 0; step < 400; ++step) {
+                const auto place = static_cast<std::int32_t>(random() % (size + 20));
+                const auto count = static_cast<std::int32_t>(random() % (step % 10 == 0 ? 9000 : 140));
+                const bool isFromEnd = random() % 2 == 0 && place <= plain->Size();
+                for (BinaryFile* file : {static_cast<BinaryFile*>(&buffered), plain.get()})
+                    file->Seek(isFromEnd ? -place : place, isFromEnd ? SeekFrom::End : SeekFrom::Start);
+                const int what = static_cast<int>(random() % 16);
+                if (what == 0) {
+                    buffered.SetEnd();
+                    plain->SetEnd();
+                } else if (what < 5) {
+                    const std::string bytes = Numbered(static_cast<std::size_t>(count / 2));
+                    buffered.Write(bytes);
+                    plain->Write(bytes);
+                } else {
+                    ASSERT_EQ(buffered.ReadBytes(count), plain->ReadBytes(count)) << step;
+                }
+                ASSERT_EQ(buffered.Position(), plain->Position());
+                ASSERT_EQ(buffered.Size(), plain->Size());
+            }
+            EXPECT_EQ(folder.Read("buffered"), folder.Read("plain"));
+        }
+    }
+}
+
+TEST_F(BufferedFileTest, WriteAtTheEnd_LeavesTheHeadKnown) {
+    folder.Write("file", Numbered(50000));
+    BufferedFile file(counting.OpenRead(folder / "file"), {1000, 500});
+    file.ReadBytes(10);
+    file.Seek(-128, SeekFrom::End);
+    file.Write(std::string(128, 'x'));
+    Reads();
+    file.Seek(0, SeekFrom::Start);
+    EXPECT_EQ(file.ReadBytes(1000), Numbered(1000));
+    EXPECT_EQ(Reads(), 0);
+    file.Seek(-129, SeekFrom::End);
+    EXPECT_EQ(file.ReadBytes(200), Numbered(50000).substr(49871, 1) + std::string(128, 'x'));
+    EXPECT_EQ(Reads(), 1);
+}
+
+TEST_F(BufferedFileTest, WriteThatFails_ShowsWhatItLeft) {
+    folder.Write("file", Numbered(100));
+    BufferedFile file(counting.OpenRead(folder / "file"), {1000, 500});
+    EXPECT_EQ(file.ReadBytes(200), Numbered(100));
+    counting.faults = {};
+    counting.faults.plan = {FaultPlan::Mode::OnlyTheNth, 1, ErrorNumber::DiskFull};
+    EXPECT_EQ(RuntimeErrorOf([&] { file.Write(std::string(40, 'x')); }), 61);
+    EXPECT_EQ(file.Size(), 120);
+    file.Seek(0, SeekFrom::Start);
+    EXPECT_EQ(file.ReadBytes(200), Numbered(100) + std::string(20, 'x'));
+}
+
+TEST_F(BufferedFileTest, Flush_ReachesTheFile) {
+    folder.Write("file", "abc");
+    BufferedFile file(counting.OpenRead(folder / "file"), {10, 10});
+    Reads();
+    file.Flush();
+    EXPECT_EQ(Reads(), 1);
 }
 
 TEST_F(BufferedFileTest, Seek_BehindWhatPositionsHold_IsAnOverflow) {

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -292,6 +293,54 @@ TYPED_TEST(FileSystemContract, ReplaceFile_NoTarget_FailsAndKeepsTheNewFile) {
     EXPECT_EQ(RuntimeErrorOf([&] { this->files.ReplaceFile(this->folder / "fresh", this->folder / "a"); }),
               53);
     EXPECT_EQ(this->folder.Read("fresh"), "new");
+}
+
+TYPED_TEST(FileSystemContract, ReplaceByOpenFile_TakesNameAndAttributesOfTheOld) {
+    for (const mode_t mode : {0640U, 0644U, 0666U}) {
+        const std::string target = this->folder.Write("a.mp3", "old");
+        ASSERT_EQ(chmod(target.c_str(), mode), 0);
+        const bool hasAttribute = setxattr(target.c_str(), "user.rating", "5", 1, 0) == 0;
+        const auto fresh = this->files.OpenNew(this->folder / "a.mp3.tmp");
+        fresh->Write("new");
+        EXPECT_TRUE(this->files.ReplaceByOpenFile(*fresh, this->folder / "a.mp3.tmp", target));
+        EXPECT_EQ(this->Names(), std::vector<std::string>{"a.mp3"});
+        EXPECT_EQ(this->folder.Read("a.mp3"), "new");
+        struct stat status;
+        ASSERT_EQ(stat(target.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, mode);
+        char rating = '\0';
+        EXPECT_EQ(getxattr(target.c_str(), "user.rating", &rating, 1), hasAttribute ? 1 : -1);
+        EXPECT_FALSE(this->files.FileExists(this->folder / "A.MP3.tmp"));
+    }
+}
+
+TYPED_TEST(FileSystemContract, ReplaceByOpenFile_TargetInAnotherCaseOrALink_ReplacesTheFileBehindIt) {
+    this->folder.Write("Real.mp3", "old");
+    std::filesystem::create_symlink("Real.mp3", this->folder / "link.mp3");
+    for (const char* name : {"link.mp3", "REAL.mp3"}) {
+        const auto fresh = this->files.OpenNew(this->folder / "fresh");
+        fresh->Write(name);
+        EXPECT_TRUE(this->files.ReplaceByOpenFile(*fresh, this->folder / "fresh", this->folder / name));
+        EXPECT_TRUE(std::filesystem::is_symlink(this->folder / "link.mp3"));
+        EXPECT_EQ(this->folder.Read("Real.mp3"), name);
+    }
+}
+
+TYPED_TEST(FileSystemContract, ReplaceByOpenFile_NoTarget_IsNotDone) {
+    const auto fresh = this->files.OpenNew(this->folder / "fresh");
+    EXPECT_FALSE(this->files.ReplaceByOpenFile(*fresh, this->folder / "fresh", this->folder / "a"));
+    EXPECT_EQ(this->Names(), std::vector<std::string>{"fresh"});
+}
+
+TYPED_TEST(FileSystemContract, ReplaceByOpenFile_FreshOneGone_Fails53AndKeepsTheOld) {
+    this->folder.Write("a.mp3", "old");
+    const auto fresh = this->files.OpenNew(this->folder / "fresh");
+    std::filesystem::remove(this->folder / "fresh");
+    EXPECT_EQ(RuntimeErrorOf([&] {
+                  this->files.ReplaceByOpenFile(*fresh, this->folder / "fresh", this->folder / "a.mp3");
+              }),
+              53);
+    EXPECT_EQ(this->folder.Read("a.mp3"), "old");
 }
 
 TYPED_TEST(FileSystemContract, BrokenLink_IsNoFileButCanBeDeleted) {

@@ -47,14 +47,20 @@ void CopyAttributes(const std::string& source, const std::string& target) {
     struct stat given;
     if (stat(source.c_str(), &wanted) == -1) ThrowSystemError(source);
     if (stat(target.c_str(), &given) == -1) ThrowSystemError(target);
+    CopyAttributes({source, wanted}, {target, given});
+}
+
+void CopyAttributes(const KnownFile& source, const KnownFile& target) {
+    const char* path = target.path.c_str();
+    const struct stat& wanted = source.status;
     // The owner first: a change of owner takes special permission bits away.
-    const bool changesOwner = !IsOfSameOwner(wanted, given);
-    if (changesOwner && chown(target.c_str(), wanted.st_uid, wanted.st_gid) == -1) [[maybe_unused]]
-        const int groupOnly = chown(target.c_str(), static_cast<uid_t>(-1), wanted.st_gid);
+    const bool changesOwner = !IsOfSameOwner(wanted, target.status);
+    if (changesOwner && chown(path, wanted.st_uid, wanted.st_gid) == -1) [[maybe_unused]]
+        const int groupOnly = chown(path, static_cast<uid_t>(-1), wanted.st_gid);
     // An extended attribute may hold permissions too.
-    const bool hasExtended = CopyExtendedAttributes(source, target);
-    if (!changesOwner && !hasExtended && wanted.st_mode == given.st_mode) return;
-    if (chmod(target.c_str(), wanted.st_mode & 07777) == -1 && !IsRefused(errno)) ThrowSystemError(target);
+    const bool hasExtended = CopyExtendedAttributes(source.path, target.path);
+    if (!changesOwner && !hasExtended && wanted.st_mode == target.status.st_mode) return;
+    if (chmod(path, wanted.st_mode & 07777) == -1 && !IsRefused(errno)) ThrowSystemError(target.path);
 }
 
 void FlushFolder(const std::string& folder) {

@@ -29,10 +29,7 @@ struct stat StatusOf(int descriptor, const std::string& path) {
 }  // namespace
 
 PosixBinaryFile::PosixBinaryFile(int descriptor, const struct stat& status, std::string path)
-    : descriptor_(descriptor),
-      isReadOnly_((status.st_mode & S_IWUSR) == 0),
-      size_(status.st_size),
-      path_(std::move(path)) {}
+    : descriptor_(descriptor), status_(status), size_(status.st_size), path_(std::move(path)) {}
 
 PosixBinaryFile::PosixBinaryFile(int descriptor, const std::string& path)
     : PosixBinaryFile(descriptor, StatusOf(descriptor, path), path) {}

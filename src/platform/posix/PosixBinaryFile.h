@@ -23,13 +23,15 @@ class PosixBinaryFile : public BinaryFile {
     bool Seek(std::int32_t distance, SeekFrom from) override;
     std::int32_t Position() const override;
     std::int32_t Size() const override;
-    bool IsReadOnly() const override { return isReadOnly_; }
+    bool IsReadOnly() const override { return (status_.st_mode & S_IWUSR) == 0; }
     void SetEnd() override;
     void Flush() override;
 
+    const struct stat& StatusAtOpening() const { return status_; }
+
   private:
     int descriptor_;
-    bool isReadOnly_;
+    struct stat status_;
     /// Kept up by what is written here, so that asking for it costs no system call.
     std::int64_t size_;
     std::int64_t position_ = 0;

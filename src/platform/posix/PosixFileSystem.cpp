@@ -128,8 +128,26 @@ void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::str
     const auto written = Open(from, O_RDONLY);
     if (!written) ThrowSystemError(replacement);
     written->Flush();
+    TakeName(from, to);
+}
+
+bool PosixFileSystem::ReplaceByOpenFile(BinaryFile& written, const std::string& replacement,
+                                        const std::string& target) {
+    const auto* fresh = dynamic_cast<const PosixBinaryFile*>(&written);
+    FileStatus old;
+    // Links and names in another case are followed by the one that takes paths.
+    const bool isAsSpelled = lstat(target.c_str(), &old) == 0 && S_ISREG(old.st_mode);
+    if (fresh == nullptr || !isAsSpelled) return FileSystem::ReplaceByOpenFile(written, replacement, target);
+    zefta::CopyAttributes({target, old}, {replacement, fresh->StatusAtOpening()});
+    written.Flush();
+    TakeName(replacement, target);
+    return true;
+}
+
+/// Both exactly as spelled, in one folder.
+void PosixFileSystem::TakeName(const std::string& from, const std::string& to) {
     FolderChange change(index_, from);
-    if (rename(from.c_str(), to.c_str()) == -1) ThrowSystemError(target);
+    if (rename(from.c_str(), to.c_str()) == -1) ThrowSystemError(to);
     change.Removed(NamePart(from));
     FlushFolder(FolderPart(to));
 }

@@ -17,6 +17,8 @@ class PosixFileSystem : public FileSystem {
     void DeleteFile(const std::string& path, Force force) override;
     void MoveFile(const std::string& source, const std::string& target) override;
     void ReplaceFile(const std::string& replacement, const std::string& target) override;
+    bool ReplaceByOpenFile(BinaryFile& written, const std::string& replacement,
+                           const std::string& target) override;
     std::unique_ptr<BinaryFile> OpenRead(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenReadOnly(const std::string& path) override;
     std::unique_ptr<BinaryFile> OpenCreate(const std::string& path) override;
@@ -41,6 +43,7 @@ class PosixFileSystem : public FileSystem {
     std::optional<FileStatus> StatusOf(const std::string& path) const;
     FolderEntry EntryOf(const std::string& folder, const std::string& name, unsigned char type) const;
     bool MoveWithinFolder(const std::string& source, const std::string& target);
+    void TakeName(const std::string& from, const std::string& to);
     std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) const;
 
     mutable FolderIndex index_;
