@@ -62,6 +62,7 @@ std::optional<Track> FindTrack(App& app, const std::string& path) {
 std::vector<Track> FindTracks(App& app, const std::string& folder, const TextLines& text) {
     std::vector<Track> tracks;
     for (const TextLine& line : text.lines) {
+        app.desktop.ServeEvents();
         auto track = FindTrack(app, PathOfPlaylistLine(app.files, app.ansi, folder, line.text));
         if (track) {
             tracks.push_back(std::move(*track));

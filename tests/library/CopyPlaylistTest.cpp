@@ -250,6 +250,14 @@ TEST_F(CopyPlaylistTest, TargetInTheFolderOfThePlaylist_Works) {
     EXPECT_EQ(app.folder.Read("music/mix.m3u"), "a.mp3\nmix.m3u\n");
 }
 
+TEST_F(CopyPlaylistTest, Events_AreServedForEachLineAlsoBeforeTheFirstCopy) {
+    std::string lines;
+    for (int i = 0; i < 50; ++i) lines += "missing" + std::to_string(i) + ".mp3\n";
+    const int before = app.desktop.servedEvents;
+    Copy(lines);
+    EXPECT_GE(app.desktop.servedEvents - before, 50);
+}
+
 TEST_F(CopyPlaylistTest, Progress_TellsTheFileAndTheWhole) {
     app.folder.Write("music/a.mp3", std::string(44100, 'a'));
     app.folder.Write("music/b.mp3", std::string(900, 'b'));

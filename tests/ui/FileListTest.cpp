@@ -52,6 +52,23 @@ TEST_F(FileList, Rows_AreTheWayUpThenFoldersThenPlaylistsThenFiles) {
     EXPECT_EQ(Cell("zoo", ListColumn::Size), " ");
 }
 
+TEST_F(FileList, RowOfName_IsFoundInAnyOrderAndBehindRowsThatWent) {
+    for (const char* name : {"a.mp3", "b.mp3", "c.mp3", "d.mp3"}) app.folder.Write(name, "");
+    OpenWhole();
+    auto& model = *browser.findChild<FileListModel*>();
+    EXPECT_EQ(model.RowOfName("d.mp3"), 4);
+    EXPECT_EQ(model.RowOfName("a.mp3"), 1);
+    EXPECT_EQ(model.RowOfName("c.mp3"), 3);
+    EXPECT_EQ(model.RowOfName("e.mp3"), -1);
+    EXPECT_EQ(model.RowOfName("d.mp3"), 4);
+    model.Remove(1);
+    model.Remove(1);
+    EXPECT_EQ(model.RowOfName("d.mp3"), 2);
+    model.Remove(2);
+    EXPECT_EQ(model.RowOfName("d.mp3"), -1);
+    EXPECT_EQ(model.RowOfName("c.mp3"), 1);
+}
+
 TEST_F(FileList, SortOrder_IsUnseen) {
     app.folder.Write("b.mp3", "");
     OpenWhole();

@@ -80,9 +80,16 @@ RowIcon FileListModel::IconAt(int row) const {
 }
 
 int FileListModel::RowOfName(const std::string& name) const {
-    const auto row =
-        std::find_if(rows_.begin(), rows_.end(), [&](const Row& one) { return one.entry.name == name; });
-    return row == rows_.end() ? -1 : static_cast<int>(row - rows_.begin());
+    const auto hasName = [&](const Row& one) { return one.entry.name == name; };
+    // Batches ask in the order of the rows: the next one is near the last.
+    const auto last = rows_.begin() + std::min<std::ptrdiff_t>(lastFound_, std::ssize(rows_));
+    auto row = std::find_if(last, rows_.end(), hasName);
+    if (row == rows_.end()) {
+        row = std::find_if(rows_.begin(), last, hasName);
+        if (row == last) return -1;
+    }
+    lastFound_ = row - rows_.begin();
+    return static_cast<int>(lastFound_);
 }
 
 std::optional<int> FileListModel::NextUnfilled(int from) const {

@@ -82,6 +82,8 @@ class FileListModel : public QAbstractTableModel {
     const App& app_;
     std::vector<Row> rows_;
     std::size_t filledRows_ = 0;
+    /// The row that was asked for by its name last; no longer one when rows were removed.
+    mutable std::ptrdiff_t lastFound_ = 0;
     bool hasUpRow_ = false;
     int currentYear_;
     QColor background_ = Qt::white;
