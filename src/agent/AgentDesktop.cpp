@@ -10,25 +10,10 @@
 
 namespace zefta {
 
-namespace {
-
-QMessageBox::Icon IconOf(BoxKind kind) {
-    switch (kind) {
-        case BoxKind::Warning:
-            return QMessageBox::Warning;
-        case BoxKind::Critical:
-            return QMessageBox::Critical;
-        default:
-            return QMessageBox::Information;
-    }
-}
-
-}  // namespace
-
 void AgentDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
     ConsoleDesktop::ShowBox(kind, text, caption);
     if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr) return;
-    auto* box = new QMessageBox(IconOf(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton);
+    auto* box = new QMessageBox(BoxIcon(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton);
     box->addButton(QMessageBox::Ok)->setText(OwnText(language_, WindowText::BoxOk));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);

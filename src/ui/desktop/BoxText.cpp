@@ -54,4 +54,15 @@ QString BoxText(const std::string& text) {
     return shown;
 }
 
+QMessageBox::Icon BoxIcon(BoxKind kind) {
+    switch (kind) {
+        case BoxKind::Warning:
+            return QMessageBox::Warning;
+        case BoxKind::Critical:
+            return QMessageBox::Critical;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
 }  // namespace zefta

@@ -25,17 +25,6 @@ namespace zefta {
 
 namespace {
 
-QMessageBox::Icon IconOf(BoxKind kind) {
-    switch (kind) {
-        case BoxKind::Warning:
-            return QMessageBox::Warning;
-        case BoxKind::Critical:
-            return QMessageBox::Critical;
-        default:
-            return QMessageBox::NoIcon;
-    }
-}
-
 /// The window that the person works in: none of ours is active while another program is in front.
 QWidget* WindowAtHand() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
@@ -140,7 +129,7 @@ WindowDesktop::WindowDesktop(Language language, std::optional<QDBusConnection> b
 
 void WindowDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
     if (kind != BoxKind::Plain) hasComplained_ = true;
-    QMessageBox box(IconOf(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton, WindowAtHand());
+    QMessageBox box(BoxIcon(kind), ToQt(caption), BoxText(text), QMessageBox::NoButton, WindowAtHand());
     box.setTextFormat(Qt::PlainText);
     AddButtons(box, language_, {{QMessageBox::Ok, WindowText::BoxOk}});
     box.setDefaultButton(QMessageBox::Ok);
