@@ -17,4 +17,18 @@ void CopyInBlocks(BinaryFile& source, BinaryFile& destination, std::int32_t coun
     for (; count > 0; count -= WaveBlockSize) zftCopyBlock2(source, destination, count);
 }
 
+void CopyInBlocksBehind(std::string_view ahead, BinaryFile& source, BinaryFile& destination,
+                        std::int32_t count) {
+    std::array<std::byte, WaveBlockSize> block;
+    const auto bytes = std::as_bytes(std::span(ahead));
+    const std::size_t wanted = static_cast<std::size_t>(std::max(count, 0));
+    if (bytes.size() + wanted > block.size()) {
+        destination.Write(bytes);
+        return CopyInBlocks(source, destination, count);
+    }
+    const auto behind = std::span(block).subspan(bytes.size(), wanted);
+    std::copy(bytes.begin(), bytes.end(), block.begin());
+    destination.Write(std::span(block).first(bytes.size() + source.Read(behind)));
+}
+
 }  // namespace zefta

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "platform/BinaryFile.h"
 
@@ -16,5 +17,9 @@ void zftCopyBlock2(BinaryFile& source, BinaryFile& destination, std::int32_t cou
 
 /// Copies `count` bytes by zftCopyBlock2, in whole blocks and one block of the rest.
 void CopyInBlocks(BinaryFile& source, BinaryFile& destination, std::int32_t count);
+
+/// Writes `ahead` and then does the same; both are one write where they fit into a block.
+void CopyInBlocksBehind(std::string_view ahead, BinaryFile& source, BinaryFile& destination,
+                        std::int32_t count);
 
 }  // namespace zefta

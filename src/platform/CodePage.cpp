@@ -49,6 +49,7 @@ std::string CodePage::Decode(std::string_view bytes) const {
 }
 
 std::string CodePage::Encode(std::string_view text) const {
+    if (keepsAscii_ && IsAscii(text)) return std::string(text);
     std::string bytes;
     bytes.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {

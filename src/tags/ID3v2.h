@@ -43,4 +43,7 @@ bool RemoveID3v2(FileSystem& files, const ID3Tag& tag);
 /// One text frame with its header and encoding byte. The text is trimmed of blanks.
 std::string WriteFrame(std::string_view identifier, std::string_view text);
 
+/// The same behind what an area of frames has already.
+void AppendFrame(std::string& area, std::string_view identifier, std::string_view text);
+
 }  // namespace zefta

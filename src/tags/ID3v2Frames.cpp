@@ -125,9 +125,11 @@ const ID3v2Frame* FindID3v2Frame(std::string_view identifier) {
 }
 
 std::string ID3v2FrameArea(const ID3v2Extension& tag, const CodePage& ansi) {
+    constexpr std::size_t UsualLength = 512;
     std::string area;
-    for (const ID3v2Frame& frame : Frames) area += WriteFrame(frame.identifier, frame.write(tag, ansi));
-    return area + tag.UnknownFrames;
+    area.reserve(UsualLength + tag.UnknownFrames.size());
+    for (const ID3v2Frame& frame : Frames) AppendFrame(area, frame.identifier, frame.write(tag, ansi));
+    return area += tag.UnknownFrames;
 }
 
 }  // namespace zefta

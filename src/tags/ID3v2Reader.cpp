@@ -96,6 +96,12 @@ std::int32_t SizeByTheNext(FrameArea& area, std::int32_t at, std::string_view by
     return IsBoundary(area, body + plain, size) ? plain : sevenBit;
 }
 
+struct KnownFrame {
+    const ID3v2Frame* frame;
+    /// The whole of it.
+    std::string bytes;
+};
+
 /// A walk over the frames, and how it ended.
 struct Walk {
     ID3v2Extension& tag;
@@ -104,8 +110,8 @@ struct Walk {
     std::int32_t end = 0;
     /// A frame has text that the record does not hold, or can't give back.
     bool lostText = false;
-    /// The frames that have a field, whole and in their order.
-    std::vector<std::string> known = {};
+    /// The frames that have a field, in their order.
+    std::vector<KnownFrame> known = {};
 };
 
 /// What goes back into the file unchanged is not touched at all.
@@ -121,7 +127,7 @@ ID3v2Text TextByTheStandard(const ID3v2Frame& frame, std::string_view body, cons
 void ReadByTheStandard(const ID3v2Frame& frame, std::string_view bytes, Walk& walk) {
     using namespace std::string_view_literals;
     constexpr std::size_t FormatFlags = 9;
-    walk.known.emplace_back(bytes);
+    walk.known.push_back({&frame, std::string(bytes)});
     const std::string_view body = bytes.substr(std::min<std::size_t>(ID3v2HeaderSize, bytes.size()));
     // Compressed, encrypted, grouped or unsynchronised: the body is no text then.
     const bool isText =
@@ -140,14 +146,16 @@ void ReadByTheStandard(const ID3v2Frame& frame, std::string_view bytes, Walk& wa
 /// comments in other languages. Not those that say the same, or nothing.
 void CarryEarlierOnes(Walk& walk) {
     for (const ID3v2Frame& frame : ID3v2Frames()) {
-        const auto isOfField = [&](const std::string& bytes) { return bytes.starts_with(frame.identifier); };
+        const auto isOfField = [&](const KnownFrame& known) { return known.frame == &frame; };
+        const auto first = std::find_if(walk.known.begin(), walk.known.end(), isOfField);
         const auto last = std::find_if(walk.known.rbegin(), walk.known.rend(), isOfField);
-        if (last == walk.known.rend()) continue;
+        if (last == walk.known.rend() || first == std::prev(last.base())) continue;
         const std::string written = WriteFrame(frame.identifier, frame.write(walk.tag, walk.ansi));
-        for (auto earlier = walk.known.begin(); earlier != std::prev(last.base()); ++earlier) {
-            if (isOfField(*earlier) && earlier->size() > ShortestFrame && *earlier != *last &&
-                *earlier != written)
-                walk.tag.UnknownFrames += *earlier;
+        for (auto earlier = first; earlier != std::prev(last.base()); ++earlier) {
+            const std::string& bytes = earlier->bytes;
+            if (isOfField(*earlier) && bytes.size() > ShortestFrame && bytes != last->bytes &&
+                bytes != written)
+                walk.tag.UnknownFrames += bytes;
         }
     }
 }
@@ -179,6 +187,7 @@ void ReadFrames(FrameArea& area, Walk& walk) {
     // 0-based here; the bound comes from a count that starts at 1 and misses two places.
     std::int32_t at = walk.tag.bExtendedHeader != 0 ? ByteCodec::SyncSafeToLong(area.Slice(0, 4)) : 0;
     const bool byTheStandard = IsByTheStandard(walk.unknown);
+    if (byTheStandard) walk.known.reserve(ID3v2Frames().size());
     const std::int32_t lastPlace = size - (byTheStandard ? ShortestFrame : ShortestFrame + 2);
     while (at <= lastPlace && at < area.Length()) {
         const std::string header(area.Slice(at, 8));

@@ -24,7 +24,7 @@ constexpr std::size_t SizeLength = 4;
 /// Whole tag of a rebuilt file: a tenth above the estimate, so that a slightly longer one fits in its place
 /// the next time.
 constexpr double Reserve = 1.1;
-constexpr double SmallestTag = 512;
+constexpr int SmallestTag = 512;
 /// The count of bytes to fill up is held in 16 bits.
 constexpr std::int64_t LargestFill = 32767;
 
@@ -38,7 +38,7 @@ struct TagPlan {
 
 TagPlan PlanTag(std::int32_t estimate, std::optional<std::int32_t> oldSize) {
     if (oldSize && estimate <= *oldSize) return {true, *oldSize};
-    return {false, ToI32(std::max(estimate * Reserve, SmallestTag)) - ID3v2HeaderSize};
+    return {false, ToI32(std::max<double>(estimate * Reserve, SmallestTag)) - ID3v2HeaderSize};
 }
 
 struct RenderedTag {
@@ -51,7 +51,11 @@ struct RenderedTag {
 RenderedTag RenderTag(const std::string& frames, std::int32_t size) {
     using namespace std::string_literals;
     RenderedTag rendered;
-    rendered.bytes = std::string(HeaderMarker) + "\3\0\0"s + ByteCodec::LongToSyncSafe(size) + frames;
+    rendered.bytes.reserve(ID3v2HeaderSize + frames.size() + std::size_t{SmallestTag});
+    rendered.bytes += HeaderMarker;
+    rendered.bytes += "\3\0\0"s;
+    rendered.bytes += ByteCodec::LongToSyncSafe(size);
+    rendered.bytes += frames;
     const std::int64_t fill =
         std::int64_t{size} + ID3v2HeaderSize - static_cast<std::int64_t>(rendered.bytes.size());
     if (fill < 0) {
@@ -100,13 +104,12 @@ bool Rebuild(FileSystem& files, const std::string& path, const RenderedTag& tag,
     const auto& [old, audioStart, tagLength] = work;
     TemporaryFile fresh(files, path);
     if (!fresh.File()) return false;
-    fresh.File()->Write(tag.bytes);
-    if (const auto missing = static_cast<std::size_t>(tagLength); tag.bytes.size() < missing)
-        fresh.File()->Write(std::string(missing - tag.bytes.size(), '\0'));
     // Frames that overrun their place take the first bytes of what lies behind it, as they do in place.
     const std::int32_t overrun = std::max(static_cast<std::int32_t>(tag.bytes.size()) - tagLength, 0);
     old.Seek(Add(audioStart, overrun), SeekFrom::Start);
-    CopyInBlocks(old, *fresh.File(), old.Size() - audioStart - overrun);
+    std::string whole = tag.bytes;
+    whole.resize(std::max(whole.size(), static_cast<std::size_t>(tagLength)));
+    CopyInBlocksBehind(whole, old, *fresh.File(), old.Size() - audioStart - overrun);
     fresh.TakePlace();
     return true;
 }
@@ -150,7 +153,7 @@ std::string FramesThatReadBack(const ID3v2Extension& tag, const CodePage& ansi) 
     std::string area = ID3v2FrameArea(tag, ansi);
     for (const ID3v2Frame& frame : ID3v2Frames()) {
         if (HoldsFrame(tag.UnknownFrames, frame.identifier))
-            area += WriteFrame(frame.identifier, frame.write(tag, ansi));
+            AppendFrame(area, frame.identifier, frame.write(tag, ansi));
     }
     return area;
 }
@@ -177,14 +180,14 @@ PlannedTag PlanAndRender(const TagWriting& writing, const ID3v2Extension& tag,
         byEstimate ? PlanTag(tag.GetTagSize(ansi), oldSize) : PlanFrames(tag, ansi, frames.size(), oldSize);
     RenderedTag rendered = RenderTag(frames, plan.size);
     if (writing.planning != Planning::Whole || rendered.failure != ErrorNumber::Overflow)
-        return {plan, rendered};
+        return {plan, std::move(rendered)};
     if (plan.inPlace) {
         plan = PlanFrames(tag, ansi, frames.size(), std::nullopt);
         rendered = RenderTag(frames, plan.size);
     }
     // What a new file lacks is filled up however much it is.
     if (rendered.failure == ErrorNumber::Overflow) rendered.failure.reset();
-    return {plan, rendered};
+    return {plan, std::move(rendered)};
 }
 
 void WriteTag(const TagWriting& writing, std::unique_ptr<BinaryFile> file, ID3Tag& tag) {
@@ -198,8 +201,8 @@ void WriteTag(const TagWriting& writing, std::unique_ptr<BinaryFile> file, ID3Ta
         const std::int32_t audioStart = oldSize.value_or(0) > 0 ? *oldSize + ID3v2HeaderSize : 0;
         const std::string path = files.FollowLinks(tag.Path);
         const bool rebuilt = Rebuild(files, path, rendered, {*file, audioStart, plan.size + ID3v2HeaderSize});
-        file.reset();
-        if (!rebuilt || !files.OpenRead(path)) tag.Path.clear();
+        // The new file was open for reading and writing when it got the name: it need not be opened again.
+        if (!rebuilt) tag.Path.clear();
     }
     if (rendered.failure) throw RuntimeError(*rendered.failure);
 }
@@ -216,10 +219,18 @@ void OpenAndWriteTag(const TagWriting& writing, ID3Tag& tag) {
 }  // namespace
 
 std::string WriteFrame(std::string_view identifier, std::string_view text) {
-    using namespace std::string_literals;
+    std::string frame;
+    AppendFrame(frame, identifier, text);
+    return frame;
+}
+
+void AppendFrame(std::string& area, std::string_view identifier, std::string_view text) {
+    constexpr std::string_view FlagsAndEncoding("\0\0\0", 3);
     const std::string body = Trim(text);
-    return std::string(identifier) +
-           ByteCodec::LongToSyncSafe(ToI32(static_cast<std::int64_t>(body.size()) + 1)) + "\0\0\0"s + body;
+    area += identifier;
+    area += ByteCodec::LongToSyncSafe(ToI32(static_cast<std::int64_t>(body.size()) + 1));
+    area += FlagsAndEncoding;
+    area += body;
 }
 
 void SetID3v2(FileSystem& files, const CodePage& ansi, ID3Tag& tag) {

@@ -350,7 +350,7 @@ TEST_F(ID3v2Test, Set_OldTmp_IsReplaced) {
     EXPECT_FALSE(folder.Exists("w.mp3.tmp"));
 }
 
-TEST_F(ID3v2Test, Set_FileCannotBeOpenedAgain_EmptiesThePath) {
+TEST_F(ID3v2Test, Set_NewFileCannotTakeThePlace_FailsAndKeepsTheFile) {
     FaultInjectingFileSystem failing(files);
     ID3Tag tag;
     tag.Path = folder.Write("w.mp3", audio);
@@ -359,9 +359,9 @@ TEST_F(ID3v2Test, Set_FileCannotBeOpenedAgain_EmptiesThePath) {
     tag.Path = folder.Write("w.mp3", audio);
     failing.faults = {};
     failing.faults.plan = {FaultPlan::Mode::OnlyTheNth, lastOperation, ErrorNumber::DeviceIoError};
-    SetID3v2(failing, ansi, tag);
-    EXPECT_EQ(tag.Path, "");
-    EXPECT_EQ(folder.Read("w.mp3"), Id3v2(TwelveFrames({}, ""), 502) + audio);
+    EXPECT_EQ(RuntimeErrorOf([&] { SetID3v2(failing, ansi, tag); }), 57);
+    EXPECT_EQ(folder.Read("w.mp3"), audio);
+    EXPECT_FALSE(folder.Exists("w.mp3.tmp"));
 }
 
 TEST_F(ID3v2Test, Set_FramesThatOverrunTheirOldPlace_Fails5WithTheFramesWritten) {

@@ -63,12 +63,4 @@ void CopyAttributes(const KnownFile& source, const KnownFile& target) {
     if (chmod(path, wanted.st_mode & 07777) == -1 && !IsRefused(errno)) ThrowSystemError(target.path);
 }
 
-void FlushFolder(const std::string& folder) {
-    const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor == -1) return;
-    // A file system that can't do this for folders has nothing to lose either.
-    fsync(descriptor);
-    close(descriptor);
-}
-
 }  // namespace zefta

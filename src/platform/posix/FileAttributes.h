@@ -19,7 +19,4 @@ struct KnownFile {
 /// The same without asking for what is known.
 void CopyAttributes(const KnownFile& source, const KnownFile& target);
 
-/// Brings the folder's entries to the disk, so that a rename in it outlives a stop of the machine.
-void FlushFolder(const std::string& folder);
-
 }  // namespace zefta

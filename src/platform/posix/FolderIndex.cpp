@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <sys/stat.h>
+#include <utility>
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
 #include "platform/posix/NameLookup.h"
+#include "platform/posix/OpenFolder.h"
 
 namespace zefta {
 
@@ -22,15 +24,20 @@ bool IsSameTime(const timespec& a, const timespec& b) {
     return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
-void Erase(ByLowerCase& names, const std::string& name) {
-    const auto [first, last] = names.equal_range(ToLower(name));
+ByLowerCase::iterator Find(ByLowerCase& names, const std::string& lower, const std::string& name) {
+    const auto [first, last] = names.equal_range(lower);
     const auto found = std::find_if(first, last, [&](const auto& entry) { return entry.second == name; });
-    if (found != last) names.erase(found);
+    return found != last ? found : names.end();
+}
+
+void Erase(ByLowerCase& names, const std::string& name) {
+    const auto found = Find(names, ToLower(name), name);
+    if (found != names.end()) names.erase(found);
 }
 
 void Insert(ByLowerCase& names, const std::string& name) {
-    Erase(names, name);
-    names.emplace(ToLower(name), name);
+    std::string lower = ToLower(name);
+    if (Find(names, lower, name) == names.end()) names.emplace(std::move(lower), name);
 }
 
 std::vector<std::string> Matches(const ByLowerCase& names, const std::string& name) {
@@ -48,19 +55,22 @@ bool FolderIndex::Stamp::operator==(const Stamp& other) const {
            IsSameTime(changed, other.changed);
 }
 
-std::optional<FolderIndex::Stamp> FolderIndex::StampOf(const std::string& folder) {
+std::optional<FolderIndex::Stamp> FolderIndex::StampOf(const std::string& folder, const OpenFolder* open) {
     struct stat status;
-    if (stat(folder.empty() ? "." : folder.c_str(), &status) != 0) return std::nullopt;
+    const bool isOpen = open != nullptr && open->IsOpen();
+    const int result = isOpen ? open->Status(status) : stat(folder.empty() ? "." : folder.c_str(), &status);
+    if (result != 0) return std::nullopt;
     return Stamp{status.st_dev, status.st_ino, status.st_size, status.st_mtim, status.st_ctim};
 }
 
-std::optional<FolderIndex::Stamp> FolderIndex::RecentStampOf(const std::string& folder) {
+std::optional<FolderIndex::Stamp> FolderIndex::RecentStampOf(const std::string& folder,
+                                                             const OpenFolder* open) {
     {
         const std::lock_guard lock(mutex_);
         const bool isSame = folder == lastSeen_.folder && folder.starts_with(PathSeparator);
         if (isSame && std::chrono::steady_clock::now() - lastSeen_.when < JustNow) return lastSeen_.stamp;
     }
-    return StampOf(folder);
+    return StampOf(folder, open);
 }
 
 FolderIndex::Names* FolderIndex::Find(const Stamp& stamp) {
@@ -100,8 +110,8 @@ std::vector<std::string> FolderIndex::NamesInAnyCase(const std::string& folder, 
     return stamp ? NamesInAnyCase(*stamp, folder, name) : std::vector<std::string>();
 }
 
-FolderChange::FolderChange(FolderIndex& index, const std::string& path)
-    : index_(index), folder_(FolderPart(path)), before_(index.RecentStampOf(folder_)) {}
+FolderChange::FolderChange(FolderIndex& index, const std::string& path, const OpenFolder* open)
+    : index_(index), folder_(FolderPart(path)), open_(open), before_(index.RecentStampOf(folder_, open)) {}
 
 std::vector<std::string> FolderChange::NamesInAnyCase(const std::string& name) {
     return before_ ? index_.NamesInAnyCase(*before_, folder_, name) : std::vector<std::string>();
@@ -114,7 +124,7 @@ bool FolderChange::IsOfSameFolder(const FolderChange& other) const {
 template <typename Change>
 void FolderChange::Follow(Change change) {
     if (!before_) return;
-    const auto after = FolderIndex::StampOf(folder_);
+    const auto after = FolderIndex::StampOf(folder_, open_);
     const std::lock_guard lock(index_.mutex_);
     FolderIndex::Names* names = index_.Find(*before_);
     if (names == nullptr || !after || !(names->stamp == *before_)) return;

@@ -12,6 +12,8 @@
 
 namespace zefta {
 
+class OpenFolder;
+
 /// The names of the folders that were asked about last, by their lower case, so that ten thousand names that
 /// are in no case there cost no ten thousand looks through the folder. Holds for as long as the folder says
 /// that it did not change; what this process changes itself it follows (FolderChange).
@@ -56,8 +58,8 @@ class FolderIndex {
         std::chrono::steady_clock::time_point when;
     };
 
-    static std::optional<Stamp> StampOf(const std::string& folder);
-    std::optional<Stamp> RecentStampOf(const std::string& folder);
+    static std::optional<Stamp> StampOf(const std::string& folder, const OpenFolder* open = nullptr);
+    std::optional<Stamp> RecentStampOf(const std::string& folder, const OpenFolder* open);
     std::vector<std::string> NamesInAnyCase(const Stamp& stamp, const std::string& folder,
                                             const std::string& name);
     Names* Find(const Stamp& stamp);
@@ -73,8 +75,9 @@ class FolderIndex {
 /// the folder before the change, unless it did so just now, and behind it.
 class FolderChange {
   public:
-    /// Of the folder in which the path lies.
-    FolderChange(FolderIndex& index, const std::string& path);
+    /// Of the folder in which the path lies. `open`: the same folder where it is open; it outlives the
+    /// object.
+    FolderChange(FolderIndex& index, const std::string& path, const OpenFolder* open = nullptr);
 
     /// As the index tells it, before the change.
     std::vector<std::string> NamesInAnyCase(const std::string& name);
@@ -96,6 +99,7 @@ class FolderChange {
 
     FolderIndex& index_;
     std::string folder_;
+    const OpenFolder* open_;
     std::optional<FolderIndex::Stamp> before_;
 };
 

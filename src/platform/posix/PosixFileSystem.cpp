@@ -11,6 +11,7 @@
 #include "platform/Paths.h"
 #include "platform/posix/FileAttributes.h"
 #include "platform/posix/NameLookup.h"
+#include "platform/posix/OpenFolder.h"
 #include "platform/posix/PosixBinaryFile.h"
 #include "platform/posix/PosixMove.h"
 #include "platform/posix/SystemErrors.h"
@@ -128,28 +129,29 @@ void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::str
     const auto written = Open(from, O_RDONLY);
     if (!written) ThrowSystemError(replacement);
     written->Flush();
-    TakeName(from, to);
+    TakeName(OpenFolder(FolderPart(to)), from, to);
 }
 
 bool PosixFileSystem::ReplaceByOpenFile(BinaryFile& written, const std::string& replacement,
                                         const std::string& target) {
     const auto* fresh = dynamic_cast<const PosixBinaryFile*>(&written);
+    const OpenFolder folder(FolderPart(target));
     FileStatus old;
     // Links and names in another case are followed by the one that takes paths.
-    const bool isAsSpelled = lstat(target.c_str(), &old) == 0 && S_ISREG(old.st_mode);
+    const bool isAsSpelled = folder.StatusOf(target, old) == 0 && S_ISREG(old.st_mode);
     if (fresh == nullptr || !isAsSpelled) return FileSystem::ReplaceByOpenFile(written, replacement, target);
     zefta::CopyAttributes({target, old}, {replacement, fresh->StatusAtOpening()});
     written.Flush();
-    TakeName(replacement, target);
+    TakeName(folder, replacement, target);
     return true;
 }
 
-/// Both exactly as spelled, in one folder.
-void PosixFileSystem::TakeName(const std::string& from, const std::string& to) {
-    FolderChange change(index_, from);
-    if (rename(from.c_str(), to.c_str()) == -1) ThrowSystemError(to);
+/// Both exactly as spelled, in that folder.
+void PosixFileSystem::TakeName(const OpenFolder& folder, const std::string& from, const std::string& to) {
+    FolderChange change(index_, from, &folder);
+    if (folder.Rename(from, to) == -1) ThrowSystemError(to);
     change.Removed(NamePart(from));
-    FlushFolder(FolderPart(to));
+    folder.Flush();
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenRead(const std::string& path) {

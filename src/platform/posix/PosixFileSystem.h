@@ -10,6 +10,8 @@
 
 namespace zefta {
 
+class OpenFolder;
+
 class PosixFileSystem : public FileSystem {
   public:
     bool FileExists(const std::string& path) const override;
@@ -43,7 +45,7 @@ class PosixFileSystem : public FileSystem {
     std::optional<FileStatus> StatusOf(const std::string& path) const;
     FolderEntry EntryOf(const std::string& folder, const std::string& name, unsigned char type) const;
     bool MoveWithinFolder(const std::string& source, const std::string& target);
-    void TakeName(const std::string& from, const std::string& to);
+    void TakeName(const OpenFolder& folder, const std::string& from, const std::string& to);
     std::unique_ptr<BinaryFile> OpenExisting(const std::string& path, int flags) const;
 
     mutable FolderIndex index_;

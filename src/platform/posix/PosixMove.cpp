@@ -12,6 +12,7 @@
 #include "platform/Text.h"
 #include "platform/posix/FileAttributes.h"
 #include "platform/posix/NameLookup.h"
+#include "platform/posix/OpenFolder.h"
 #include "platform/posix/PosixBinaryFile.h"
 #include "platform/posix/SystemErrors.h"
 
@@ -113,7 +114,7 @@ void MoveAcrossFileSystems(const std::string& source, const std::string& target,
         unlink(copy.c_str());
         throw;
     }
-    FlushFolder(FolderPart(target));
+    OpenFolder(FolderPart(target)).Flush();
     if (unlink(source.c_str()) == -1) ThrowSystemError(source);
 }
 
