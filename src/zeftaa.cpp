@@ -9,6 +9,7 @@
 #include "agent/AgentDesktop.h"
 #include "core/Agent.h"
 #include "core/Version.h"
+#include "platform/DisplayServer.h"
 #include "platform/StandardStreams.h"
 #include "platform/Termination.h"
 #include "platform/posix/AgentSocket.h"
@@ -31,7 +32,7 @@ Machine MachineFor(int argc, char** argv) {
 
 /// A display that is there by its name alone is none, which is told.
 bool FindDisplay(const Machine& machine) {
-    if (!machine.hasDisplay || CanOpenDisplay()) return machine.hasDisplay;
+    if (!machine.hasDisplay || CanOpenDisplay(AskX11Server())) return machine.hasDisplay;
     std::cerr << AgentTitle()
               << ": the display of this session can't be opened. The agent runs without its icon.\n";
     return false;

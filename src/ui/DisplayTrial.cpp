@@ -1,10 +1,8 @@
 #include "ui/DisplayTrial.h"
 
 #include <QGuiApplication>
-#include <stdexcept>
 
 #include "platform/DisplayServer.h"
-#include "platform/TrialRun.h"
 
 namespace zefta {
 
@@ -20,22 +18,11 @@ void OpenDisplay() {
     new QGuiApplication(count, arguments);
 }
 
-void ReachServer() {
-    if (!ReachesX11Server()) throw std::runtime_error("no server");
-}
-
-/// The toolkit asks that server for windows unless it is told otherwise.
-bool UsesX11() {
-    return qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-}
-
 }  // namespace
 
-bool CanOpenDisplay() {
-    constexpr unsigned SecondsToAnswer = 10;
+bool CanOpenDisplay(TrialRun server) {
     // The toolkit takes tens of milliseconds to begin, for which each start of a window would wait.
-    if (UsesX11() && SucceedsInOwnProcess(ReachServer, SecondsToAnswer)) return true;
-    return SucceedsInOwnProcess(OpenDisplay, SecondsToAnswer);
+    return server.Succeeds() || SucceedsInOwnProcess(OpenDisplay, SecondsForDisplay);
 }
 
 }  // namespace zefta

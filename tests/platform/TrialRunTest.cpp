@@ -3,6 +3,7 @@
 #include <iostream>
 #include <stdexcept>
 #include <unistd.h>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -27,6 +28,28 @@ TEST(TrialRun, EveryOtherEnd_Fails) {
 
 TEST(TrialRun, AttemptThatHangs_FailsWhenItsTimeIsOver) {
     EXPECT_FALSE(SucceedsInOwnProcess([] { pause(); }, 1));
+}
+
+TEST(TrialRun, Attempt_RunsBesideThisProcess) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    TrialRun trial(
+        [&] {
+            char byte = 0;
+            if (read(ends[0], &byte, 1) != 1) throw std::runtime_error("nothing to read");
+        },
+        Patience);
+    TrialRun moved = std::move(trial);
+    EXPECT_EQ(write(ends[1], "x", 1), 1);
+    EXPECT_TRUE(moved.Succeeds());
+    EXPECT_TRUE(moved.Succeeds()) << "asked again";
+    EXPECT_FALSE(trial.Succeeds()) << "nothing is left of it";
+    close(ends[0]);
+    close(ends[1]);
+}
+
+TEST(TrialRun, NoAttempt_DoesNotSucceed) {
+    EXPECT_FALSE(TrialRun().Succeeds());
 }
 
 TEST(TrialRun, WhatIsWritten_IsDiscarded) {

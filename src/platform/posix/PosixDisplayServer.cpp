@@ -1,4 +1,6 @@
+#include <cstdlib>
 #include <dlfcn.h>
+#include <stdexcept>
 
 #include "platform/DisplayServer.h"
 
@@ -9,26 +11,35 @@ namespace {
 // As the library declares them. It is asked for by name, since programs that show no window must not load it.
 using Connect = void* (*)(const char* display, int* screen);
 using HasError = int (*)(void* connection);
-using Disconnect = void (*)(void* connection);
 
 template <typename Function>
 Function FunctionOf(void* library, const char* name) {
     return reinterpret_cast<Function>(dlsym(library, name));
 }
 
-}  // namespace
+bool IsEmpty(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value == nullptr || *value == '\0';
+}
 
-bool ReachesX11Server() {
+/// The toolkit asks that server for windows unless it is told otherwise.
+bool UsesX11() {
+    return IsEmpty("WAYLAND_DISPLAY") && IsEmpty("QT_QPA_PLATFORM");
+}
+
+void ReachServer() {
     void* library = dlopen("libxcb.so.1", RTLD_LAZY | RTLD_LOCAL);
-    if (library == nullptr) return false;
+    if (library == nullptr) throw std::runtime_error("no library");
     const auto connect = FunctionOf<Connect>(library, "xcb_connect");
     const auto hasError = FunctionOf<HasError>(library, "xcb_connection_has_error");
-    const auto disconnect = FunctionOf<Disconnect>(library, "xcb_disconnect");
-    if (connect == nullptr || hasError == nullptr || disconnect == nullptr) return false;
-    void* connection = connect(nullptr, nullptr);
-    const bool reached = hasError(connection) == 0;
-    disconnect(connection);
-    return reached;
+    if (connect == nullptr || hasError == nullptr || hasError(connect(nullptr, nullptr)) != 0)
+        throw std::runtime_error("no server");
+}
+
+}  // namespace
+
+TrialRun AskX11Server() {
+    return UsesX11() ? TrialRun(ReachServer, SecondsForDisplay) : TrialRun();
 }
 
 }  // namespace zefta

@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <initializer_list>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include "platform/TrialRun.h"
 
@@ -40,14 +42,31 @@ void Silence() {
 
 }  // namespace
 
-bool SucceedsInOwnProcess(const std::function<void()>& attempt, unsigned seconds) {
+TrialRun::TrialRun(const std::function<void()>& attempt, unsigned seconds) {
     const pid_t child = fork();
-    if (child < 0) return false;
     if (child == 0) Try(attempt, seconds);
+    process_ = std::max(child, 0);
+}
+
+TrialRun::TrialRun(TrialRun&& other) noexcept
+    : process_(std::exchange(other.process_, 0)), hasSucceeded_(other.hasSucceeded_) {}
+
+TrialRun::~TrialRun() {
+    Succeeds();
+}
+
+bool TrialRun::Succeeds() {
+    if (process_ == 0) return hasSucceeded_;
     int status = 0;
-    while (waitpid(child, &status, 0) == -1 && errno == EINTR) {
+    while (waitpid(process_, &status, 0) == -1 && errno == EINTR) {
     }
-    return WIFEXITED(status) && WEXITSTATUS(status) == Succeeded;
+    process_ = 0;
+    hasSucceeded_ = WIFEXITED(status) && WEXITSTATUS(status) == Succeeded;
+    return hasSucceeded_;
+}
+
+bool SucceedsInOwnProcess(const std::function<void()>& attempt, unsigned seconds) {
+    return TrialRun(attempt, seconds).Succeeds();
 }
 
 }  // namespace zefta

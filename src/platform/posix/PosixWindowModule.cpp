@@ -11,7 +11,8 @@ namespace {
 constexpr const char* ModuleName = "libzefta-windows.so";
 
 void* Load(const std::string& folder) {
-    return dlopen(JoinPath(folder, ModuleName).c_str(), RTLD_NOW | RTLD_LOCAL);
+    // A window uses few of the thousands of functions of the toolkit: each is looked for when it is called.
+    return dlopen(JoinPath(folder, ModuleName).c_str(), RTLD_LAZY | RTLD_LOCAL);
 }
 
 }  // namespace
