@@ -14,6 +14,7 @@
 #include "core/Settings.h"
 #include "core/Strings.h"
 #include "core/Version.h"
+#include "library/FolderAhead.h"
 #include "library/InformationText.h"
 #include "platform/RuntimeError.h"
 #include "wave/WaveFile.h"
@@ -65,9 +66,12 @@ int ShowWindow(App& app, const Surroundings& around, const std::string& name,
 /// Without a display the list of the window is printed in its place.
 int OpenMainWindow(App& app, const std::string& folder, const Surroundings& around) {
     if (app.state.EmbeddingStart) return ExitDone;
-    if (HasDisplay(app, around))
+    if (HasDisplay(app, around)) {
+        // While the toolkit starts.
+        FolderAhead ahead({app.files, app.ansi, UnknownContent::PassOver}, app.state.CurrentFolder);
         return ShowWindow(app, around, "The main window",
-                          [&](Windows& windows) { windows.RunMainWindow(app); });
+                          [&](Windows& windows) { windows.RunMainWindow(app, ahead); });
+    }
     NoteDisplayThatFails(app);
     PrintList(app, {folder}, ListForm::Table, around.output);
     return Status(app);

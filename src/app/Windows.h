@@ -5,11 +5,13 @@
 #include <string>
 
 #include "core/App.h"
+#include "library/FolderAhead.h"
 #include "platform/Desktop.h"
 
 namespace zefta {
 
-/// The windows of the program. Whoever makes them loads the toolkit, which a job without a window never does.
+/// The windows of the program. Whoever makes them loads the toolkit, which a job without a window never does;
+/// it starts with the first use.
 class Windows {
   public:
     Windows() = default;
@@ -20,8 +22,9 @@ class Windows {
     /// Boxes, questions and progress as windows.
     virtual Desktop& WindowDesktop() = 0;
 
-    /// The main window on the folder that the state names; returns when it is closed.
-    virtual void RunMainWindow(App& app) = 0;
+    /// The main window on the folder that the state names, which was begun to be read; returns when it is
+    /// closed.
+    virtual void RunMainWindow(App& app, FolderAhead& ahead) = 0;
 
     /// The information of a compressed file, told by its path; returns when its dialog is closed.
     virtual void RunFileInformation(App& app, const std::string& path) = 0;

@@ -1,15 +1,11 @@
 #include "ui/QtWindows.h"
 
 #include <QLayout>
-#include <QLibraryInfo>
-#include <QTranslator>
-#include <clocale>
 
 #include "platform/AudioDisc.h"
 #include "platform/DiscDatabase.h"
 #include "platform/Machine.h"
-#include "ui/QtText.h"
-#include "ui/Resources.h"
+#include "ui/Toolkit.h"
 #include "ui/cd/CDBaseDialog.h"
 #include "ui/desktop/ExitWindowsDialog.h"
 #include "ui/desktop/OutputPane.h"
@@ -21,35 +17,12 @@ namespace zefta {
 
 namespace {
 
-std::unique_ptr<QApplication> MakeApplication() {
-    // The toolkit keeps both for as long as it lives.
-    static int count = 1;
-    static char name[] = "zefta";
-    static char* arguments[] = {name, nullptr};
-    auto application = std::make_unique<QApplication>(count, arguments);
-    // The toolkit takes over the locale; numbers of our formats have a point in every language.
-    std::setlocale(LC_NUMERIC, "C");
-    QApplication::setDesktopFileName("zefta");
-    // For the windows of jobs, which have no main window behind them.
-    QApplication::setWindowIcon(OwnIcon("zefta"));
-    return application;
-}
-
-/// The toolkit's own texts, such as those of its chooser of folders. Without a translation they stay English.
-void TranslateToolkit(QApplication& application, Language language) {
-    if (language != Language::Russian) return;
-    auto* texts = new QTranslator(&application);
-    if (texts->load("qtbase_ru", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(texts);
-}
-
 /// Where the desktop shows how far work is and what tools write while a window is there.
 class PlaceOfWork {
   public:
-    PlaceOfWork(WindowDesktop& desktop, Processes& processes, BatchView& view, OutputPane* pane)
+    PlaceOfWork(WindowDesktop& desktop, Processes& processes, BatchView& view)
         : desktop_(desktop), processes_(processes) {
         desktop_.ShowBatchesIn(&view);
-        desktop_.WriteInto(pane);
         processes_.FollowTools(&desktop_);
     }
     ~PlaceOfWork() {
@@ -67,40 +40,57 @@ class PlaceOfWork {
 
 }  // namespace
 
-QtWindows::QtWindows()
-    : application_(MakeApplication()), language_(LanguageOfTag(ReadMachine().language)), desktop_(language_) {
-    TranslateToolkit(*application_, language_);
+QtWindows::QtWindows() : language_(LanguageOfTag(ReadMachine().language)) {}
+
+QtWindows::~QtWindows() = default;
+
+Toolkit& QtWindows::Started() {
+    if (!toolkit_) toolkit_ = std::make_unique<Toolkit>(language_);
+    return *toolkit_;
 }
 
-void QtWindows::RunMainWindow(App& app) {
-    MainWindow window(app);
-    auto* pane = new OutputPane(language_, &window);
-    window.addDockWidget(Qt::BottomDockWidgetArea, pane);
-    const PlaceOfWork placeOfWork(desktop_, app.processes, window, pane);
+Desktop& QtWindows::WindowDesktop() {
+    return Started().Desktop();
+}
+
+void QtWindows::RunMainWindow(App& app, FolderAhead& ahead) {
+    Toolkit& toolkit = Started();
+    MainWindow window(app, &ahead);
+    const PlaceOfWork placeOfWork(toolkit.Desktop(), app.processes, window);
+    toolkit.Desktop().WriteIntoPaneOf([&] {
+        auto* pane = new OutputPane(language_, &window);
+        window.addDockWidget(Qt::BottomDockWidgetArea, pane);
+        return pane;
+    });
     window.show();
     QApplication::exec();
 }
 
 void QtWindows::RunFileInformation(App& app, const std::string& path) {
+    Started();
     ShowFileInformation(app, path, nullptr);
 }
 
 void QtWindows::RunOptions(App& app) {
+    Started();
     ShowSetup(app, nullptr);
 }
 
 void QtWindows::RunCompressCD(App& app) {
+    Toolkit& toolkit = Started();
     const auto disc = MakeAudioDisc(app.processes.OwnPath());
     const auto database = MakeDiscDatabase(app.processes.OwnPath());
     CDBaseDialog dialog(app, {*disc, *database, [&] { zefta::RunPowerOffCountdown(app); }});
     auto* pane = new OutputPane(language_, &dialog);
     pane->setFeatures(QDockWidget::DockWidgetClosable);
     dialog.layout()->addWidget(pane);
-    const PlaceOfWork placeOfWork(desktop_, app.processes, dialog, pane);
+    const PlaceOfWork placeOfWork(toolkit.Desktop(), app.processes, dialog);
+    toolkit.Desktop().WriteInto(pane);
     dialog.exec();
 }
 
 void QtWindows::RunPowerOffCountdown(App& app) {
+    Started();
     zefta::RunPowerOffCountdown(app);
 }
 

@@ -157,6 +157,16 @@ TEST_F(EntryOnADisplayTest, DisplayThatFails_JobThatNeedsItEndsWith2) {
     EXPECT_EQ(RunWithWindows({"-Embedding"}), 0);
 }
 
+TEST_F(EntryOnADisplayTest, FolderOfTheMainWindow_IsReadMeanwhile) {
+    app.folder.Write("a.mp3", "");
+    app.folder.Write("b.mp3", "");
+    RunWithWindows({app.folder.Path()});
+    EXPECT_EQ(windows.rowsAhead, 2U);
+    windows.rowsAhead.reset();
+    RunWithWindows({app.folder / "a.mp3"});
+    EXPECT_FALSE(windows.rowsAhead) << "a file is no folder";
+}
+
 TEST_F(EntryTest, NoArgumentOrFolder_IsTheMainWindow) {
     app.TestWorld::machine.hasDisplay = true;
     EXPECT_EQ(Run({}), 1);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +14,14 @@ class FakeWindows : public Windows {
   public:
     ScriptedDesktop desktop;
     std::vector<std::string> calls;
+    /// Of the folder that was read for the main window.
+    std::optional<std::size_t> rowsAhead;
 
     Desktop& WindowDesktop() override { return desktop; }
-    void RunMainWindow(App&) override { calls.push_back("main window"); }
+    void RunMainWindow(App& app, FolderAhead& ahead) override {
+        calls.push_back("main window");
+        if (const auto read = ahead.Take(app.state.CurrentFolder)) rowsAhead = read->contents.entries.size();
+    }
     void RunFileInformation(App&, const std::string& path) override {
         calls.push_back("information " + path);
     }

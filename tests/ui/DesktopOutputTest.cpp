@@ -111,6 +111,22 @@ TEST_F(DesktopOutputTest, PaneThatIsGone_IsNotWrittenInto) {
     EXPECT_EQ(FromQt(other.findChild<QPlainTextEdit*>("txtOutput")->toPlainText()), "z\n");
 }
 
+TEST_F(DesktopOutputTest, PaneOfItsOwn_IsMadeForTheFirstThingToShow) {
+    int made = 0;
+    desktop.WriteIntoPaneOf([&] {
+        ++made;
+        return new OutputPane(Language::English, &window);
+    });
+    EXPECT_EQ(made, 0);
+    desktop.ToolStarts("one");
+    desktop.ToolWrites("x");
+    EXPECT_EQ(made, 1);
+    desktop.WriteInto(nullptr);
+    desktop.Note("y");
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(Text(), "") << "the former pane is not written into";
+}
+
 TEST_F(DesktopOutputTest, Tabulator_LeadsOutOfThePane) {
     EXPECT_TRUE(Edit().tabChangesFocus());
 }

@@ -1,5 +1,6 @@
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
+#include <QHeaderView>
 #include <QHelpEvent>
 #include <QMimeData>
 #include <QScrollBar>
@@ -235,6 +236,20 @@ TEST_F(FileListMouse, FirstFolderWithFiles_SetsTheWidths) {
     EXPECT_GT(view.columnWidth(0),
               view.fontMetrics().horizontalAdvance("a name that takes quite some room.mp3"));
     EXPECT_TRUE(other.ColumnWidths().empty());
+}
+
+TEST_F(FileListMouse, Captions_HaveTheirRoomAboveShortTexts) {
+    FolderBrowser other(app, panels);
+    other.ShowFirstFolder(app.folder.Path());
+    other.FinishScan();
+    auto& view = static_cast<FileListView&>(*other.View());
+    view.FitColumns();
+    const QHeaderView& header = *view.header();
+    for (int column = 0; column < ListColumnCount - 1; ++column) {
+        const QString caption = view.model()->headerData(column, Qt::Horizontal).toString();
+        EXPECT_GE(header.sectionSizeHint(column), header.fontMetrics().horizontalAdvance(caption));
+        EXPECT_GE(view.columnWidth(column), header.sectionSizeHint(column));
+    }
 }
 
 TEST(HundredThousandRows, ScrollWithoutWaiting) {

@@ -184,8 +184,18 @@ std::string WindowDesktop::ChooseFile(const FileChoice& choice) {
     return ChosenPath(dialog);
 }
 
+void WindowDesktop::WriteInto(OutputPane* pane) {
+    makePane_ = nullptr;
+    pane_ = pane;
+}
+
+OutputPane* WindowDesktop::Pane() {
+    if (makePane_) pane_ = std::exchange(makePane_, nullptr)();
+    return pane_;
+}
+
 void WindowDesktop::Note(const std::string& text) {
-    if (pane_) pane_->AddLine(text);
+    if (OutputPane* pane = Pane()) pane->AddLine(text);
 }
 
 std::unique_ptr<ProgressView> WindowDesktop::OpenProgress() {
@@ -227,11 +237,11 @@ bool WindowDesktop::IsCancelled() const {
 }
 
 void WindowDesktop::ToolStarts(const std::string& commandLine) {
-    if (pane_) pane_->Begin(commandLine);
+    if (OutputPane* pane = Pane()) pane->Begin(commandLine);
 }
 
 void WindowDesktop::ToolWrites(std::string_view output) {
-    if (pane_) pane_->Write(output);
+    if (OutputPane* pane = Pane()) pane->Write(output);
 }
 
 }  // namespace zefta

@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QElapsedTimer>
 #include <QPointer>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,7 +31,9 @@ class WindowDesktop : public Desktop, public ToolWatch {
     /// Where batches show how far they are and are ended; null for nowhere.
     void ShowBatchesIn(BatchView* view) { batchView_ = view; }
     /// Where notes and the output of tools are shown; null for nowhere.
-    void WriteInto(OutputPane* pane) { pane_ = pane; }
+    void WriteInto(OutputPane* pane);
+    /// The same, made when there is something to show.
+    void WriteIntoPaneOf(std::function<OutputPane*()> makePane) { makePane_ = std::move(makePane); }
 
     /// Amid a batch boxes and questions offer to leave the rest of it; the answer is No then.
     void ShowBox(BoxKind kind, const std::string& text, const std::string& caption) override;
@@ -59,12 +62,16 @@ class WindowDesktop : public Desktop, public ToolWatch {
   private:
     friend class ProgressDialogView;
 
+    /// Null when nothing is to be shown.
+    OutputPane* Pane();
     /// The button that was pressed.
     int RunBox(QMessageBox& box);
 
     Language language_;
     std::optional<QDBusConnection> bus_;
     BatchView* batchView_ = nullptr;
+    /// Empty when it was called.
+    std::function<OutputPane*()> makePane_;
     QPointer<OutputPane> pane_;
     /// Progress dialogs on show.
     std::vector<const ProgressDialogView*> progress_;

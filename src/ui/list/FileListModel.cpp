@@ -59,7 +59,8 @@ std::optional<Colour> ColourOfCell(const RowColours& colours, ListColumn column)
 FileListModel::FileListModel(const App& app, QObject* parent)
     : QAbstractTableModel(parent), app_(app), currentYear_(QDate::currentDate().year()), icons_(RowIcons()) {}
 
-void FileListModel::ShowEntries(std::vector<ListEntry> entries, bool withUpRow) {
+void FileListModel::ShowEntries(std::vector<ListEntry> entries, bool withUpRow,
+                                std::span<const ListedFile> known) {
     beginResetModel();
     currentYear_ = QDate::currentDate().year();
     hasUpRow_ = withUpRow;
@@ -72,7 +73,16 @@ void FileListModel::ShowEntries(std::vector<ListEntry> entries, bool withUpRow) 
     }
     filledRows_ = static_cast<std::size_t>(
         std::count_if(rows_.begin(), rows_.end(), [](const Row& row) { return row.isFilled; }));
+    FillKnown(known);
     endResetModel();
+}
+
+void FileListModel::FillKnown(std::span<const ListedFile> known) {
+    int row = hasUpRow_ ? 1 : 0;
+    for (const ListedFile& file : known) {
+        if (!IsFilled(row)) Fill(row, file);
+        ++row;
+    }
 }
 
 RowIcon FileListModel::IconAt(int row) const {

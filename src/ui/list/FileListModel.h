@@ -6,6 +6,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -28,8 +29,9 @@ class FileListModel : public QAbstractTableModel {
   public:
     explicit FileListModel(const App& app, QObject* parent = nullptr);
 
-    /// Takes the entries, in their order, in the place of all rows. Folders need no filling.
-    void ShowEntries(std::vector<ListEntry> entries, bool withUpRow);
+    /// Takes the entries, in their order, in the place of all rows. Folders need no filling. `known`: what
+    /// the first of the entries hold.
+    void ShowEntries(std::vector<ListEntry> entries, bool withUpRow, std::span<const ListedFile> known = {});
 
     const ListEntry& EntryAt(int row) const { return rows_.at(static_cast<std::size_t>(row)).entry; }
     RowIcon IconAt(int row) const;
@@ -75,6 +77,7 @@ class FileListModel : public QAbstractTableModel {
     QString CellWords(int row, ListColumn column) const;
     QVariant AccessibleCell(int row, ListColumn column) const;
     bool IsBold(int row, ListColumn column) const;
+    void FillKnown(std::span<const ListedFile> known);
     /// Where the row belongs among the others, which are in order.
     int PlaceOf(int row) const;
     void Move(int row, int place);

@@ -41,6 +41,26 @@ class NumberDelegate : public QStyledItemDelegate {
     }
 };
 
+/// Measures its captions as they are painted: in a header that marks no section they are never bold, and the
+/// toolkit would load the bold font for nothing but their room.
+class PlainHeader : public QHeaderView {
+  public:
+    explicit PlainHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        setSectionsMovable(false);
+        setStretchLastSection(false);
+    }
+
+  protected:
+    QSize sectionSizeFromContents(int section) const override {
+        QStyleOptionHeader option;
+        initStyleOption(&option);
+        option.section = section;
+        option.text = model()->headerData(section, orientation()).toString();
+        return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), this);
+    }
+};
+
 /// The one folder that was dropped; "" for anything else.
 std::string DroppedFolder(const App& app, const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
@@ -91,8 +111,7 @@ FileListView::FileListView(App& app, FileListModel& model, QWidget* parent)
 }
 
 void FileListView::SetUpHeader() {
-    header()->setSectionsMovable(false);
-    header()->setStretchLastSection(false);
+    setHeader(new PlainHeader(this));
     setColumnHidden(static_cast<int>(ListColumn::SortOrder), true);
     connect(header(), &QHeaderView::sectionResized, this, [this] {
         if (!isFitting_) hasOwnWidths_ = true;

@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "core/Boxes.h"
+#include "library/FolderAhead.h"
 #include "library/FolderListing.h"
 #include "library/FolderWay.h"
 #include "platform/Paths.h"
@@ -27,6 +28,21 @@ namespace {
 
 constexpr std::int32_t ChooseFolderMessage = 32001;
 const std::string Root(1, PathSeparator);
+
+/// The folder with none of its files; empty when it can't be read.
+std::optional<ReadFolder> NamesOf(const App& app, const std::string& folder) {
+    try {
+        return ReadFolder{ContentsOf(app.files, folder, app.ansi), {}};
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
+/// What stands in the place of the rows.
+QString NoteOn(const App& app, const std::optional<ReadFolder>& read) {
+    if (!read) return OwnText(app, WindowText::FolderIsUnreadable);
+    return read->contents.entries.empty() ? OwnText(app, WindowText::FolderIsEmpty) : QString();
+}
 
 /// The folder of the process; the root when it is gone.
 std::string ProcessFolder(App& app) {
@@ -96,6 +112,10 @@ void FolderBrowser::ConnectList() {
 }
 
 void FolderBrowser::RefreshContents() {
+    Refresh(nullptr);
+}
+
+void FolderBrowser::Refresh(FolderAhead* ahead) {
     pathBar_->Drives().Refresh();
     folder_ = WithoutDoubledSeparators(folder_);
     const bool showsNewFolder = EnterFolder();
@@ -105,19 +125,17 @@ void FolderBrowser::RefreshContents() {
         panels_.SetStatusText(1, {});
         return;
     }
-    FolderContents contents;
-    QString note;
-    try {
-        contents = ContentsOf(app_.files, folder_, app_.ansi);
-        if (contents.entries.empty()) note = OwnText(app_, WindowText::FolderIsEmpty);
-    } catch (const RuntimeError&) {
-        note = OwnText(app_, WindowText::FolderIsUnreadable);
-    }
-    view_->SetNote(note);
-    ShowRows(std::move(contents.entries));
+    auto read = ahead != nullptr ? ahead->Take(folder_) : std::nullopt;
+    if (!read) read = NamesOf(app_, folder_);
+    view_->SetNote(NoteOn(app_, read));
+    Show(std::move(read).value_or(ReadFolder()));
+}
+
+void FolderBrowser::Show(ReadFolder read) {
+    ShowRows(std::move(read.contents.entries), read.files);
     for (const int panel : {2, 3, 4}) panels_.SetStatusText(panel, {});
     emit ListChanged();
-    scan_->Start(folder_, contents.otherFiles);
+    scan_->Start(folder_, read.contents.otherFiles, read.files);
 }
 
 bool FolderBrowser::EnterFolder() {
@@ -129,13 +147,13 @@ bool FolderBrowser::EnterFolder() {
     return !listedFolder_.empty() && app_.files.FollowLinks(listedFolder_) != folder_;
 }
 
-void FolderBrowser::ShowRows(std::vector<ListEntry> entries) {
+void FolderBrowser::ShowRows(std::vector<ListEntry> entries, std::span<const ListedFile> known) {
     const QScopedValueRollback<bool> own(selectionIsOwn_, true);
     const auto focused = FocusedRow();
     const int focusedAt = view_->currentIndex().row();
     const bool isSameFolder = folder_ == listedFolder_;
     listedFolder_ = folder_;
-    model_->ShowEntries(std::move(entries), CanGoUp());
+    model_->ShowEntries(std::move(entries), CanGoUp(), known);
     emit CanGoUpChanged(CanGoUp());
     int row = 0;
     if (isSameFolder && focused) {
@@ -166,10 +184,10 @@ void FolderBrowser::ShowFolder(const std::string& path) {
     RefreshContents();
 }
 
-void FolderBrowser::ShowFirstFolder(const std::string& path) {
+void FolderBrowser::ShowFirstFolder(const std::string& path, FolderAhead* ahead) {
     const bool failed = CheckRuntimeError(app_, [&] { app_.files.SetCurrentFolder(path); });
     folder_ = failed ? Root : TypedFolder(app_, ProcessFolder(app_), path);
-    RefreshContents();
+    Refresh(ahead);
 }
 
 void FolderBrowser::EnterTypedFolder(const std::string& path) {

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -15,9 +16,12 @@ namespace zefta {
 
 class FileListModel;
 class FileListView;
+class FolderAhead;
 class FolderScan;
 class PathBar;
 class StatusPanels;
+struct ListedFile;
+struct ReadFolder;
 
 /// A row as the commands see it.
 struct BrowserRow {
@@ -47,7 +51,8 @@ class FolderBrowser : public QWidget {
     /// Shows the folder.
     void ShowFolder(const std::string& path);
     /// The first folder of the window. One that can't be entered is told, and the root shown in its place.
-    void ShowFirstFolder(const std::string& path);
+    /// `ahead`: what was read before the window was there.
+    void ShowFirstFolder(const std::string& path, FolderAhead* ahead = nullptr);
     /// As typed into the path box, which remembers it. A relative path counts from the folder that is shown.
     void EnterTypedFolder(const std::string& path);
     /// Asks for a folder and enters it as if typed.
@@ -109,7 +114,9 @@ class FolderBrowser : public QWidget {
     void ConnectList();
     /// False when the rows are to stay, since the folder could not be entered.
     bool EnterFolder();
-    void ShowRows(std::vector<ListEntry> entries);
+    void Refresh(FolderAhead* ahead);
+    void Show(ReadFolder read);
+    void ShowRows(std::vector<ListEntry> entries, std::span<const ListedFile> known);
     void FitColumns();
     BrowserRow RowAt(int row) const;
     QItemSelection RowsWhere(const std::function<bool(int)>& isMeant) const;

@@ -23,19 +23,22 @@ FolderScan::FolderScan(App& app, FileListModel& model, StatusPanels& panels, QOb
     connect(&timer_, &QTimer::timeout, this, &FolderScan::RunSlice);
 }
 
-void FolderScan::Start(const std::string& folder, const std::vector<std::string>& otherFiles) {
+void FolderScan::Start(const std::string& folder, const std::vector<std::string>& otherFiles,
+                       std::span<const ListedFile> known) {
     folder_ = folder;
     count_ = {};
     next_ = 0;
     changed_.reset();
     viewIsFilled_ = false;
     CountNames(otherFiles);
+    CountKnown(known);
+    TellChanges();
     timer_.start();
 }
 
 void FolderScan::CountNames(const std::vector<std::string>& otherFiles) {
     nameAtHand_.clear();
-    for (int row = 0; row < model_.rowCount() && model_.IsFilled(row); ++row) {
+    for (int row = 0; row < model_.rowCount() && model_.EntryAt(row).kind == ListKind::Folder; ++row) {
         if (model_.IsUpRow(row)) continue;
         count_.AddFolder();
         nameAtHand_ = model_.EntryAt(row).name;
@@ -44,7 +47,16 @@ void FolderScan::CountNames(const std::vector<std::string>& otherFiles) {
         count_.PassFile();
         nameAtHand_ = name;
     }
-    TellChanges();
+}
+
+void FolderScan::CountKnown(std::span<const ListedFile> known) {
+    int row = model_.IsUpRow(0) ? 1 : 0;
+    for (const ListedFile& file : known) {
+        const ListEntry& entry = model_.EntryAt(row++);
+        if (entry.kind == ListKind::Folder) continue;
+        count_.AddFile(file.bytes);
+        nameAtHand_ = entry.name;
+    }
 }
 
 std::optional<int> FolderScan::UnfilledInView() const {

@@ -3,11 +3,13 @@
 #include <QTimer>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "core/App.h"
+#include "library/ListedFile.h"
 #include "library/ScanCount.h"
 
 namespace zefta {
@@ -32,8 +34,10 @@ class FolderScan : public QObject {
     void SetTellsName(bool tellsName) { tellsName_ = tellsName; }
 
     /// Begins with the rows that the model has now, in the place of a scan that is under way. The other files
-    /// of the folder are told, but not read.
-    void Start(const std::string& folder, const std::vector<std::string>& otherFiles);
+    /// of the folder are told, but not read. `known`: what the first of the entries hold, which the
+    /// model has already.
+    void Start(const std::string& folder, const std::vector<std::string>& otherFiles,
+               std::span<const ListedFile> known = {});
     /// Comes to the end before it returns.
     void Finish();
     bool IsRunning() const { return timer_.isActive(); }
@@ -45,6 +49,7 @@ class FolderScan : public QObject {
 
   private:
     void CountNames(const std::vector<std::string>& otherFiles);
+    void CountKnown(std::span<const ListedFile> known);
     void RunSlice();
     std::optional<int> NextRow() const;
     std::optional<int> UnfilledInView() const;

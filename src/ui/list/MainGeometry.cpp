@@ -29,11 +29,11 @@ void SaveColumns(SettingsStore& store, const std::vector<int>& widths) {
 
 }  // namespace
 
-void LoadMainWindow(App& app, QWidget& window, FolderBrowser& browser) {
+void LoadMainWindow(App& app, QWidget& window, FolderBrowser& browser, FolderAhead* ahead) {
     TakeStoredPlace(app.userSettings, MainName, window);
     browser.SetColumnWidths(StoredColumns(app.userSettings));
     browser.SetHistory(LoadRecentFolders(app.userSettings));
-    browser.ShowFirstFolder(app.state.CurrentFolder);
+    browser.ShowFirstFolder(app.state.CurrentFolder, ahead);
 }
 
 void UnloadMainWindow(App& app, QWidget& window, const FolderBrowser& browser) {

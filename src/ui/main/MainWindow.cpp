@@ -30,21 +30,20 @@ QString Caption() {
 
 }  // namespace
 
-MainWindow::MainWindow(App& app) : app_(app) {
+MainWindow::MainWindow(App& app, FolderAhead* ahead) : app_(app) {
     setObjectName("frmMain");
-    setWindowIcon(QIcon(":/icons/zefta.svg"));
     AddParts();
     AddCancelButton();
     Connect();
-    Load();
+    Load(ahead);
 }
 
 void MainWindow::AddParts() {
-    panels_ = new StatusPanels(app_, this);
-    setStatusBar(panels_);
     menu_ = new MainMenu(app_, *menuBar());
     toolBar_ = new MainToolBar(app_, this);
     addToolBar(toolBar_);
+    panels_ = new StatusPanels(app_, this);
+    setStatusBar(panels_);
     browser_ = new FolderBrowser(app_, *panels_, this);
     setCentralWidget(browser_);
     commands_ = new MainCommands(app_, {*this, *browser_, *panels_, *menu_, *toolBar_,
@@ -109,12 +108,12 @@ void MainWindow::Connect() {
     connect(keys, &ListKeys::Pressed, commands_, [this](Command command) { commands_->Run(command); });
 }
 
-void MainWindow::Load() {
+void MainWindow::Load(FolderAhead* ahead) {
     QAction& tray = *menu_->Item("mnuToolsSysTray");
     tray.setCheckable(true);
     tray.setChecked(IsAgentRunning(app_));
     setWindowTitle(Caption());
-    LoadMainWindow(app_, *this, *browser_);
+    LoadMainWindow(app_, *this, *browser_, ahead);
     browser_->View()->setFocus();
 }
 

@@ -11,6 +11,7 @@ class QShortcut;
 
 namespace zefta {
 
+class FolderAhead;
 class FolderBrowser;
 class MainCommands;
 class MainMenu;
@@ -24,8 +25,8 @@ class MainWindow : public QMainWindow, public BatchView {
     Q_OBJECT
 
   public:
-    /// Opens on CurrentFolder of the state.
-    explicit MainWindow(App& app);
+    /// Opens on CurrentFolder of the state; `ahead`: what was read of it before, if anything was.
+    explicit MainWindow(App& app, FolderAhead* ahead = nullptr);
 
     void ShowBatch(std::size_t item, std::size_t count) override;
     bool IsCancelled() const override { return isCancelled_ || (front_ != nullptr && front_->IsCancelled()); }
@@ -49,7 +50,7 @@ class MainWindow : public QMainWindow, public BatchView {
     void ShowCancelButton(bool endsTool);
     void AskToEndTool();
     void Connect();
-    void Load();
+    void Load(FolderAhead* ahead);
     void SetBusy(bool busy);
     void OnCommandEnded();
 

@@ -1,0 +1,63 @@
+#include "ui/Toolkit.h"
+
+#include <QFontMetrics>
+#include <QLibraryInfo>
+#include <QTranslator>
+#include <clocale>
+#include <functional>
+#include <system_error>
+
+#include "platform/FontConfiguration.h"
+#include "ui/Resources.h"
+
+namespace zefta {
+
+namespace {
+
+/// In a second thread; by whoever asks next where the machine has none to give. Waited for by whoever lets
+/// the result go.
+std::future<void> Beside(const std::function<void()>& work) {
+    try {
+        return std::async(std::launch::async, work);
+    } catch (const std::system_error&) {
+        return {};
+    }
+}
+
+/// The first text waits for all fonts of the system to be known, half of which needs the toolkit.
+void LoadFirstFont(const QFont& font) {
+    QFontMetrics(font).height();
+}
+
+std::unique_ptr<QApplication> MakeApplication() {
+    const std::future<void> fonts = Beside(LoadFontConfiguration);
+    // The toolkit keeps both for as long as it lives.
+    static int count = 1;
+    static char name[] = "zefta";
+    static char* arguments[] = {name, nullptr};
+    auto application = std::make_unique<QApplication>(count, arguments);
+    // The toolkit takes over the locale; numbers of our formats have a point in every language.
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setDesktopFileName("zefta");
+    QApplication::setWindowIcon(OwnIcon("zefta"));
+    return application;
+}
+
+/// The toolkit's own texts, such as those of its chooser of folders. Without a translation they stay English.
+void TranslateToolkit(QApplication& application, Language language) {
+    if (language != Language::Russian) return;
+    auto* texts = new QTranslator(&application);
+    if (texts->load("qtbase_ru", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(texts);
+}
+
+}  // namespace
+
+Toolkit::Toolkit(Language language)
+    : application_(MakeApplication()),
+      desktop_(language),
+      fonts_(Beside([font = QApplication::font()] { LoadFirstFont(font); })) {
+    TranslateToolkit(*application_, language);
+}
+
+}  // namespace zefta
