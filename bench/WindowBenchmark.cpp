@@ -1,12 +1,11 @@
-// Opens windows for script/bench and ends at the moment that it is asked to measure:
+// Opens windows for script/bench:
 //
-//   zefta_window_benchmark empty          a window of the toolkit without anything in it, painted
-//   zefta_window_benchmark names FOLDER   the main window, its list painted with the names of the folder
-//   zefta_window_benchmark rows FOLDER    the same when all rows are full and painted
-//   zefta_window_benchmark open FOLDER    enters the folder in an open window and prints, in milliseconds,
-//   how long the
-//                                         first rows and all rows took, and the longest time without an event
-//                                         served
+//   zefta_window_benchmark empty         a window of the toolkit with nothing in it, until it is painted
+//   zefta_window_benchmark open FOLDER   enters the folder in an open window and prints, in milliseconds,
+//                                        how long the first rows and all rows took, and the longest time
+//                                        without an event served
+//
+// How long the program takes to show a folder from its start on is seen by watch/WindowWatch.cpp.
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -63,25 +62,6 @@ int RunEmpty() {
     return QApplication::exec();
 }
 
-int RunNames(MainWindow& window) {
-    const PaintWatch watch(window.Browser().View()->viewport(), EndNow);
-    window.show();
-    return QApplication::exec();
-}
-
-int RunRows(MainWindow& window) {
-    bool isFull = false;
-    QObject::connect(&window.Browser(), &FolderBrowser::ScanFinished, &window, [&] {
-        isFull = true;
-        window.Browser().View()->viewport()->update();
-    });
-    const PaintWatch watch(window.Browser().View()->viewport(), [&] {
-        if (isFull) EndNow();
-    });
-    window.show();
-    return QApplication::exec();
-}
-
 /// What happens from the order to enter a folder on.
 struct Opening {
     QElapsedTimer clock;
@@ -115,7 +95,7 @@ int RunOpen(MainWindow& window, const std::string& folder) {
     return QApplication::exec();
 }
 
-int Run(const std::string& what, const std::string& folder) {
+int RunOpen(const std::string& folder) {
     const Machine machine = ReadMachine();
     PosixFileSystem files;
     PosixProcesses processes;
@@ -126,9 +106,9 @@ int Run(const std::string& what, const std::string& folder) {
     WaveFile waveFile(app);
     app.defaultWaveFile = &waveFile;
     LoadSettings(app);
-    app.state.CurrentFolder = what == "open" ? "/" : folder;
+    app.state.CurrentFolder = "/";
     MainWindow window(app);
-    return what == "names" ? RunNames(window) : what == "rows" ? RunRows(window) : RunOpen(window, folder);
+    return RunOpen(window, folder);
 }
 
 }  // namespace
@@ -138,5 +118,5 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     const std::string what = argc > 1 ? argv[1] : "empty";
-    return what == "empty" ? zefta::RunEmpty() : zefta::Run(what, argc > 2 ? argv[2] : "/");
+    return what == "open" ? zefta::RunOpen(argc > 2 ? argv[2] : "/") : zefta::RunEmpty();
 }
