@@ -1,10 +1,13 @@
 #include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "platform/posix/OpenFolder.h"
+#include "platform/posix/PosixFileSystem.h"
 #include "support/TempFolder.h"
 
 namespace zefta::test {
@@ -43,6 +46,29 @@ TEST_F(OpenFolderTest, StatusOf_IsOfTheEntryItself) {
     EXPECT_EQ(open.StatusOf(folder / "none", status), -1);
     EXPECT_EQ(open.Status(status), 0);
     EXPECT_TRUE(S_ISDIR(status.st_mode));
+}
+
+TEST_F(OpenFolderTest, Open_MakesAndOpens) {
+    const OpenFolder open(folder.Path());
+    const int made = open.Open(folder / "c", O_WRONLY | O_CREAT | O_EXCL);
+    ASSERT_NE(made, -1);
+    EXPECT_EQ(write(made, "made", 4), 4);
+    close(made);
+    EXPECT_EQ(folder.Read("c"), "made");
+    EXPECT_EQ(open.Open(folder / "c", O_WRONLY | O_CREAT | O_EXCL), -1);
+    EXPECT_EQ(errno, EEXIST);
+}
+
+TEST_F(OpenFolderTest, FolderThatIsMovedMeanwhile_TheNewFileTakesThePlaceInIt) {
+    PosixFileSystem files;
+    fs::create_directory(folder / "sub");
+    folder.Write("sub/song", "old");
+    const auto fresh = files.OpenNew(folder / "sub/song.tmp");
+    fresh->Write("new");
+    fs::rename(folder / "sub", folder / "moved");
+    EXPECT_TRUE(files.ReplaceByOpenFile(*fresh, folder / "sub/song.tmp", folder / "sub/song"));
+    EXPECT_EQ(folder.Read("moved/song"), "new");
+    EXPECT_FALSE(folder.Exists("moved/song.tmp"));
 }
 
 TEST_F(OpenFolderTest, CurrentFolder_IsTheEmptyPath) {

@@ -67,10 +67,19 @@ std::optional<FolderIndex::Stamp> FolderIndex::RecentStampOf(const std::string& 
                                                              const OpenFolder* open) {
     {
         const std::lock_guard lock(mutex_);
-        const bool isSame = folder == lastSeen_.folder && folder.starts_with(PathSeparator);
-        if (isSame && std::chrono::steady_clock::now() - lastSeen_.when < JustNow) return lastSeen_.stamp;
+        if (IsJustSeen(folder)) return lastSeen_.stamp;
     }
     return StampOf(folder, open);
+}
+
+bool FolderIndex::IsJustSeen(const std::string& folder) const {
+    return folder == lastSeen_.folder && folder.starts_with(PathSeparator) &&
+           std::chrono::steady_clock::now() - lastSeen_.when < JustNow;
+}
+
+bool FolderIndex::SawJustNow(const std::string& folder, dev_t device, ino_t node) {
+    const std::lock_guard lock(mutex_);
+    return IsJustSeen(folder) && lastSeen_.stamp.device == device && lastSeen_.stamp.node == node;
 }
 
 FolderIndex::Names* FolderIndex::Find(const Stamp& stamp) {

@@ -29,6 +29,9 @@ class FolderIndex {
     /// when it is there, in byte order. None when the folder can't be read.
     std::vector<std::string> NamesInAnyCase(const std::string& folder, const std::string& name);
 
+    /// Whether a change of ours has just found the folder of that device and node at the path.
+    bool SawJustNow(const std::string& folder, dev_t device, ino_t node);
+
   private:
     friend class FolderChange;
 
@@ -62,6 +65,7 @@ class FolderIndex {
     std::optional<Stamp> RecentStampOf(const std::string& folder, const OpenFolder* open);
     std::vector<std::string> NamesInAnyCase(const Stamp& stamp, const std::string& folder,
                                             const std::string& name);
+    bool IsJustSeen(const std::string& folder) const;
     Names* Find(const Stamp& stamp);
     void StartAnew(Names* names, const Stamp& stamp);
 

@@ -30,6 +30,12 @@ int OpenFolder::StatusOf(const std::string& path, struct stat& status) const {
     return fstatat(place.folder, place.name, &status, AT_SYMLINK_NOFOLLOW);
 }
 
+int OpenFolder::Open(const std::string& path, int flags) const {
+    constexpr mode_t UsualPermissions = 0666;
+    const Place place = PlaceOf(path);
+    return openat(place.folder, place.name, flags, UsualPermissions);
+}
+
 int OpenFolder::Rename(const std::string& from, const std::string& to) const {
     const Place source = PlaceOf(from);
     const Place target = PlaceOf(to);

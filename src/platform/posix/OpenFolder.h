@@ -24,6 +24,9 @@ class OpenFolder {
     /// Of the entry itself, be it a link.
     int StatusOf(const std::string& path, struct stat& status) const;
 
+    /// A descriptor of the entry; what is made has the usual permissions.
+    int Open(const std::string& path, int flags) const;
+
     /// Takes the place of what has the name.
     int Rename(const std::string& from, const std::string& to) const;
 

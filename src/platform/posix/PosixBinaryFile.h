@@ -1,10 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <sys/stat.h>
+#include <utility>
 
 #include "platform/BinaryFile.h"
+#include "platform/posix/OpenFolder.h"
 
 namespace zefta {
 
@@ -29,6 +32,11 @@ class PosixBinaryFile : public BinaryFile {
 
     const struct stat& StatusAtOpening() const { return status_; }
 
+    /// The folder in which it was made, so that work on its name need not open that again. Null where it was
+    /// not kept.
+    const OpenFolder* Folder() const { return folder_.get(); }
+    void KeepFolder(std::unique_ptr<const OpenFolder> folder) { folder_ = std::move(folder); }
+
   private:
     int descriptor_;
     struct stat status_;
@@ -36,6 +44,7 @@ class PosixBinaryFile : public BinaryFile {
     std::int64_t size_;
     std::int64_t position_ = 0;
     std::string path_;
+    std::unique_ptr<const OpenFolder> folder_;
 };
 
 }  // namespace zefta

@@ -26,9 +26,10 @@ bool LacksWriteBit(const FileStatus& status) {
     return (status.st_mode & S_IWUSR) == 0;
 }
 
-/// Opens what is a file and nothing else: a pipe or device of that name must not make the program wait.
-std::unique_ptr<BinaryFile> Open(const std::string& path, int flags) {
-    const int descriptor = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
+constexpr int AlwaysFlags = O_CLOEXEC | O_NONBLOCK;
+
+/// Takes over the descriptor of what is a file and nothing else.
+std::unique_ptr<PosixBinaryFile> FileOf(int descriptor, const std::string& path, int flags) {
     if (descriptor == -1) return nullptr;
     FileStatus status;
     const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
@@ -36,6 +37,11 @@ std::unique_ptr<BinaryFile> Open(const std::string& path, int flags) {
     if (isFile && !refused) return std::make_unique<PosixBinaryFile>(descriptor, status, path);
     close(descriptor);
     return nullptr;
+}
+
+/// A pipe or device of that name must not make the program wait.
+std::unique_ptr<PosixBinaryFile> Open(const std::string& path, int flags) {
+    return FileOf(open(path.c_str(), flags | AlwaysFlags, 0666), path, flags);
 }
 
 bool IsDotEntry(const char* name) {
@@ -59,7 +65,7 @@ std::optional<struct stat> PosixFileSystem::StatusOf(const std::string& path) co
 
 /// Only a name that is not there as it stands pays for the look at other spellings.
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenExisting(const std::string& path, int flags) const {
-    auto file = Open(path, flags);
+    std::unique_ptr<BinaryFile> file = Open(path, flags);
     if (file || EntryExists(path)) return file;
     return Open(Spelled(path), flags);
 }
@@ -135,14 +141,14 @@ void PosixFileSystem::ReplaceFile(const std::string& replacement, const std::str
 bool PosixFileSystem::ReplaceByOpenFile(BinaryFile& written, const std::string& replacement,
                                         const std::string& target) {
     const auto* fresh = dynamic_cast<const PosixBinaryFile*>(&written);
-    const OpenFolder folder(FolderPart(target));
+    const OpenFolder* folder = fresh != nullptr ? fresh->Folder() : nullptr;
     FileStatus old;
     // Links and names in another case are followed by the one that takes paths.
-    const bool isAsSpelled = folder.StatusOf(target, old) == 0 && S_ISREG(old.st_mode);
-    if (fresh == nullptr || !isAsSpelled) return FileSystem::ReplaceByOpenFile(written, replacement, target);
+    if (folder == nullptr || folder->StatusOf(target, old) != 0 || !S_ISREG(old.st_mode))
+        return FileSystem::ReplaceByOpenFile(written, replacement, target);
     zefta::CopyAttributes({target, old}, {replacement, fresh->StatusAtOpening()});
     written.Flush();
-    TakeName(folder, replacement, target);
+    TakeName(*folder, replacement, target);
     return true;
 }
 
@@ -174,8 +180,9 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenCreate(const std::string& path)
 }
 
 std::unique_ptr<BinaryFile> PosixFileSystem::OpenNew(const std::string& path) {
-    FolderChange change(index_, path);
     const std::string folder = FolderPart(path);
+    auto open = std::make_unique<const OpenFolder>(folder);
+    FolderChange change(index_, path, open.get());
     if (!change.HasFolder()) {
         const std::string spelled = Spelled(folder);
         return spelled == folder ? nullptr : OpenNew(JoinPath(spelled, NamePart(path)));
@@ -184,8 +191,11 @@ std::unique_ptr<BinaryFile> PosixFileSystem::OpenNew(const std::string& path) {
         // The index may not have heard yet that another program took the name away.
         if (EntryExists(JoinPath(folder, name))) return nullptr;
     }
-    auto file = Open(path, O_RDWR | O_CREAT | O_EXCL);
-    if (file) change.Added(NamePart(path));
+    constexpr int Flags = O_RDWR | O_CREAT | O_EXCL;
+    auto file = FileOf(open->Open(path, Flags | AlwaysFlags), path, Flags);
+    if (!file) return nullptr;
+    change.Added(NamePart(path));
+    file->KeepFolder(std::move(open));
     return file;
 }
 
@@ -279,7 +289,7 @@ void PosixFileSystem::SetCurrentFolder(const std::string& folder) {
 std::string PosixFileSystem::FollowLinks(const std::string& path) const {
     FileStatus status;
     const bool isLink = lstat(path.c_str(), &status) != 0 || S_ISLNK(status.st_mode);
-    if (!isLink && realFolder_.IsPartOf(path)) return path;
+    if (!isLink && realFolder_.IsPartOf(path, index_)) return path;
     const std::unique_ptr<char, void (*)(void*)> real(realpath(Spelled(path).c_str(), nullptr), std::free);
     if (!real) return path;
     if (path == real.get()) realFolder_.Learn(path);

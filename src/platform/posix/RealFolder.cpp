@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "platform/Paths.h"
+#include "platform/posix/FolderIndex.h"
 
 namespace zefta {
 
@@ -12,12 +13,13 @@ constexpr std::chrono::seconds KnownFor(1);
 
 }  // namespace
 
-bool RealFolder::IsPartOf(const std::string& path) {
+bool RealFolder::IsPartOf(const std::string& path, FolderIndex& index) {
     const std::lock_guard lock(mutex_);
     const auto isKnown = std::chrono::steady_clock::now() - when_ < KnownFor;
     if (folder_.empty() || !isKnown || FolderPart(path) != folder_) return false;
     const std::string name = NamePart(path);
     if (name.empty() || name == "." || name == "..") return false;
+    if (index.SawJustNow(folder_, device_, node_)) return true;
     struct stat status;
     return lstat(folder_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == node_;
 }
