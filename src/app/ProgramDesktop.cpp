@@ -25,7 +25,11 @@ Desktop& ProgramDesktop::Current() const {
 }
 
 void ProgramDesktop::ShowBox(BoxKind kind, const std::string& text, const std::string& caption) {
-    Shown().ShowBox(kind, text, caption);
+    Desktop& shown = Shown();
+    // What ends the run stands where scripts and logs look for it, too, and at once: nobody may be there to
+    // close the window.
+    if (kind == BoxKind::Critical && &shown != &console_) console_.ShowBox(kind, text, caption);
+    shown.ShowBox(kind, text, caption);
 }
 
 bool ProgramDesktop::AskQuestion(const std::string& text, const std::string& caption, bool noIsDefault) {

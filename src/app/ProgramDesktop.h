@@ -9,7 +9,8 @@
 namespace zefta {
 
 /// The desktop of the process: the console where a person reads it or where no window can be opened, else
-/// windows, whose toolkit is loaded when the first one is to be shown.
+/// windows, whose toolkit is loaded when the first one is to be shown. A critical box, with which a run ends,
+/// is told by the console in any case.
 class ProgramDesktop : public Desktop {
   public:
     /// `load` is asked once. With `prefersConsole` windows serve only from OpenWindows on.
