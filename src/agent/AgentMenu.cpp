@@ -86,8 +86,8 @@ void AgentMenu::AddLanguages() {
         entry->setChecked(choice.isChosen);
         group->addAction(entry);
         connect(entry, &QAction::triggered, this, [this, path = choice.path] {
-            ChooseLanguage(app_, path);
-            ShowPlainBox(app_, AgentTextOf(app_, "MSG_LanguageChangeNote"));
+            if (!CheckRuntimeError(app_, [&] { ChooseLanguage(app_, path); }))
+                ShowPlainBox(app_, AgentTextOf(app_, "MSG_LanguageChangeNote"));
         });
     }
 }

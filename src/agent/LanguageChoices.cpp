@@ -6,6 +6,7 @@
 #include "core/Strings.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "platform/StoreOutcome.h"
 
 namespace zefta {
 
@@ -41,6 +42,17 @@ std::string CaptionOf(const App& app, const std::string& path) {
         AsciiLower(name).ends_with(Extension) ? name.substr(0, name.size() - Extension.size()) : name);
 }
 
+struct LanguageInForce {
+    bool isExternal;
+    std::string file;
+};
+
+void PutIntoForce(App& app, const LanguageInForce& language) {
+    app.state.EnableExternalLanguage = language.isExternal;
+    app.state.ExternalLanguageFile = language.file;
+    app.messages.LanguageStrings.clear();
+}
+
 }  // namespace
 
 std::vector<LanguageChoice> LanguageChoices(App& app) {
@@ -55,14 +67,19 @@ std::vector<LanguageChoice> LanguageChoices(App& app) {
 }
 
 void ChooseLanguage(App& app, const std::string& path) {
+    const LanguageInForce before = {app.state.EnableExternalLanguage, app.state.ExternalLanguageFile};
     const bool isExternal = !path.empty();
-    app.state.EnableExternalLanguage = isExternal;
-    if (isExternal) app.state.ExternalLanguageFile = path;
-    app.messages.LanguageStrings.clear();
+    PutIntoForce(app, {isExternal, isExternal ? path : before.file});
     std::vector<SettingChange> changes = AgentTexts(app);
     if (isExternal) changes.push_back({Section, "ExternalLanguageFile", path});
     changes.push_back({Section, "EnableExternalLanguage", isExternal ? "True" : "False"});
     app.userSettings.Apply(changes);
+    try {
+        ExpectStored(app.userSettings);
+    } catch (const RuntimeError&) {
+        PutIntoForce(app, before);
+        throw;
+    }
 }
 
 }  // namespace zefta

@@ -22,6 +22,7 @@ std::vector<LanguageChoice> LanguageChoices(App& app);
 
 /// Puts the language into force for the next start of the program and, by its texts in the store, for the
 /// agent at once. "" is the built-in language; which file stood there before stays known to the options.
+/// RuntimeError when that can't be stored; the language stays what it was then.
 void ChooseLanguage(App& app, const std::string& path);
 
 }  // namespace zefta

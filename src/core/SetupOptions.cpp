@@ -16,6 +16,7 @@
 #include "core/Strings.h"
 #include "core/Version.h"
 #include "platform/RuntimeError.h"
+#include "platform/StoreOutcome.h"
 
 namespace zefta {
 
@@ -141,9 +142,10 @@ SetupOptions LoadSetupOptions(App& app, DesktopEntries& desktops) {
 }
 
 void SaveSetupOptions(App& app, DesktopEntries& desktops, const SetupOptions& options) {
-    app.state.CustomRenameTemplate = options.CustomRenameTemplate;
     SaveRenameTemplates(app.userSettings,
                         WithTemplate(options.RenameTemplates, options.CustomRenameTemplate));
+    // Ahead of all that follows: entries in menus of the desktop whose keys were not kept would be nobody's.
+    ExpectStored(app.userSettings);
     const bool isNewLanguage = IsNewLanguage(app.state, options);
     CopyToState(app, options);
     Attempts attempts;
@@ -152,6 +154,7 @@ void SaveSetupOptions(App& app, DesktopEntries& desktops, const SetupOptions& op
     LoadPriorityClass(app);
     RegisterVerbs(app, desktops, options, attempts);
     SaveSettings(app);
+    attempts.Try([&] { ExpectStored(app.userSettings); });
     // A poor file has hundreds of boxes, and whoever ends the program out of them keeps the settings.
     if (isNewLanguage && app.state.EnableExternalLanguage) CheckLanguageFile(app);
     attempts.Tell(app);

@@ -52,7 +52,8 @@ SetupOptions LoadSetupOptions(App& app, DesktopEntries& desktops);
 /// Puts the options into force and stores them: the template and its history first, then everything else, the
 /// start with the session and the shell verbs last, then the settings. A language file that is chosen or
 /// switched on is checked behind that (CheckLanguageFile). Desktops whose files can't be written are told of
-/// in one warning box, and the rest is stored all the same.
+/// in one warning box, and the rest is stored all the same. A store that can't be written leaves everything
+/// as it was: its RuntimeError is thrown.
 void SaveSetupOptions(App& app, DesktopEntries& desktops, const SetupOptions& options);
 
 /// A level of the normalising as people read it: "95 % (-0.45 dB)".

@@ -4,6 +4,7 @@
 #include "core/Numbers.h"
 #include "core/Settings.h"
 #include "platform/RuntimeError.h"
+#include "platform/StoreOutcome.h"
 
 namespace zefta {
 
@@ -58,6 +59,7 @@ void RunRenameForm(App& app, const RenameForm& form, const RenamedFile& renamed)
         throw;
     }
     SaveForm(app, form);
+    ExpectStored(app.userSettings);
 }
 
 }  // namespace zefta

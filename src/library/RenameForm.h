@@ -25,7 +25,8 @@ RenameForm LoadRenameForm(const App& app);
 void ApplyRenameRule(AppState& state, const RenameForm& form);
 
 /// What the button of the dialog does: a new template goes to the history, the files get their names, the
-/// choice is saved. A run-time failure of the renaming is thrown behind that.
+/// choice is saved. A run-time failure of the renaming is thrown behind that, or the one for which the choice
+/// could not be stored: the files have their names all the same.
 void RunRenameForm(App& app, const RenameForm& form, const RenamedFile& renamed);
 
 }  // namespace zefta

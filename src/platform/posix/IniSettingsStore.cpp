@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <sys/file.h>
 #include <unistd.h>
@@ -57,29 +58,36 @@ class StoreLock {
     int descriptor_;
 };
 
-void WriteAndSwap(const std::string& path, const std::string& fresh, const std::string& text) {
+/// The new content, which takes the place of the old one as a whole.
+struct Replacement {
+    std::string name;
+    std::unique_ptr<BinaryFile> file;
+};
+
+void WriteAndSwap(const std::string& path, Replacement fresh, const std::string& text) {
     PosixFileSystem files;
-    {
-        const auto file = files.OpenCreate(fresh);
-        if (!file) return;
-        file->Write(text);
-        file->Flush();
-    }
+    fresh.file->Write(text);
+    fresh.file->Flush();
+    fresh.file.reset();
     if (files.FileExists(path)) {
-        files.ReplaceFile(fresh, path);
+        files.ReplaceFile(fresh.name, path);
     } else {
-        files.MoveFile(fresh, path);
+        files.MoveFile(fresh.name, path);
     }
 }
 
 /// A store that can't be written keeps its old content; the run goes on with the new one.
-void WriteStore(const std::string& path, const std::string& text) {
-    if (text.size() > LargestStore) return;
+std::optional<RuntimeError> WriteStore(const std::string& path, const std::string& text) {
+    if (text.size() > LargestStore) return RuntimeError(ErrorNumber::OutOfMemory, path);
     const std::string fresh = path + ".new";
+    auto file = PosixFileSystem().OpenCreate(fresh);
+    if (!file) return RuntimeError(ErrorNumber::PathFileAccess, path);
     try {
-        WriteAndSwap(path, fresh, text);
-    } catch (const RuntimeError&) {
+        WriteAndSwap(path, {fresh, std::move(file)}, text);
+        return std::nullopt;
+    } catch (const RuntimeError& error) {
         unlink(fresh.c_str());
+        return error;
     }
 }
 
@@ -107,7 +115,7 @@ void IniSettingsStore::Apply(const std::vector<SettingChange>& changes) {
     if (stored) text_ = IniText(*stored);
     for (const SettingChange& change : changes) text_.Apply(change);
     // What could not be read would be lost to what is written.
-    if (stored) WriteStore(file, text_.Text());
+    failure_ = stored ? WriteStore(file, text_.Text()) : RuntimeError(ErrorNumber::PathFileAccess, file);
 }
 
 }  // namespace zefta

@@ -10,6 +10,7 @@
 #include "core/Settings.h"
 #include "encoding/EncodedOutput.h"
 #include "encoding/ModeCatalogue.h"
+#include "platform/StoreOutcome.h"
 #include "ui/QtText.h"
 #include "ui/WindowGeometry.h"
 #include "ui/tags/DefaultsBox.h"
@@ -164,6 +165,9 @@ void EncodeDialog::OKButton_Click() {
     if (!AskYesNo(app, app.messages.GetMessage(EncodeQuestion), app.messages.GetMessage(QuestionTitle)))
         return;
     StorePlace(app.userSettings, EncodingWindow, *this);
+    // The work does not depend on it. Told while the person is still there, and not in the way of a power
+    // off.
+    CheckRuntimeError(app, [&] { ExpectStored(app.userSettings); });
     const bool hasFiles = !table_.Rows().empty();
     if (!Encode()) return;
     // Who cancels during the last file wants to go on at the machine.

@@ -1,6 +1,7 @@
 #include "ui/setup/SetupDialog.h"
 
 #include <QDialogButtonBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -54,10 +55,14 @@ void SetupDialog::AddButtons() {
 
 void SetupDialog::OKButton_Click() {
     binding_.Take();
+    const QPointer<QWidget> focus = focusWidget();
     // Boxes of the saving stand over the dialog; it is not to be pressed again meanwhile.
     setEnabled(false);
-    CheckRuntimeError(app_, [this] { SaveSetupOptions(app_, desktops_, options_); });
-    accept();
+    const bool hasFailed = CheckRuntimeError(app_, [this] { SaveSetupOptions(app_, desktops_, options_); });
+    setEnabled(true);
+    // What was chosen is still there to be tried again.
+    if (!hasFailed) return accept();
+    if (focus) focus->setFocus();
 }
 
 void ShowSetup(App& app, QWidget* parent) {
