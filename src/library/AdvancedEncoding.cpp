@@ -25,17 +25,21 @@ constexpr std::int32_t ModeWithoutChoice = 320;
 
 // The job.
 
+/// Which encoder it is.
+void SetMode(AppState& state, const EncodingChoice& choice) {
+    state.UseOggVorbis = state.UseMPEGplus = state.UseVBR = false;
+    ApplyModeCode(state, choice.Mode.value_or(ModeWithoutChoice));
+}
+
 void StoreChoice(App& app, const EncodingChoice& choice) {
     AppState& state = app.state;
-    const std::int32_t mode = choice.Mode.value_or(ModeWithoutChoice);
-    state.CompressCD_Bitrate = ToI16(std::int64_t{mode});
+    state.CompressCD_Bitrate = ToI16(std::int64_t{choice.Mode.value_or(ModeWithoutChoice)});
     SaveCompressCDSettings(app);
     state.JobCode = EncodeJobCode;
-    state.UseOggVorbis = state.UseMPEGplus = state.UseVBR = false;
     static_cast<RunSwitches&>(state) = choice.Checked;
     state.NormalizeSeparately =
         choice.Checked.NormalizeSeparately && choice.Checked.Normalize && choice.Checked.TrimSilence;
-    ApplyModeCode(state, mode);
+    SetMode(state, choice);
     SaveMainSettings(app);
 }
 
@@ -197,6 +201,19 @@ EncodingBoxes EnabledBoxes(const RunSwitches& checked, std::string_view modeLabe
     const bool hasLevel = MatchesMask(modeLabel, "LAME*") || MatchesMask(modeLabel, "MPEGplus*");
     boxes.ReduceLevel = hasLevel && !checked.Normalize;
     return boxes;
+}
+
+std::vector<std::string> FilesToReplace(const App& app, const std::string& folder,
+                                        std::span<const TagRow> rows, const EncodingChoice& choice) {
+    AppState state = app.state;
+    SetMode(state, choice);
+    std::vector<std::string> names;
+    for (const TagRow& row : rows) {
+        const std::string output = EncodedOutputPath(state, folder, row.Cells[FileColumn]);
+        if (output.empty() || choice.Made.contains(output) || !app.files.FileExists(output)) continue;
+        names.push_back(NamePart(app.files.FollowLinks(output)));
+    }
+    return names;
 }
 
 bool EncodeRows(App& app, const std::string& folder, std::span<const TagRow> rows,

@@ -46,6 +46,11 @@ struct EncodingBoxes {
 /// `modeLabel`: of the chosen mode, "" for none.
 EncodingBoxes EnabledBoxes(const RunSwitches& checked, std::string_view modeLabel);
 
+/// Names, as bytes, of the files that encoding these rows would write over: their tags may be somebody's
+/// work. Without those of former runs, which are refused anyway.
+std::vector<std::string> FilesToReplace(const App& app, const std::string& folder,
+                                        std::span<const TagRow> rows, const EncodingChoice& choice);
+
 /// How an encoding of many files is followed. Each may be unset.
 struct EncodingEvents {
     /// Ahead of each file: its place and name, for the status line.

@@ -111,15 +111,17 @@ void PutRow(ID3Tag& tag, const TagRow& row, const TagDefaults& defaults) {
     if (Trim(values.Year) == year) tag.OggVorbisExtension.DateTime = date;
 }
 
-void WriteRow(App& app, const ChangedFile& file, const TagRow& row, const TagDefaults& defaults) {
-    if (!row.IsRead) return;
+/// False when the file was not there to be written, or could not be.
+bool WriteRow(App& app, const ChangedFile& file, const TagRow& row, const TagDefaults& defaults) {
+    if (!row.IsRead) return false;
     std::optional<ReadFile> read;
     // A file that can't be made writable must not end the update of the others.
-    CheckRuntimeError(app, [&] { read = ReadForChange(app, file); });
-    if (!read) return;
+    if (CheckRuntimeError(app, [&] { read = ReadForChange(app, file); })) return false;
+    if (!read) return app.files.FileExists(file.path);
     const ID3Tag before = IsPreview(app) ? read->tag : ID3Tag();
     PutRow(read->tag, RowOfNow(row, read->tag), defaults);
-    CheckRuntimeError(app, [&] { WriteChanged(app, file, before, *read); });
+    const bool hasFailed = CheckRuntimeError(app, [&] { WriteChanged(app, file, before, *read); });
+    return !hasFailed && !read->tag.Path.empty();
 }
 
 /// A run over many files, followed by its events and by the desktop.
@@ -241,7 +243,8 @@ bool WriteTagRows(App& app, const std::string& folder, std::span<const TagRow> r
     for (const TagRow& row : rows) {
         const std::string& name = row.Cells[FileColumn];
         if (!update.Begin(name)) return false;
-        WriteRow(app, {JoinPath(folder, name), name}, row, defaults);
+        const bool isDealtWith = WriteRow(app, {JoinPath(folder, name), name}, row, defaults);
+        if (!isDealtWith && events.NotWritten) events.NotWritten(name);
         update.End(name);
     }
     return true;

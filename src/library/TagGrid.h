@@ -85,6 +85,9 @@ struct UpdateEvents {
     std::function<void(const std::string& name)> Done = {};
     /// Whether the person wants it to end, beside what the desktop hears of them. No file is begun then.
     std::function<bool()> IsCancelled = {};
+    /// Ahead of Done: the file was not there to be written, or could not be; not what the person or the tag
+    /// itself kept from being written. Of WriteTagRows alone.
+    std::function<void(const std::string& name)> NotWritten = {};
 };
 
 /// "[3/12] name", the progress of the advanced update.

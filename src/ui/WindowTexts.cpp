@@ -142,6 +142,11 @@ constexpr std::array Rows = {
     Row{WindowText::TagsGenreRule, "Choose a genre of the list, or none", "Выберите жанр из списка или оставьте поле пустым"},
     Row{WindowText::TagsDiscard, "The table has changes that were not written.\n\nClose all the same?", "В таблице есть незаписанные изменения.\n\nВсё равно закрыть?"},
     Row{WindowText::TagsGenreTip, "A genre of the list; empty for none", "Жанр из списка; пусто - без жанра"},
+    Row{WindowText::TagsNotWritten, "Files that were not written: %1. What was entered for them is still here.", "Незаписанных файлов: %1. Введённое для них осталось здесь."},
+    Row{WindowText::TagsNotEncoded, "Files that were not encoded: %1. What was entered for them is still here.", "Незакодированных файлов: %1. Введённое для них осталось здесь."},
+    Row{WindowText::EncodeReplace, "These files are there already and will be written over, with their tags:\n\n%1\n\nEncode all the same?", "Эти файлы уже есть и будут записаны заново вместе с тегами:\n\n%1\n\nВсё равно кодировать?"},
+    Row{WindowText::CDDiscard, "What was entered for this album is neither saved nor compressed and will be lost.\n\nGo on all the same?", "Введённое для этого альбома не сохранено и не сжато и будет потеряно.\n\nВсё равно продолжить?"},
+    Row{WindowText::CDBeginWithout, "Begin without these titles?", "Начать без этих названий?"},
     // clang-format on
 };
 

@@ -140,6 +140,12 @@ enum class WindowText : std::uint8_t {
     TagsGenreRule,
     TagsDiscard,
     TagsGenreTip,
+    TagsNotWritten,
+    TagsNotEncoded,
+    EncodeReplace,
+    // The audio CD.
+    CDDiscard,
+    CDBeginWithout,
     Count,
 };
 

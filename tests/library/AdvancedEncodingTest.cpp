@@ -8,6 +8,7 @@
 
 #include "core/Strings.h"
 #include "core/Version.h"
+#include "encoding/EncodedOutput.h"
 #include "library/AdvancedEncoding.h"
 #include "platform/CommandText.h"
 #include "support/Mp3Builder.h"
@@ -159,6 +160,19 @@ TEST_F(AdvancedEncoding, EachMode_HasItsCommand) {
         EXPECT_EQ(Command(), command) << mode;
         EXPECT_EQ(app.state.CompressCD_Bitrate, mode);
     }
+}
+
+TEST_F(AdvancedEncoding, FilesToReplace_AreThoseOfTheChosenEncoder) {
+    for (const char* name : {"a.MP3", "b.mp3", "a.ogg", "c.mpc"}) app.folder.Write(name, "x");
+    const std::vector<TagRow> rows = RowsToEncode(Texts{"a.wav", "b.wav", "c.wav", "xwav"});
+    const auto replaced = [&] { return FilesToReplace(app, app.folder.Path(), rows, choice); };
+    EXPECT_EQ(replaced(), (Texts{"a.MP3", "b.mp3"}));
+    choice.Mode = 2001;
+    EXPECT_EQ(replaced(), Texts{"a.ogg"});
+    choice.Mode.reset();
+    choice.Made = {EncodedOutputPath(app.state, app.folder.Path(), "a.wav")};
+    EXPECT_EQ(replaced(), Texts{"b.mp3"});
+    EXPECT_FALSE(app.state.UseOggVorbis) << "nothing is chosen yet";
 }
 
 TEST_F(AdvancedEncoding, NoMode_EncodesAt320) {

@@ -1,5 +1,7 @@
 // The grid of the advanced tags update and the massive update, without their windows.
 
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 #include "library/TagGrid.h"
@@ -287,6 +289,21 @@ TEST_F(TagGridTest, Write_TellsTheProgressAndServesEvents) {
     EXPECT_EQ(told, (Names{"[1/2] a.mp3", "done a.mp3", "[2/2] none.mp3", "done none.mp3"}));
     EXPECT_EQ(app.desktop.servedEvents, 2);
     EXPECT_TRUE(app.desktop.boxes.empty());
+}
+
+TEST_F(TagGridTest, Write_TellsWhichFilesWereNotThereToBeWritten) {
+    for (const char* name : {"a.mp3", "kept.mp3", "gone.mp3", "unread.mp3"}) WriteMp3(name);
+    std::filesystem::permissions(app.folder / "kept.mp3", std::filesystem::perms::owner_read);
+    const Names names = {"a.mp3", "kept.mp3", "gone.mp3", "unread.mp3"};
+    auto rows = LoadTagRows(app, app.folder.Path(), names).value();
+    rows[3].IsRead = false;
+    std::filesystem::remove(app.folder / "gone.mp3");
+    Names told;
+    UpdateEvents events;
+    events.NotWritten = [&](const std::string& name) { told.push_back(name); };
+    EXPECT_TRUE(WriteTagRows(app, app.folder.Path(), rows, {}, events));
+    EXPECT_EQ(app.desktop.questions.size(), 1U) << "the read-only one is to stay as it is";
+    EXPECT_EQ(told, (Names{"gone.mp3", "unread.mp3"}));
 }
 
 TEST_F(TagGridTest, Update_GivenValues_GoToEveryCompressedFile) {

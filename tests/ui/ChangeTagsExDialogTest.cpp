@@ -1,5 +1,7 @@
+#include <QMessageBox>
 #include <QRadioButton>
 #include <QStatusBar>
+#include <filesystem>
 
 #include "support/Mp3Builder.h"
 #include "support/TagBuilders.h"
@@ -278,6 +280,92 @@ TEST_F(ChangeTagsExDialogTest, CancelWhileTheLastFileIsWritten_ClosesAsAllIsDone
     EXPECT_EQ(told, Names{"a.mp3"});
     EXPECT_FALSE(IsOpen());
     EXPECT_TRUE(app.desktop.questions.empty());
+}
+
+TEST_F(ChangeTagsExDialogTest, FilesThatWereNotWritten_KeepTheDialogAndWhatWasTyped) {
+    for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) WriteMp3(name);
+    OpenOn({"a.mp3", "b.mp3", "c.mp3"});
+    TypeInto(0, TitleColumn, "First");
+    TypeInto(1, TitleColumn, "Second");
+    const std::string away = app.folder.Read("b.mp3");
+    std::filesystem::remove(app.folder / "b.mp3");
+    std::filesystem::remove(app.folder / "c.mp3");
+    Click("OKButton");
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(app.desktop.boxes.empty());
+    EXPECT_EQ(Status(), "Files that were not written: 1. What was entered for them is still here.");
+    EXPECT_EQ(Tag("a.mp3").Title, "First");
+    EXPECT_EQ(Cell(1, TitleColumn), "Second");
+    EXPECT_EQ(Grid().currentIndex().row(), 1);
+    app.folder.Write("b.mp3", away);
+    Click("OKButton");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(Tag("b.mp3").Title, "Second");
+}
+
+TEST_F(ChangeTagsExDialogTest, DefaultsThatReachedNotAllFiles_KeepTheDialog) {
+    WriteMp3("a.mp3");
+    OpenOn({"a.mp3"});
+    Type("txtDefArtist", "Everyone");
+    std::filesystem::remove(app.folder / "a.mp3");
+    Click("OKButton");
+    EXPECT_TRUE(IsOpen());
+}
+
+TEST_F(ChangeTagsExDialogTest, FilesOfWhichNothingWasTyped_AreLeftWithoutAWord) {
+    WriteMp3("a.mp3");
+    OpenOn({"a.mp3"});
+    std::filesystem::remove(app.folder / "a.mp3");
+    Click("OKButton");
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(ChangeTagsExDialogTest, ClosingDuringTheWork_EndsItAndAsksAboutTheRest) {
+    for (const bool isMeant : {false, true}) {
+        WriteMp3("a.mp3");
+        WriteMp3("b.mp3");
+        OpenOn({"a.mp3", "b.mp3"});
+        TypeInto(1, TitleColumn, "New");
+        app.desktop.questions.clear();
+        app.desktop.answers = {isMeant};
+        whenTold = [this] { dialog->close(); };
+        Click("OKButton");
+        EXPECT_EQ(app.desktop.questions.size(), 1U);
+        EXPECT_EQ(IsOpen(), !isMeant);
+        EXPECT_EQ(Tag("b.mp3").Title, "Old Title");
+    }
+}
+
+TEST_F(ChangeTagsExDialogTest, QuestionDuringTheWork_HasNoHourglass) {
+    WriteMp3("a.mp3");
+    OpenOn({"a.mp3"});
+    TypeInto(0, TitleColumn, "New");
+    whenTold = [this] {
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+        QMessageBox question(dialog.get());
+        question.setWindowModality(Qt::ApplicationModal);
+        question.show();
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        question.hide();
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+    };
+    Click("OKButton");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ChangeTagsExDialogTest, Undo_WorksFromTheButtonThatMadeTheChange) {
+    WriteMp3("a.mp3", "mIxEd cASE");
+    OpenOn({"a.mp3"});
+    Choose("optFirstLetterCaps");
+    auto* change = Find<QPushButton>("cmdChangeCase");
+    change->setFocus();
+    QTest::keyClick(change, Qt::Key_Space);
+    EXPECT_EQ(Cell(0, TitleColumn), "Mixed case");
+    QTest::keyClick(change, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Cell(0, TitleColumn), "mIxEd cASE");
+    QTest::keyClick(change, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Cell(0, TitleColumn), "Mixed case");
 }
 
 TEST_F(ChangeTagsExDialogTest, BlankDefaultYear_ClearsTheYears) {

@@ -221,6 +221,77 @@ TEST_F(EncodeDialogTest, FolderThatIsGone_KeepsTheDialogAndThePower) {
     EXPECT_EQ(RowTexts(0).at(TitlePlace), "Title");
 }
 
+TEST_F(EncodeDialogTest, FilesWithoutAnOutput_KeepTheDialogAndWhatWasTyped) {
+    OpenOn({"a.wav", "b.wav"});
+    TypeInto(0, TitlePlace, "First");
+    Press(Qt::Key_Return);
+    TypeKeys("Second");
+    const auto encode = app.processes.tool;
+    app.processes.tool = [&](const RecordingProcesses::Run& run) {
+        if (run.commandLine.find("b.wav") == std::string::npos) encode(run);
+    };
+    Accept();
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(encoded, Names{"a.wav"});
+    ASSERT_EQ(Grid().model()->rowCount(), 1);
+    EXPECT_EQ(RowTexts(0).at(TitlePlace), "Second");
+    EXPECT_EQ(FromQt(Find<QStatusBar>("stb")->currentMessage()),
+              "Files that were not encoded: 1. What was entered for them is still here.");
+    app.processes.tool = encode;
+    Accept();
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(wave.GetMP3FileInfo(app.folder / "b.mp3").Title, "Second");
+}
+
+TEST_F(EncodeDialogTest, FilesWithoutAnOutput_OfWhichNothingWasTyped_LetItClose) {
+    OpenOn({"a.wav"});
+    app.processes.tool = {};
+    Accept();
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(EncodeDialogTest, FilesWithoutAnOutput_DoNotKeepTheMachineOn) {
+    OpenOn({"a.wav"});
+    TypeInto(0, TitlePlace, "Title");
+    Toggle("chkShutdown");
+    app.processes.tool = {};
+    Accept();
+    EXPECT_FALSE(IsOpen());
+    EXPECT_TRUE(dialog->WantsPowerOff());
+}
+
+TEST_F(EncodeDialogTest, FilesOfTheNamesOfOutputs_AreAskedAbout) {
+    const std::string tended = "somebody's work";
+    app.folder.Write("a.MP3", tended);
+    app.folder.Write("b.ogg", tended);
+    OpenOn({"a.wav", "b.wav"});
+    Accept();
+    ASSERT_EQ(app.desktop.questions.size(), 2U);
+    EXPECT_NE(app.desktop.questions[1].text.find("\na.MP3\n"), std::string::npos);
+    EXPECT_EQ(app.desktop.questions[1].text.find("b.ogg"), std::string::npos);
+    EXPECT_TRUE(app.desktop.questions[1].noIsDefault);
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(app.folder.Read("a.MP3"), tended);
+    app.desktop.answers = {true, true};
+    Click("OKButton");
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(encoded, (Names{"a.wav", "b.wav"}));
+    EXPECT_EQ(app.folder.Read("b.ogg"), tended);
+}
+
+TEST_F(EncodeDialogTest, ClosingDuringTheWork_EndsItAndThenCloses) {
+    OpenOn({"a.wav", "b.wav"});
+    const auto encode = app.processes.tool;
+    app.processes.tool = [&](const RecordingProcesses::Run& run) {
+        encode(run);
+        dialog->close();
+        EXPECT_TRUE(IsOpen());
+    };
+    Accept();
+    EXPECT_EQ(encoded, Names{"a.wav"});
+    EXPECT_FALSE(IsOpen());
+}
+
 TEST_F(EncodeDialogTest, Wheel_PassesTheBoxesThatHaveNotTheFocus) {
     OpenOn({"a.wav"});
     for (const char* name : {"cmbBitRate", "cmbTemplates"}) {
@@ -247,6 +318,7 @@ TEST_F(EncodeDialogTest, CancelOfTheWork_KeepsTheRowsThatAreLeft) {
     };
     for (const auto& way : ways) {
         encoded.clear();
+        for (const char* output : {"a.MP3", "b.MP3"}) std::filesystem::remove(app.folder / output);
         OpenOn({"a.wav", "b.wav"});
         Toggle("chkShutdown");
         TypeInto(1, TitlePlace, "Second");
@@ -324,7 +396,7 @@ TEST_F(EncodeDialogTest, EncoderThatHangs_IsEndedByCancellingTwice) {
         EXPECT_FALSE(dialog->WantsToolEnded());
         QTest::keyClick(dialog.get(), Qt::Key_Escape);
         EXPECT_TRUE(dialog->WantsToolEnded());
-        dialog->close();
+        QTest::keyClick(dialog.get(), Qt::Key_Escape);
         ASSERT_EQ(app.desktop.questions.size(), 2U);
         EXPECT_TRUE(app.desktop.questions[0].noIsDefault);
     };

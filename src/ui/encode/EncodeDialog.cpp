@@ -13,6 +13,7 @@
 #include "platform/StoreOutcome.h"
 #include "ui/QtText.h"
 #include "ui/WindowGeometry.h"
+#include "ui/WindowTexts.h"
 #include "ui/tags/DefaultsBox.h"
 #include "ui/tags/ScrollGuard.h"
 #include "ui/tags/TemplatesBox.h"
@@ -158,21 +159,43 @@ bool EncodeDialog::Encode() {
     return Work([&] { isAll = EncodeRows(Application(), folder_, rows, Choice(), events); }) && isAll;
 }
 
+bool EncodeDialog::MayReplace() {
+    constexpr std::size_t NamesToShow = 8;
+    App& app = Application();
+    const auto names = FilesToReplace(app, folder_, table_.Rows(), Choice());
+    if (names.empty()) return true;
+    QStringList shown;
+    for (std::size_t i = 0; i < names.size() && i < NamesToShow; ++i)
+        shown.push_back(ToQt(app.ansi.ToText(names[i])));
+    if (names.size() > NamesToShow) shown.push_back("...");
+    const QString question = OwnText(app, WindowText::EncodeReplace).replace("%1", shown.join('\n'));
+    return AskYesNo(app, FromQt(question), app.messages.GetMessage(QuestionTitle), true);
+}
+
 void EncodeDialog::OKButton_Click() {
     App& app = Application();
     if (!defaults_->Validate()) return;
     table_.View().StoreEdit();
     if (!AskYesNo(app, app.messages.GetMessage(EncodeQuestion), app.messages.GetMessage(QuestionTitle)))
         return;
+    if (!MayReplace()) return;
     StorePlace(app.userSettings, EncodingWindow, *this);
     // The work does not depend on it. Told while the person is still there, and not in the way of a power
     // off.
     CheckRuntimeError(app, [&] { ExpectStored(app.userSettings); });
     const bool hasFiles = !table_.Rows().empty();
-    if (!Encode()) return;
+    const bool isAll = Encode();
     // Who cancels during the last file wants to go on at the machine.
-    wantsPowerOff_ = hasFiles && !IsCancelled() && chkShutdown_->isChecked();
-    accept();
+    wantsPowerOff_ = isAll && hasFiles && !IsCancelled() && chkShutdown_->isChecked();
+    const std::size_t left = table_.Rows().size();
+    // An encoder that fails, or is not there, must not cost what was typed for its files.
+    const bool losesNothing = left == 0 || wantsPowerOff_ || !HasUnsaved();
+    if (isAll && losesNothing) {
+        accept();
+        return;
+    }
+    if (isAll) ShowStatus(OwnText(app, WindowText::TagsNotEncoded).arg(left));
+    CloseIfAsked();
 }
 
 void EncodeDialog::done(int result) {

@@ -35,6 +35,7 @@ class EncodeDialog : public BatchDialog {
   protected:
     void OKButton_Click() override;
     bool HasUnsaved() const override;
+    GridView* Grid() const override { return &table_.View(); }
 
   private:
     void cmbBitRate_Click() { UpdateBoxes(); }
@@ -47,6 +48,8 @@ class EncodeDialog : public BatchDialog {
     RunSwitches Checked() const;
     EncodingChoice Choice() const;
     bool Encode();
+    /// Asks about files that bear the names of the outputs.
+    bool MayReplace();
 
     std::string folder_;
     SelectionWatch watch_;

@@ -1,26 +1,17 @@
 #include "ui/tags/BatchDialog.h"
 
 #include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <utility>
 
 #include "core/Boxes.h"
 #include "core/Version.h"
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
+#include "ui/grid/GridView.h"
 
 namespace zefta {
-
-namespace {
-
-/// The hourglass, for as long as this lives.
-class WaitCursor {
-  public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-};
-
-}  // namespace
 
 BatchDialog::BatchDialog(App& app, const char* name, QWidget* parent)
     : QDialog(parent), app_(app), controls_(new QWidget(this)) {
@@ -86,6 +77,42 @@ void BatchDialog::reject() {
     if (!HasUnsaved() || mayClose()) QDialog::reject();
 }
 
+void BatchDialog::closeEvent(QCloseEvent* event) {
+    closesBehindWork_ = isWorking_;
+    QDialog::closeEvent(event);
+}
+
+void BatchDialog::keyPressEvent(QKeyEvent* event) {
+    GridView* grid = isWorking_ ? nullptr : Grid();
+    if (grid != nullptr && event->matches(QKeySequence::Undo)) {
+        grid->Undo();
+    } else if (grid != nullptr && event->matches(QKeySequence::Redo)) {
+        grid->Redo();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
+}
+
+void BatchDialog::CloseIfAsked() {
+    if (std::exchange(closesBehindWork_, false)) reject();
+}
+
+/// A question during the work is no time to wait.
+bool BatchDialog::event(QEvent* event) {
+    if (event->type() == QEvent::WindowBlocked) ShowHourglass(false);
+    if (event->type() == QEvent::WindowUnblocked) ShowHourglass(isWorking_);
+    return QDialog::event(event);
+}
+
+void BatchDialog::ShowHourglass(bool isShown) {
+    if (std::exchange(hasHourglass_, isShown) == isShown) return;
+    if (isShown) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
 void BatchDialog::ShowCancelBatch(bool endsTool) {
     offersToEndTool_ = endsTool;
     cancelBatch_->setText(OwnText(app_, endsTool ? WindowText::EndTool : WindowText::CancelBatch));
@@ -117,6 +144,7 @@ void BatchDialog::CancelBatch() {
 
 void BatchDialog::SetWorking(bool working) {
     isWorking_ = working;
+    ShowHourglass(working);
     if (working) focusBefore_ = focusWidget();
     controls_->setEnabled(!working);
     okButton_->setEnabled(!working);
@@ -148,7 +176,6 @@ class BatchDialog::Working {
 
 bool BatchDialog::Work(const std::function<void()>& work) {
     const Working working(*this);
-    const WaitCursor hourglass;
     return !CheckRuntimeError(app_, work);
 }
 

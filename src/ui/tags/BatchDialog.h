@@ -13,10 +13,13 @@
 
 namespace zefta {
 
+class GridView;
+
 /// A dialog whose OK works on many files while it is shown: OKButton and CancelButton below its controls, and
 /// the status bar stb. While the work runs nothing can be changed, and cmdCancelBatch in the place of
 /// CancelButton, Escape and the closing of the window end it behind the file at hand; a second time they end
-/// the outside tool that is at work on that file.
+/// the outside tool that is at work on that file. A window that was closed goes as soon as the work has
+/// ended.
 class BatchDialog : public QDialog, public BatchView {
     Q_OBJECT
 
@@ -29,6 +32,10 @@ class BatchDialog : public QDialog, public BatchView {
     bool WantsToolEnded() override;
 
   protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
     /// Numbers of the usual texts of the buttons.
     static constexpr std::int32_t OkText = 33409;
     static constexpr std::int32_t CancelText = 33410;
@@ -45,9 +52,13 @@ class BatchDialog : public QDialog, public BatchView {
     virtual void OKButton_Click() = 0;
     /// Whether closing would lose what the person has entered. CancelButton does not ask.
     virtual bool HasUnsaved() const { return false; }
+    /// Its steps can be undone from every control that has none of its own.
+    virtual GridView* Grid() const { return nullptr; }
 
     /// Runs the work with everything disabled. A run-time failure of it is shown; true when there was none.
+    /// Behind it the dialog either ends or calls CloseIfAsked.
     bool Work(const std::function<void()>& work);
+    void CloseIfAsked();
     void ShowStatus(const QString& text);
 
     App& Application() const { return app_; }
@@ -61,6 +72,7 @@ class BatchDialog : public QDialog, public BatchView {
     void ShowCancelBatch(bool endsTool);
     void AskToEndTool();
     void SetWorking(bool working);
+    void ShowHourglass(bool isShown);
     class Working;
 
     App& app_;
@@ -72,6 +84,8 @@ class BatchDialog : public QDialog, public BatchView {
     QPointer<QWidget> focusBefore_;
     bool isWorking_ = false;
     bool isCancelled_ = false;
+    bool closesBehindWork_ = false;
+    bool hasHourglass_ = false;
     /// The button ends the tool at hand.
     bool offersToEndTool_ = false;
     bool endsTool_ = false;

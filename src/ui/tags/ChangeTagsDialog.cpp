@@ -107,8 +107,12 @@ void ChangeTagsDialog::OKButton_Click() {
     bool isAll = false;
     Work([&] { isAll = Update(values); });
     lblNote_->setText(Text(FieldsNote));
-    // Behind a cancel the person may go on with the rest.
-    if (isAll) accept();
+    if (isAll) {
+        accept();
+    } else {
+        // Behind a cancel the person may go on with the rest.
+        CloseIfAsked();
+    }
 }
 
 }  // namespace zefta

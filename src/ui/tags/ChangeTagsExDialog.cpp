@@ -6,6 +6,7 @@
 #include "core/Settings.h"
 #include "ui/QtText.h"
 #include "ui/WindowGeometry.h"
+#include "ui/WindowTexts.h"
 #include "ui/tags/DefaultsBox.h"
 #include "ui/tags/TemplatesBox.h"
 
@@ -95,7 +96,10 @@ bool ChangeTagsExDialog::Write(const std::vector<TagRow>& rows) {
                                      table_.MeanAllOf(name);
                                      done_(name);
                                  },
-                                 [this] { return IsCancelled(); }};
+                                 [this] { return IsCancelled(); },
+                                 [this](const std::string& name) {
+                                     if (table_.IsMeant(name, !defaults_->IsEmpty())) left_.push_back(row_);
+                                 }};
     app.desktop.ServeEvents();
     return WriteTagRows(app, folder_, rows, defaults_->Defaults(), events);
 }
@@ -104,13 +108,25 @@ void ChangeTagsExDialog::OKButton_Click() {
     if (!defaults_->Validate()) return;
     table_.View().StoreEdit();
     bool isAll = false;
+    left_.clear();
     if (!Work([&] { isAll = Write(table_.Rows()); })) {
         // No byte holds its track.
         table_.View().setFocus();
         table_.SelectCell(row_, TrackColumn);
-    } else if (isAll) {
+    } else if (isAll && left_.empty()) {
         accept();
+        return;
+    } else if (isAll) {
+        ShowLeft();
     }
+    CloseIfAsked();
+}
+
+/// A disk that is full or was taken away must not cost what was typed for an hour.
+void ChangeTagsExDialog::ShowLeft() {
+    table_.View().setFocus();
+    table_.SelectCell(left_.front(), ArtistColumn);
+    ShowStatus(OwnText(Application(), WindowText::TagsNotWritten).arg(left_.size()));
 }
 
 void ChangeTagsExDialog::done(int result) {

@@ -31,6 +31,7 @@ class ChangeTagsExDialog : public BatchDialog {
   protected:
     void OKButton_Click() override;
     bool HasUnsaved() const override;
+    GridView* Grid() const override { return &table_.View(); }
 
   private:
     void cmdChangeCase_Click();
@@ -39,6 +40,7 @@ class ChangeTagsExDialog : public BatchDialog {
     QGroupBox* MakeCaseBox();
     /// False when it was ended.
     bool Write(const std::vector<TagRow>& rows);
+    void ShowLeft();
 
     std::string folder_;
     FileDone done_;
@@ -50,6 +52,8 @@ class ChangeTagsExDialog : public BatchDialog {
     QCheckBox* chkUpdateAllColumns_ = nullptr;
     /// The row at hand while rows are written.
     std::size_t row_ = 0;
+    /// The rows that were to be written and could not be.
+    std::vector<std::size_t> left_;
 };
 
 }  // namespace zefta

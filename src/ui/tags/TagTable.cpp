@@ -59,14 +59,18 @@ void TagTable::Load(const std::vector<TagRow>& rows) {
     if (!rows.empty()) SelectCell(0, ArtistColumn);
 }
 
-std::vector<TagRow> TagTable::Rows() const {
-    std::vector<TagRow> rows = loaded_;
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        for (const TagColumn column : order_) {
-            if (column != FileColumn)
-                rows[row].Cells[column] = model_->TextAt(static_cast<int>(row), PlaceOf(column));
-        }
+TagRow TagTable::RowAt(std::size_t row) const {
+    TagRow shown = loaded_[row];
+    for (const TagColumn column : order_) {
+        if (column != FileColumn)
+            shown.Cells[column] = model_->TextAt(static_cast<int>(row), PlaceOf(column));
     }
+    return shown;
+}
+
+std::vector<TagRow> TagTable::Rows() const {
+    std::vector<TagRow> rows;
+    for (std::size_t row = 0; row < loaded_.size(); ++row) rows.push_back(RowAt(row));
     return rows;
 }
 
@@ -82,13 +86,21 @@ void TagTable::ChangeRows(const std::function<void(std::vector<TagRow>& rows)>& 
     model_->Change(changes);
 }
 
-std::vector<TagRow>::iterator TagTable::RowOf(const std::string& name) {
+std::vector<TagRow>::const_iterator TagTable::RowOf(const std::string& name) const {
     return std::find_if(loaded_.begin(), loaded_.end(),
                         [&](const TagRow& each) { return each.Cells[FileColumn] == name; });
 }
 
+bool TagTable::IsMeant(const std::string& name, bool hasDefaults) const {
+    const auto row = RowOf(name);
+    if (row == loaded_.end()) return false;
+    const bool isChanged = RowAt(static_cast<std::size_t>(row - loaded_.begin())).Cells != row->Cells;
+    return isChanged || (hasDefaults && row->IsRead);
+}
+
 void TagTable::MeanAllOf(const std::string& name) {
-    if (const auto row = RowOf(name); row != loaded_.end()) row->Loaded.reset();
+    const auto row = RowOf(name);
+    if (row != loaded_.end()) loaded_[static_cast<std::size_t>(row - loaded_.begin())].Loaded.reset();
 }
 
 void TagTable::RemoveRow(const std::string& name) {

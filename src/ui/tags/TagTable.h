@@ -29,13 +29,16 @@ class TagTable {
     /// All its cells are meant from now on: after a write the file may hold others than at the beginning.
     void MeanAllOf(const std::string& name);
     bool IsChanged() const { return model_->CanUndo(); }
+    /// Whether something was entered for the row: in its cells, or as defaults of files that could be read.
+    bool IsMeant(const std::string& name, bool hasDefaults) const;
 
     /// Of the current cell; nothing when there is none.
     std::optional<TagColumn> CurrentColumn() const;
     void SelectCell(std::size_t row, TagColumn column);
 
   private:
-    std::vector<TagRow>::iterator RowOf(const std::string& name);
+    TagRow RowAt(std::size_t row) const;
+    std::vector<TagRow>::const_iterator RowOf(const std::string& name) const;
     int PlaceOf(TagColumn column) const;
 
     App& app_;
