@@ -5,8 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "core/AgentTexts.h"
+#include "core/Batch.h"
 #include "core/Boxes.h"
 #include "core/Numbers.h"
 #include "core/Strings.h"
@@ -137,15 +139,19 @@ void WriteLanguageTemplate(App& app) {
 }
 
 bool CheckLanguageFile(App& app) {
-    bool anyMissing = false;
+    std::vector<const Message*> missing;
     for (const Message& message : MessageTable(app.messages.BuiltInLanguage())) {
-        if (IsHeading(message.text) || app.messages.LanguageStrings.contains(std::to_string(message.id)))
-            continue;
-        anyMissing = true;
-        WarnOfMissing(app, message);
+        if (!IsHeading(message.text) && !app.messages.LanguageStrings.contains(std::to_string(message.id)))
+            missing.push_back(&message);
+    }
+    // A poor file has hundreds of boxes: the person can leave them all.
+    Batch batch(app, missing.size());
+    for (const Message* message : missing) {
+        if (!batch.Next()) break;
+        WarnOfMissing(app, *message);
     }
     app.userSettings.Apply(AgentTexts(app));
-    return anyMissing;
+    return !missing.empty();
 }
 
 }  // namespace zefta

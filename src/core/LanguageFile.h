@@ -17,8 +17,8 @@ void ReadLanguageFile(FileSystem& files, const CodePage& ansi, const std::string
 /// translators. Says nothing when the file can't be created.
 void WriteLanguageTemplate(App& app);
 
-/// Looks for every message in the language strings: a warning box for each that is missing, and the agent's
-/// texts are stored anew. True when something was missing.
+/// Looks for every message in the language strings: a warning box for each that is missing, until the person
+/// has enough of them, and the agent's texts are stored anew. True when something was missing.
 bool CheckLanguageFile(App& app);
 
 }  // namespace zefta

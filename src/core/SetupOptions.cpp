@@ -95,6 +95,20 @@ void CopyToState(App& app, const SetupOptions& options) {
     app.messages.LoadLanguageFile();
 }
 
+/// A file that is not there or has not a single text has switched itself off.
+void TellOfLanguage(App& app) {
+    constexpr std::int32_t NotFound = 1009;
+    constexpr std::int32_t NotValid = 1002;
+    const std::string& path = app.state.ExternalLanguageFile;
+    if (app.state.EnableExternalLanguage) {
+        CheckLanguageFile(app);
+    } else if (!path.empty() && app.files.FileExists(path)) {
+        ShowWarning(app, app.ansi.ToText(path) + "\n\n" + app.messages.GetMessage(NotValid));
+    } else if (!path.empty()) {
+        ShowWarning(app, app.messages.GetMessage(NotFound, app.ansi.ToText(path)));
+    }
+}
+
 void SetAutoLoad(App& app, DesktopEntries& desktops, bool isOn) {
     const std::string name = ApplicationTitle();
     if (isOn) {
@@ -156,7 +170,7 @@ void SaveSetupOptions(App& app, DesktopEntries& desktops, const SetupOptions& op
     SaveSettings(app);
     attempts.Try([&] { ExpectStored(app.userSettings); });
     // A poor file has hundreds of boxes, and whoever ends the program out of them keeps the settings.
-    if (isNewLanguage && app.state.EnableExternalLanguage) CheckLanguageFile(app);
+    if (isNewLanguage) TellOfLanguage(app);
     attempts.Tell(app);
 }
 

@@ -389,6 +389,16 @@ TEST(CheckLanguageFile, NothingLoaded_ReportsAllButTheHeadings) {
     EXPECT_EQ(app.desktop.boxes.size(), 357U - 25U);
 }
 
+TEST(CheckLanguageFile, BoxesEndWhenThePersonHasEnough) {
+    TestApp app;
+    app.desktop.cancelsFromItem = 3;
+    EXPECT_TRUE(CheckLanguageFile(app));
+    EXPECT_EQ(app.desktop.boxes.size(), 2U);
+    EXPECT_EQ(app.desktop.batches.front(), (std::pair<std::size_t, std::size_t>(1, 357 - 25)));
+    EXPECT_EQ(app.desktop.batches.back(), (std::pair<std::size_t, std::size_t>(0, 0)));
+    EXPECT_TRUE(app.userSettings.GetValue("Agent", "MSG_Language").has_value());
+}
+
 TEST(CheckLanguageFile, EntryWithoutText_IsThere) {
     TestApp app;
     UseTemplateWithout(app, app.folder, {"01001"});

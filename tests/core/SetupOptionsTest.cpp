@@ -252,13 +252,23 @@ TEST_F(SetupOptionsTest, PoorLanguageFile_IsToldOfWhenAllIsStored) {
     EXPECT_EQ(Stored("MSG_Open", "Agent"), "x");
 }
 
-TEST_F(SetupOptionsTest, LanguageFileThatIsMissing_IsSwitchedOffSilently) {
-    SetupOptions options = Load();
-    options.EnableExternalLanguage = true;
-    options.ExternalLanguageFile = app.folder / "none.lng";
-    Save(options);
-    EXPECT_TRUE(app.desktop.boxes.empty());
-    EXPECT_EQ(Stored("EnableExternalLanguage"), "False");
+TEST_F(SetupOptionsTest, LanguageFileThatIsMissingOrNone_IsSwitchedOffAndTold) {
+    const std::string missing = app.folder / "none.lng";
+    const std::string garbage = app.folder.Write("bad.lng", "no texts");
+    const std::pair<std::string, std::string> files[] = {
+        {missing, "File \"" + missing + "\" not found."},
+        {garbage, garbage + "\n\nThis one is not a valid file!"},
+    };
+    for (const auto& [file, told] : files) {
+        app.desktop.boxes.clear();
+        SetupOptions options = Load();
+        options.EnableExternalLanguage = true;
+        options.ExternalLanguageFile = file;
+        Save(options);
+        ASSERT_EQ(app.desktop.boxes.size(), 1U);
+        EXPECT_EQ(app.desktop.boxes[0].text, told);
+        EXPECT_EQ(Stored("EnableExternalLanguage"), "False");
+    }
 }
 
 TEST_F(SetupOptionsTest, StartupFolder_IsStored) {

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -107,6 +108,30 @@ class CDBaseStage : public ::testing::Test {
     FakeDatabase database;
     int powerOffs = 0;
     std::unique_ptr<CDBaseDialog> dialog;
+};
+
+/// With folders and an encoder that makes a file.
+class CDWorkStage : public CDBaseStage {
+  protected:
+    CDWorkStage() {
+        std::filesystem::create_directories(app.folder / "in");
+        app.state.CompressCD_SourceFolder = app.folder / "in";
+        app.state.CompressCD_TargetFolder = app.folder / "out";
+        app.processes.tool = [this](const RecordingProcesses::Run& run) {
+            if (run.commandLine.find("/wavetrim") != std::string::npos) return;
+            if (whileTool) whileTool();
+            WriteWholeFile(SplitCommandLine(run.commandLine).back().text, Mp3().Size(3000).Bytes());
+        };
+    }
+
+    /// The disc is read, and its tracks are in the source folder.
+    void OpenWithTracks() {
+        for (const char* name : {"in/Track01.WAV", "in/Track02.WAV"}) app.folder.Write(name, "wave");
+        Open();
+        Click("cmdImportData");
+    }
+
+    std::function<void()> whileTool;
 };
 
 }  // namespace zefta::test

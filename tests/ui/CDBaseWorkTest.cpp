@@ -1,6 +1,7 @@
 // frmCDBase: reading the disc, the grabber, the job.
 
 #include <QMenu>
+#include <QTimer>
 
 #include "ui/CDBaseStage.h"
 #include "ui/cd/MatchDialog.h"
@@ -8,32 +9,12 @@
 namespace zefta::test {
 namespace {
 
-class CDBaseWorkTest : public CDBaseStage {
-  protected:
-    CDBaseWorkTest() {
-        std::filesystem::create_directories(app.folder / "in");
-        app.state.CompressCD_SourceFolder = app.folder / "in";
-        app.state.CompressCD_TargetFolder = app.folder / "out";
-        app.processes.tool = [this](const RecordingProcesses::Run& run) {
-            if (run.commandLine.find("/wavetrim") != std::string::npos) return;
-            if (whileTool) whileTool();
-            WriteWholeFile(SplitCommandLine(run.commandLine).back().text, Mp3().Size(3000).Bytes());
-        };
-    }
-
-    /// The disc is read, and its tracks are in the source folder.
-    void OpenWithTracks() {
-        for (const char* name : {"in/Track01.WAV", "in/Track02.WAV"}) app.folder.Write(name, "wave");
-        Open();
-        Click("cmdImportData");
-    }
-
-    std::function<void()> whileTool;
-};
+class CDBaseWorkTest : public CDWorkStage {};
 
 TEST_F(CDBaseWorkTest, ReadCDInfo_FillsTheAlbumAndSelectsAllTracks) {
     Open();
     Type("txtYear", "1900");
+    app.desktop.answers = {true};
     Click("cmdImportData");
     EXPECT_EQ(TextOf("txtArtist"), "Band");
     EXPECT_EQ(TextOf("txtAlbum"), "Debut");
@@ -88,12 +69,12 @@ TEST_F(CDBaseWorkTest, ReadCDInfo_KeepsTheWindowAliveAndClosedToAnythingElse) {
                                  "cmdCancel", "lstTracks", "txtArtist", "cmbDrive"})
             EXPECT_FALSE(IsEnabled(name)) << name;
         Key(Qt::Key_R, Qt::ControlModifier);
-        dialog->close();
+        Key(Qt::Key_Escape);
     };
     Find<QPushButton>("cmdImportData")->setFocus();
     Key(Qt::Key_R, Qt::ControlModifier);
     EXPECT_TRUE(wasServed);
-    // Closing ends the work and leaves the window open.
+    // Escape ends the work and leaves the window open.
     EXPECT_TRUE(dialog->isVisible());
     EXPECT_EQ(Status(), "Ended before it was done.");
     EXPECT_EQ(disc.sources.size(), 1U);
@@ -305,6 +286,16 @@ TEST_F(CDBaseWorkTest, Compress_StoppedEndsBehindTheTrackAndDoesNotPowerOff) {
     EXPECT_EQ(powerOffs, 0);
 }
 
+TEST_F(CDBaseWorkTest, Compress_StoppedDuringTheLastTrackDoesNotPowerOff) {
+    OpenWithTracks();
+    Find<QListWidget>("lstTracks")->item(1)->setCheckState(Qt::Unchecked);
+    Toggle("chkShutdown");
+    whileTool = [this] { Click("cmdStop"); };
+    Click("cmdOK");
+    EXPECT_EQ(Status(), "Tracks compressed: 1 of 1.");
+    EXPECT_EQ(powerOffs, 0);
+}
+
 TEST_F(CDBaseWorkTest, EncoderThatHangs_IsEndedByStoppingTwice) {
     OpenWithTracks();
     whileTool = [this] {
@@ -327,6 +318,7 @@ TEST_F(CDBaseWorkTest, EncoderThatHangs_IsEndedByStoppingTwice) {
     EXPECT_EQ(app.processes.runs.size(), 1U);
     EXPECT_EQ(Status(), "Ended before it was done.");
     whileTool = [this] { EXPECT_FALSE(dialog->WantsToolEnded()); };
+    app.desktop.answers = {true};
     Click("cmdOK");
     EXPECT_FALSE(dialog->IsCancelled());
 }
@@ -335,16 +327,28 @@ TEST_F(CDBaseWorkTest, UndividedNames_AreAskedAbout) {
     for (const bool areTitles : {true, false}) {
         OpenWithTracks();
         Find<QListWidget>("lstTracks")->item(0)->setCheckState(Qt::Unchecked);
-        app.desktop.answers = {areTitles};
+        app.desktop.answers = {areTitles, true};
         app.desktop.questions.clear();
         Click("cmdOK");
-        ASSERT_EQ(app.desktop.questions.size(), 1U);
+        ASSERT_EQ(app.desktop.questions.size(), areTitles ? 1U : 2U);
         EXPECT_NE(app.desktop.questions[0].text.find("\nTwo\n"), std::string::npos);
         // Without an answer names are divided as files of albums have always been read.
         EXPECT_TRUE(app.desktop.questions[0].noIsDefault);
         EXPECT_EQ(app.folder.Exists("out/Band - Two.MP3"), true);
         EXPECT_EQ(app.folder.Read("out/Band - Debut.m3u"), areTitles ? "Band - Two.MP3\n" : "Band -.MP3\n");
     }
+}
+
+TEST_F(CDBaseWorkTest, NoToBothQuestionsAboutNames_IsTheWayBack) {
+    OpenWithTracks();
+    Toggle("chkDeleteAfterCompress");
+    Click("cmdOK");
+    ASSERT_EQ(app.desktop.questions.size(), 2U);
+    EXPECT_EQ(app.desktop.questions[1].text, "Begin without these titles?");
+    EXPECT_TRUE(app.desktop.questions[1].noIsDefault);
+    EXPECT_TRUE(app.processes.runs.empty());
+    EXPECT_TRUE(app.folder.Exists("in/Track02.WAV"));
+    EXPECT_EQ(Lines(), (Texts{"*01. One / Live (3:45)", "*02. Two (1:00)"}));
 }
 
 TEST_F(CDBaseWorkTest, NamesWithAnEmptyEnd_AreAskedAboutToo) {

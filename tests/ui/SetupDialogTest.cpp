@@ -3,8 +3,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTest>
+#include <QWheelEvent>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -385,6 +387,32 @@ TEST_F(SetupDialogTest, LanguageFile_IsBrowsedForAndInForceForTheNextWindow) {
     EXPECT_FALSE(app.desktop.boxes.empty());
     Open();
     EXPECT_EQ(FromQt(dialog->windowTitle()), "Kestrin Zeftaworks - Optionen");
+}
+
+TEST_F(SetupDialogTest, Wheel_PassesTheBoxesThatHaveNotTheFocus) {
+    Open();
+    Box("chkTrimSilence").setFocus();
+    const auto turn = [](QWidget& box) {
+        QWheelEvent wheel(QPointF(5, 5), QPointF(5, 5), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&box, &wheel);
+    };
+    for (const char* name : {"cmbPriorityClass", "cmbRenameTemplates", "cmbEncodeOggQuality"}) {
+        auto& box = Find<QComboBox>(name);
+        box.addItem("one more");
+        const int before = box.currentIndex();
+        turn(box);
+        EXPECT_EQ(box.currentIndex(), before) << name;
+    }
+    for (const char* name : {"udcNRLevel", "udcNRBelow", "udcNRAbove"}) {
+        auto& level = Find<QSpinBox>(name);
+        const int before = level.value();
+        turn(level);
+        EXPECT_EQ(level.value(), before) << name;
+        level.setFocus();
+        turn(level);
+        EXPECT_EQ(level.value(), before - 1) << name;
+    }
 }
 
 TEST_F(SetupDialogTest, EveryControl_HasANameForScreenReadersAndIsReachedByTab) {

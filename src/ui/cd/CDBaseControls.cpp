@@ -8,6 +8,7 @@
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
 #include "ui/info/Genres.h"
+#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 
@@ -61,6 +62,7 @@ CDBaseControls CDBaseBuilder::Build() {
     columns->addLayout(left);
     columns->addWidget(BuildAlbum(), 1);
     auto* rows = new QVBoxLayout(dialog_);
+    for (QComboBox* box : {form_.cmbDrive, form_.cmbBitRate, form_.cmbGenre}) GuardAgainstScrolling(box);
     rows->addWidget(form_.whole, 1);
     rows->addLayout(BuildProgress());
     rows->addLayout(BuildButtons());

@@ -1,6 +1,8 @@
 #include "ui/cd/CDBaseDialog.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
+#include <utility>
 
 #include "cd/CDSettings.h"
 #include "core/Boxes.h"
@@ -97,6 +99,9 @@ void CDBaseDialog::Connect() {
     connect(form_.cmbBitRate, &QComboBox::currentIndexChanged, this, &CDBaseDialog::cmbBitRate_Click);
     connect(form_.chkReduceLevel, &QCheckBox::clicked, this,
             [this](bool isChecked) { wantsReducedLevel_ = isChecked; });
+    for (QLineEdit* line : {form_.txtArtist, form_.txtAlbum, form_.txtYear, form_.cmbGenre->lineEdit()})
+        connect(line, &QLineEdit::textEdited, this, &CDBaseDialog::AlbumTyped);
+    connect(form_.cmbGenre, &QComboBox::activated, this, &CDBaseDialog::AlbumTyped);
     // The window has its keys ahead of them: a list of choices takes every letter, and so do some buttons
     // Enter.
     for (QWidget* control : findChildren<QWidget*>()) control->installEventFilter(this);
@@ -117,7 +122,20 @@ void CDBaseDialog::done(int result) {
 
 void CDBaseDialog::reject() {
     if (isBusy_) return cmdStop_Click();
-    QDialog::reject();
+    if (MayDiscard()) QDialog::reject();
+}
+
+void CDBaseDialog::closeEvent(QCloseEvent* event) {
+    closesBehindWork_ = isBusy_;
+    QDialog::closeEvent(event);
+}
+
+void CDBaseDialog::CloseIfAsked() {
+    if (std::exchange(closesBehindWork_, false)) reject();
+}
+
+bool CDBaseDialog::MayDiscard() {
+    return !isTyped_ || AskYesNo(app_, FromQt(Own(WindowText::CDDiscard)), Caption(), true);
 }
 
 // Keys and rules.
@@ -150,17 +168,27 @@ void CDBaseDialog::keyPressEvent(QKeyEvent* event) {
     if (!Form_KeyDown(*event)) QDialog::keyPressEvent(event);
 }
 
+/// The keys of the control that has the focus: true when it was one.
+bool CDBaseDialog::ControlKeyDown(QObject* control, const QKeyEvent& event) {
+    if (event.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier)) return false;
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (control == form_.lstTracks && (isEnter || event.key() == Qt::Key_F2)) {
+        if (!event.isAutoRepeat()) lstTracks_DblClick();
+        return true;
+    }
+    // None of the buttons is the default one, and yet whoever has gone to one means it.
+    auto* button = qobject_cast<QPushButton*>(control);
+    if (button == nullptr || !isEnter) return false;
+    if (!event.isAutoRepeat()) button->click();
+    return true;
+}
+
 bool CDBaseDialog::eventFilter(QObject* watched, QEvent* event) {
     if (watched == form_.cmbGenre && event->type() == QEvent::FocusOut) cmbGenre_LostFocus();
     if (event->type() == QEvent::KeyPress && watched->isWidgetType() &&
         static_cast<QWidget*>(watched)->window() == this) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (Form_KeyDown(*key)) return true;
-        const bool isEdit = key->key() == Qt::Key_F2 || key->key() == Qt::Key_Return;
-        if (isEdit && watched == form_.lstTracks && key->modifiers() == Qt::NoModifier) {
-            if (!key->isAutoRepeat()) lstTracks_DblClick();
-            return true;
-        }
+        if (Form_KeyDown(*key) || ControlKeyDown(watched, *key)) return true;
     }
     return QDialog::eventFilter(watched, event);
 }
@@ -312,6 +340,7 @@ void CDBaseDialog::ShowInfo(const CDInfo& info) {
     cd_.SetTracks(info.Tracks);
     cd_.SetLength(info.Length);
     ShowDisc();
+    AlbumKept();
 }
 
 // CD information files.
@@ -329,7 +358,7 @@ void CDBaseDialog::cmdSave_Click() {
     if (path.empty()) return;
     const std::string question = app_.messages.GetMessage(33109, app_.ansi.ToText(path));
     if (app_.files.FileExists(path) && !AskYesNo(app_, question, choice.title, true)) return;
-    CheckRuntimeError(app_, [&] { SaveCDInfo(app_, path, info); });
+    if (!CheckRuntimeError(app_, [&] { SaveCDInfo(app_, path, info); })) AlbumKept();
     SaveMainSettings(app_);
 }
 
@@ -348,6 +377,7 @@ void CDBaseDialog::LoadFile(const std::string& path) {
     // One that is not there would read as an album without anything, over the one that is shown.
     if (!app_.files.FileExists(path))
         return ShowWarning(app_, app_.messages.GetMessage(1009, app_.ansi.ToText(path)));
+    if (!MayDiscard()) return;
     CDInfo info = TakeInfo();
     if (CheckRuntimeError(app_, [&] { LoadCDInfo(app_, path, info); })) return;
     ShowInfo(info);

@@ -27,7 +27,8 @@ struct CDBaseServices {
 };
 
 /// frmCDBase: an audio CD, from its table of contents to tagged files. A ticked line of lstTracks is a
-/// selected track. While it works nothing but cmdStop can be used, and the window stays open.
+/// selected track. While it works nothing but cmdStop can be used; the window that is closed then ends the
+/// work first. What was typed for an album goes only with the person's word until it is saved or compressed.
 class CDBaseDialog : public QDialog, public BatchView {
     Q_OBJECT
 
@@ -45,6 +46,7 @@ class CDBaseDialog : public QDialog, public BatchView {
     void reject() override;
 
   protected:
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -55,6 +57,7 @@ class CDBaseDialog : public QDialog, public BatchView {
     void Form_Unload();
     /// Whether the key is one of the window's.
     bool Form_KeyDown(const QKeyEvent& event);
+    bool ControlKeyDown(QObject* control, const QKeyEvent& event);
     void Connect();
     void LoadDrives();
     void LoadModes();
@@ -79,11 +82,18 @@ class CDBaseDialog : public QDialog, public BatchView {
     void cmbGenre_LostFocus();
 
     void LoadFile(const std::string& path);
+    void ReadInfo();
     void ReadTracks();
     void StoreChoice(const CompressCDJob& job);
     bool Compress(const CompressCDJob& job, int& results);
     bool HasFolders();
-    void AskForNames(CompressCDJob& job);
+    /// False when the person goes back.
+    bool AskForNames(CompressCDJob& job);
+    /// Ahead of everything that puts another album in the place of this one.
+    bool MayDiscard();
+    void AlbumTyped() { isTyped_ = true; }
+    void AlbumKept() { isTyped_ = false; }
+    void CloseIfAsked();
     QString WordOfDatabase() const;
 
     CDInfo TakeInfo() const;
@@ -115,6 +125,10 @@ class CDBaseDialog : public QDialog, public BatchView {
     /// The progress is in thousandths, told by the reading itself.
     bool isReading_ = false;
     bool canCompress_ = false;
+    /// The person has entered what is neither in a file nor in tracks.
+    bool isTyped_ = false;
+    /// The window is to close as soon as the work has ended.
+    bool closesBehindWork_ = false;
     /// As bytes, while cmbDrive shows it.
     std::string drive_;
     /// The tick of chkReduceLevel while the encoder leaves no choice.

@@ -116,6 +116,12 @@ bool CDBaseDialog::Wait() {
 // The disc.
 
 void CDBaseDialog::cmdImportData_Click() {
+    if (!MayDiscard()) return;
+    ReadInfo();
+    CloseIfAsked();
+}
+
+void CDBaseDialog::ReadInfo() {
     cd_.Source = Drive();
     cd_.Access = DatabaseOfCD(app_);
     cd_.Access.ClientVersion = cd_.ClientVersion();
@@ -154,7 +160,10 @@ QString CDBaseDialog::WordOfDatabase() const {
 void CDBaseDialog::cmdSimulateCD_Click() {
     const auto count =
         CountOf(app_.desktop.AskInput(app_.messages.GetMessage(33111), app_.messages.GetMessage(33110), {}));
-    if (!count) return;
+    const auto& tracks = cd_.Tracks();
+    const bool hasNames =
+        std::any_of(tracks.begin(), tracks.end(), [](const CDTrack& track) { return !track.Name.empty(); });
+    if (!count || (hasNames && !MayDiscard())) return;
     cd_.SetLength(0);
     cd_.SetTracks({});
     std::vector<QString> lines;
@@ -177,6 +186,7 @@ void CDBaseDialog::lstTracks_DblClick() {
         app_.desktop.AskInput(app_.messages.GetMessage(33112), ApplicationTitle(), cd_.Tracks()[track].Name);
     if (answer.empty()) return;
     cd_.SetName(track, answer == " " ? "" : answer);
+    AlbumTyped();
     form_.lstTracks->item(row)->setText(ToQt(CDTrackLine(track + 1, cd_.Tracks()[track])));
 }
 
@@ -189,6 +199,7 @@ void CDBaseDialog::cmdCDDAE_Click() {
     const bool hasFailed = CheckRuntimeError(
         app_, [&] { isOutside = StartOutsideGrabber(app_, form_.txtSourceFolder->Path()); });
     if (!hasFailed && !isOutside) ReadTracks();
+    CloseIfAsked();
 }
 
 void CDBaseDialog::ReadTracks() {
@@ -212,7 +223,8 @@ void CDBaseDialog::ReadTracks() {
 // The job.
 
 /// Names without a division give files without a title, and what people and databases write is mostly so.
-void CDBaseDialog::AskForNames(CompressCDJob& job) {
+/// Escape says No to both questions, and must not begin what may delete the tracks.
+bool CDBaseDialog::AskForNames(CompressCDJob& job) {
     constexpr int NamesToShow = 5;
     const TrackAlbum album = {.Artist = job.Info.Artist, .IsCompilation = job.Info.Compilation != 0};
     int count = 0;
@@ -221,10 +233,11 @@ void CDBaseDialog::AskForNames(CompressCDJob& job) {
         if (!track.Selected || !IsFreeName(track.Name, album)) continue;
         if (++count <= NamesToShow) names += (names.empty() ? "" : "\n") + track.Name;
     }
-    if (count == 0) return;
+    if (count == 0) return true;
     if (count > NamesToShow) names += "\n...";
     job.NamesAreFree =
         AskYesNo(app_, FromQt(Own(WindowText::CDFreeNames).replace("%1", ToQt(names))), Caption(), true);
+    return job.NamesAreFree || AskYesNo(app_, FromQt(Own(WindowText::CDBeginWithout)), Caption(), true);
 }
 
 void CDBaseDialog::StoreChoice(const CompressCDJob& job) {
@@ -247,7 +260,7 @@ bool CDBaseDialog::Compress(const CompressCDJob& job, int& results) {
 void CDBaseDialog::cmdOK_Click() {
     if (!HasFolders()) return;
     CompressCDJob job = TakeJob();
-    AskForNames(job);
+    if (!AskForNames(job)) return;
     StoreChoice(job);
     Say({});
     int results = 0;
@@ -256,7 +269,10 @@ void CDBaseDialog::cmdOK_Click() {
     const auto count =
         std::count_if(job.Info.Tracks.begin(), job.Info.Tracks.end(), std::mem_fn(&CDTrack::Selected));
     Say(isDone ? Own(WindowText::CDCompressed).arg(results).arg(count) : Own(WindowText::CDStopped));
-    if (isDone && form_.chkShutdown->isChecked()) services_.powerOff();
+    if (isDone && results == count) AlbumKept();
+    // Who cancels during the last track wants to go on at the machine.
+    if (isDone && !isCancelled_ && form_.chkShutdown->isChecked()) services_.powerOff();
+    CloseIfAsked();
 }
 
 }  // namespace zefta

@@ -12,6 +12,7 @@
 #include "ui/QtText.h"
 #include "ui/setup/LevelBox.h"
 #include "ui/setup/SetupPages.h"
+#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 
@@ -115,6 +116,7 @@ void AddLabelled(QGridLayout* grid, const QString& text, QWidget* control, int c
 QComboBox* MakePriorityBox(SetupBinding& binding) {
     auto* box = new QComboBox;
     box->setObjectName("cmbPriorityClass");
+    GuardAgainstScrolling(box);
     for (std::size_t i = 0; i < PriorityClasses.size(); ++i) {
         const QString name = ToQt(PriorityClasses[i]);
         box->addItem(binding.Own(PriorityTexts[i]), name);
@@ -129,6 +131,7 @@ QComboBox* MakeTemplateBox(SetupBinding& binding) {
     constexpr int CharactersInSight = 30;
     auto* box = new QComboBox;
     box->setObjectName("cmbRenameTemplates");
+    GuardAgainstScrolling(box);
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);
     // A template must not become the longer one of the list that begins so.
@@ -161,6 +164,7 @@ QLayout* MakeProgramPart(SetupBinding& binding) {
 
 LevelBox* MakeLevel(SetupBinding& binding, const char* name, const char* textName, std::uint8_t& field) {
     auto* level = new LevelBox(name, textName, field);
+    GuardAgainstScrolling(level);
     binding.OnTake([level, &field] { field = level->Percent(); });
     return level;
 }

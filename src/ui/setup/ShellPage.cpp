@@ -8,6 +8,7 @@
 #include "core/ShellVerbs.h"
 #include "ui/QtText.h"
 #include "ui/setup/SetupPages.h"
+#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 
@@ -99,6 +100,7 @@ QCheckBox* MakeBox(SetupBinding& binding, const VerbBox& row, const QString& gro
 QLayout* WithQuality(SetupBinding& binding, QCheckBox* box) {
     auto* quality = new QComboBox;
     quality->setObjectName("cmbEncodeOggQuality");
+    GuardAgainstScrolling(quality);
     for (int i = 0; i <= HighestOggQuality; ++i) quality->addItem(QString::number(i));
     quality->setCurrentIndex(binding.options.OggQuality);
     quality->setAccessibleName(binding.Own(WindowText::SetupOggQuality));
