@@ -1,74 +1,15 @@
 #include <QAction>
-#include <QApplication>
-#include <QClipboard>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QInputMethodEvent>
-#include <QLineEdit>
 #include <QScrollBar>
-#include <QTest>
-#include <QVBoxLayout>
 
-#include <gtest/gtest.h>
-
-#include "support/TestApp.h"
-#include "ui/QtText.h"
-#include "ui/TypeKeys.h"
-#include "ui/grid/GridView.h"
+#include "ui/GridViewStage.h"
 
 namespace zefta::test {
 namespace {
 
-/// A grid between two lines of entry, worked by clicks and keys.
-class GridViewTest : public ::testing::Test {
-  protected:
-    GridViewTest() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(ahead);
-        column->addWidget(grid);
-        column->addWidget(behind);
-        model.Load({{"f1", "a1", "t1"}, {"f2", "a2", "t2"}, {"f3", "a3", "t3"}});
-        window.resize(600, 300);
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-        grid->setFocus();
-        grid->SelectCell(0, Artist);
-    }
-
-    static constexpr int Artist = 1;
-    static constexpr int Title = 2;
-
-    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-        QApplication::processEvents();
-    }
-    static void Type(const char* text) { TypeKeys(text); }
-
-    QPoint PlaceOf(int row, int column) { return grid->visualRect(model.index(row, column)).center(); }
-    void Click(int row, int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, modifiers, PlaceOf(row, column));
-    }
-
-    void DoubleClick(int row, int column) {
-        Click(row, column);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, PlaceOf(row, column));
-    }
-
-    QLineEdit& Text1() const { return *grid->findChild<QLineEdit*>("Text1"); }
-    std::pair<int, int> Current() const {
-        return {grid->currentIndex().row(), grid->currentIndex().column()};
-    }
-    const std::string& At(int row, int column) const { return model.TextAt(row, column); }
-    static std::string Clipboard() { return FromQt(QApplication::clipboard()->text()); }
-
-    TestApp app;
-    GridModel model{{{"File", true, 2}, {"Artist", false, 2}, {"Title", false, 2}}};
-    QWidget window;
-    QLineEdit* ahead = new QLineEdit;
-    GridView* grid = new GridView(app, model);
-    QLineEdit* behind = new QLineEdit;
-};
+class GridViewTest : public GridViewStage {};
 
 using Cell = std::pair<int, int>;
 
@@ -326,61 +267,6 @@ TEST_F(GridViewTest, CellsWithGaps_AreNeitherCopiedNorCut) {
     EXPECT_EQ(Clipboard(), "before");
     Key(Qt::Key_X, Qt::ControlModifier);
     EXPECT_FALSE(model.CanUndo());
-}
-
-TEST_F(GridViewTest, OneValueOverCellsApart_LeavesThoseBetween) {
-    QApplication::clipboard()->setText("Same");
-    Click(0, Artist);
-    Click(2, Artist, Qt::ControlModifier);
-    Key(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(At(0, Artist), "Same");
-    EXPECT_EQ(At(1, Artist), "a2");
-    EXPECT_EQ(At(2, Artist), "Same");
-    Key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_FALSE(model.CanUndo()) << "one step";
-}
-
-TEST_F(GridViewTest, BlockOverCellsApart_IsNotPasted) {
-    QApplication::clipboard()->setText("x\ty");
-    Click(0, Artist);
-    Click(2, Artist, Qt::ControlModifier);
-    Key(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_FALSE(model.CanUndo());
-}
-
-TEST_F(GridViewTest, HiddenValues_AreCopiedWithinTheGridAlone) {
-    const std::string two = std::string("first\0second", 12);
-    model.Load({{"f", two, "t"}, {"g", "", ""}});
-    grid->SelectCell(0, Artist);
-    grid->selectionModel()->select(model.index(0, Title), QItemSelectionModel::Select);
-    Key(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(Clipboard(), "first\tt");
-    grid->SelectCell(1, Artist);
-    Key(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(At(1, Title), "t");
-    EXPECT_TRUE(At(1, Artist).starts_with("first"));
-    EXPECT_TRUE(At(1, Artist).ends_with("second"));
-}
-
-TEST_F(GridViewTest, OldKeysOfTheClipboard_WorkAsWell) {
-    Key(Qt::Key_Insert, Qt::ControlModifier);
-    EXPECT_EQ(Clipboard(), "a1");
-    grid->SelectCell(1, Artist);
-    Key(Qt::Key_Insert, Qt::ShiftModifier);
-    EXPECT_EQ(At(1, Artist), "a1");
-    Key(Qt::Key_Delete, Qt::ShiftModifier);
-    EXPECT_EQ(At(1, Artist), "");
-    grid->SelectCell(2, Artist);
-    Key(Qt::Key_Backspace);
-    EXPECT_EQ(At(2, Artist), "");
-    EXPECT_FALSE(Text1().isVisible());
-}
-
-TEST_F(GridViewTest, CurrentCellWithoutSelection_IsCutWhole) {
-    grid->clearSelection();
-    Key(Qt::Key_X, Qt::ControlModifier);
-    EXPECT_EQ(Clipboard(), "a1");
-    EXPECT_EQ(At(0, Artist), "");
 }
 
 TEST_F(GridViewTest, CutAndDelete_ClearTheCells) {

@@ -1,5 +1,6 @@
 #include <QElapsedTimer>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <filesystem>
@@ -197,6 +198,44 @@ TEST_F(RenameDialogTest, Preview_TellsWhereTheWorkWouldEnd) {
     Open();
     Rows();
     EXPECT_NE(Summary().find("The work would end there:"), std::string::npos) << Summary();
+}
+
+TEST_F(RenameDialogTest, Preview_StandsInTheOrderOfTheList) {
+    app.folder.Write("music/list.m3u", "b.mp3\nC.mp3\n");
+    for (const char* name : {"C", "b", "D", "a", "e", "F"}) MakeSong(name + std::string(".mp3"), name);
+    Open();
+    Find<QCheckBox>("chkUpdatePlaylists").setChecked(true);
+    Rows();
+    const QAbstractItemModel& model = *Find<QTableView>("lvPreview").model();
+    Texts names;
+    for (int row = 0; row < model.rowCount(); ++row)
+        names.push_back(FromQt(model.index(row, 0).data().toString()));
+    EXPECT_EQ(names, (Texts{"a.mp3", "b.mp3", "C.mp3", "D.mp3", "e.mp3", "F.mp3", "list.m3u"}));
+}
+
+TEST_F(RenameDialogTest, Preview_ShowsItsNotesAndLeavesTheNamesTheirRoom) {
+    MakeSong("a.mp3", "T");
+    app.folder.Write("music/" + std::string(200, 'x') + ".mp3", Mp3().Bytes());
+    const std::string frames = TextFrame("TPE1", "A") + TextFrame("TIT2", "T") + TextFrame("TRCK", "3/12");
+    app.folder.Write("music/" + std::string(200, 'y') + ".mp3",
+                     Mp3().InFront(Id3v2(frames, 200)).Behind(Id3v1{.title = "T"}.Bytes()).Bytes());
+    Open();
+    Rows();
+    const auto& table = Find<QTableView>("lvPreview");
+    QCoreApplication::processEvents();
+    EXPECT_GT(table.columnWidth(2), table.fontMetrics().horizontalAdvance("holds neither"));
+    EXPECT_GT(table.columnWidth(0), table.viewport()->width() / 6);
+    EXPECT_FALSE(table.horizontalScrollBar()->isVisible());
+}
+
+TEST_F(RenameDialogTest, RuleByTemplate_HasItsNumberForAKeyAsTheOthers) {
+    Open();
+    for (const int rule : {3, 6, 1}) {
+        QTest::keyClick(dialog.get(), static_cast<Qt::Key>(Qt::Key_0 + rule), Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return Find<QRadioButton>("optFormat" + std::to_string(rule)).isChecked(); }, 5000))
+            << rule;
+    }
 }
 
 TEST_F(RenameDialogTest, TenThousandFiles_NeverHoldTheDialogUp) {

@@ -129,4 +129,28 @@ std::vector<CellChange> PasteChanges(const CellBlock& block, const CellRange& ta
     return changes;
 }
 
+std::size_t PastedBytes(const CellBlock& block, std::size_t cells) {
+    std::size_t bytes = 0;
+    std::size_t count = 0;
+    for (const auto& row : block) {
+        count += row.size();
+        for (const std::string& cell : row) bytes += cell.size();
+    }
+    const std::size_t copies = count == 0 ? 0 : (cells + count - 1) / count;
+    return bytes * std::max<std::size_t>(copies, 1);
+}
+
+CellRange BoundsOf(const std::vector<CellChange>& changes) {
+    if (changes.empty()) return {};
+    const CellChange& first = changes.front();
+    CellRange range = {first.row, first.column, first.row, first.column};
+    for (const CellChange& change : changes) {
+        range.top = std::min(range.top, change.row);
+        range.bottom = std::max(range.bottom, change.row);
+        range.left = std::min(range.left, change.column);
+        range.right = std::max(range.right, change.column);
+    }
+    return range;
+}
+
 }  // namespace zefta

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,5 +44,11 @@ CellBlock BlockOfText(std::string_view text);
 /// times is repeated, any other stands once at the target's first cell, cut at the end of the grid. A cell
 /// is one line: line ends in it become blanks.
 std::vector<CellChange> PasteChanges(const CellBlock& block, const CellRange& target, const CellRange& grid);
+
+/// Bytes of text in all changes that pasting the block to so many cells makes, at most.
+std::size_t PastedBytes(const CellBlock& block, std::size_t cells);
+
+/// Around all the cells; empty without changes.
+CellRange BoundsOf(const std::vector<CellChange>& changes);
 
 }  // namespace zefta

@@ -25,19 +25,6 @@ std::string_view BeginningOf(std::string_view text) {
     return text.substr(0, end);
 }
 
-CellRange BoundsOf(const std::vector<CellChange>& changes) {
-    if (changes.empty()) return {};
-    const CellChange& first = changes.front();
-    CellRange range = {first.row, first.column, first.row, first.column};
-    for (const CellChange& change : changes) {
-        range.top = std::min(range.top, change.row);
-        range.bottom = std::max(range.bottom, change.row);
-        range.left = std::min(range.left, change.column);
-        range.right = std::max(range.right, change.column);
-    }
-    return range;
-}
-
 }  // namespace
 
 GridModel::GridModel(std::vector<GridColumn> columns, QObject* parent)

@@ -25,6 +25,9 @@ namespace {
 /// A line of entry takes seconds for each million characters.
 constexpr qsizetype LongestCell = 100'000;
 
+/// Bytes: a text of some megabytes, pasted to all cells of many files, would take all memory there is.
+constexpr std::size_t MostPasted = 64 * 1024 * 1024;
+
 /// Cells with what is not shown of them: other programs end a text at a NUL.
 constexpr auto CellsFormat = "application/x-zefta-cells";
 
@@ -183,7 +186,12 @@ void GridView::StoreEdit() {
     const int column = edited_.column();
     const QString text = editor_->text();
     Close();
-    if (text != model_.ShownAt(row, column)) model_.Change({{row, column, FromQt(text)}});
+    if (text == model_.ShownAt(row, column)) return;
+    std::string typed = FromQt(text);
+    // Further values of the field, which nobody has seen, are not what was edited; no text means no value.
+    const std::string& whole = model_.TextAt(row, column);
+    if (!typed.empty()) typed += whole.substr(ShownText(whole).size());
+    model_.Change({{row, column, typed}});
 }
 
 void GridView::OnStored(CellMove move) {
@@ -359,6 +367,10 @@ void GridView::Paste() {
     const CellBlock block = BlockOfText(copied.hasFormat(CellsFormat) ? copied.data(CellsFormat).toStdString()
                                                                       : FromQt(copied.text()));
     const QModelIndexList cells = SelectedCells();
+    if (PastedBytes(block, static_cast<std::size_t>(cells.size())) > MostPasted) {
+        QApplication::beep();
+        return;
+    }
     const CellRange target = SelectedRange();
     const bool hasGaps = cells.size() != qsizetype{target.RowCount()} * target.ColumnCount();
     if (hasGaps) {
@@ -367,7 +379,7 @@ void GridView::Paste() {
     }
     const std::vector<CellChange> changes = PasteChanges(block, target, model_.Whole());
     if (changes.empty() || !model_.Change(changes)) return;
-    SelectRange({target.top, target.left, changes.back().row, changes.back().column});
+    SelectRange(BoundsOf(changes));
 }
 
 /// The cells between the selected ones stay as they are.

@@ -49,7 +49,8 @@ class GridView : public QTableView {
     /// The selected cells must make up whole rows and columns, which may lie apart; a beep and false
     /// otherwise.
     bool Copy() const;
-    /// One value goes to all selected cells; more need a selection without gaps, or there is a beep.
+    /// One value goes to all selected cells; more need a selection without gaps, or there is a beep, as for
+    /// more than 64 MiB of text.
     void Paste();
     void Clear();
 

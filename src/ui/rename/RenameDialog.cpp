@@ -6,7 +6,6 @@
 #include <QHeaderView>
 #include <QRadioButton>
 #include <QStyle>
-#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <limits>
@@ -17,6 +16,7 @@
 #include "ui/WindowTexts.h"
 #include "ui/main/MenuTable.h"
 #include "ui/rename/RenamePreviewModel.h"
+#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 
@@ -108,7 +108,10 @@ QGroupBox* RenameDialog::MakeRules() {
     auto* layout = new QVBoxLayout(group);
     for (const IndexedRow& row : RuleRows()) {
         const QString text = row.index == RuleByTemplate ? Text(34001) : QString(row.caption);
-        layout->addWidget(AddOption(formats_, row.index, "optFormat", text));
+        QRadioButton* option = AddOption(formats_, row.index, "optFormat", text);
+        // The numbers of the other rules are letters of their texts.
+        if (row.index == RuleByTemplate) option->setShortcut(QKeySequence(Qt::ALT | Qt::Key_6));
+        layout->addWidget(option);
     }
     layout->addWidget(MakeTemplateLine());
     return group;
@@ -118,6 +121,7 @@ QWidget* RenameDialog::MakeTemplateLine() {
     constexpr int CharactersInSight = 30;
     cmbRenameTemplates_ = new QComboBox;
     cmbRenameTemplates_->setObjectName("cmbRenameTemplates");
+    GuardAgainstScrolling(cmbRenameTemplates_);
     cmbRenameTemplates_->setEditable(true);
     cmbRenameTemplates_->setInsertPolicy(QComboBox::NoInsert);
     // A template must not become the longer one of the list that begins so.
@@ -171,31 +175,31 @@ QGroupBox* RenameDialog::MakeFiles() {
 QGroupBox* RenameDialog::MakePreview() {
     constexpr int RowsInSight = 8;
     auto* group = new QGroupBox(OwnText(app_, WindowText::RenamePreview));
-    auto* table = new QTableView;
-    table->setObjectName("lvPreview");
-    table->setAccessibleName(group->title());
-    table->setModel(model_);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_ = new QTableView;
+    table_->setObjectName("lvPreview");
+    table_->setAccessibleName(group->title());
+    table_->setModel(model_);
+    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     // The tab key goes through the dialog.
-    table->setTabKeyNavigation(false);
-    table->setWordWrap(false);
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    const int rowHeight = table->fontMetrics().lineSpacing() + 4;
-    table->verticalHeader()->setDefaultSectionSize(rowHeight);
-    table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table_->setTabKeyNavigation(false);
+    table_->setWordWrap(false);
+    table_->verticalHeader()->hide();
+    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    const int rowHeight = table_->fontMetrics().lineSpacing() + 4;
+    table_->verticalHeader()->setDefaultSectionSize(rowHeight);
+    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     // Mostly empty: the names have the room until there is something to note about those in sight.
-    table->horizontalHeader()->setSectionResizeMode(RenamePreviewModel::Note, QHeaderView::ResizeToContents);
-    table->horizontalHeader()->setResizeContentsPrecision(0);
-    table->setMinimumHeight(rowHeight * RowsInSight / 2);
+    table_->horizontalHeader()->setSectionResizeMode(RenamePreviewModel::Note, QHeaderView::ResizeToContents);
+    table_->horizontalHeader()->setResizeContentsPrecision(0);
+    table_->setMinimumHeight(rowHeight * RowsInSight / 2);
     lblPreview_ = new QLabel;
     lblPreview_->setObjectName("lblPreview");
     lblPreview_->setTextFormat(Qt::PlainText);
     // What ends a rename may name a long path: told whole in the tool tip, it must not widen the window.
     lblPreview_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* layout = new QVBoxLayout(group);
-    layout->addWidget(table, 1);
+    layout->addWidget(table_, 1);
     layout->addWidget(lblPreview_);
     return group;
 }
@@ -298,12 +302,27 @@ void RenameDialog::TakePreview() {
 }
 
 void RenameDialog::ShowSummary() {
+    model_->SortAsList();
+    FitNotes();
     QString summary =
         OwnText(app_, WindowText::RenameSummary).arg(model_->RenamedCount()).arg(model_->KeptCount());
     if (const auto failure = preview_.Failure())
         summary += "\n" + OwnText(app_, WindowText::RenameWouldEnd) + " " + ToQt(app_.ansi.ToText(*failure));
     lblPreview_->setText(summary);
     lblPreview_->setToolTip(summary.toHtmlEscaped());
+}
+
+/// The header takes no notice of rows that come; and a long note must leave the names their room.
+void RenameDialog::FitNotes() {
+    QHeaderView* header = table_->horizontalHeader();
+    header->setMaximumSectionSize(
+        std::max(table_->viewport()->width() * 3 / 5, header->minimumSectionSize()));
+    header->setSectionResizeMode(RenamePreviewModel::Note, QHeaderView::ResizeToContents);
+}
+
+void RenameDialog::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    FitNotes();
 }
 
 void RenameDialog::done(int result) {

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableView>
 #include <QTimer>
 #include <string>
 #include <vector>
@@ -42,6 +43,9 @@ class RenameDialog : public QDialog {
     /// The preview ends with the dialog.
     void done(int result) override;
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     QGroupBox* MakeRules();
     QWidget* MakeTemplateLine();
@@ -59,6 +63,7 @@ class RenameDialog : public QDialog {
     void BeginPreview();
     void TakePreview();
     void ShowSummary();
+    void FitNotes();
 
     QString Text(std::int32_t message) const;
 
@@ -72,6 +77,7 @@ class RenameDialog : public QDialog {
     QLineEdit* txtMask_ = nullptr;
     QCheckBox* chkProcessSubfolders_ = nullptr;
     QCheckBox* chkUpdatePlaylists_ = nullptr;
+    QTableView* table_ = nullptr;
     QLabel* lblPreview_ = nullptr;
     QPushButton* okButton_ = nullptr;
     QPushButton* cancelButton_ = nullptr;

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "platform/Text.h"
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
 
@@ -54,6 +55,33 @@ void RenamePreviewModel::Append(std::vector<PreviewedRename> lines) {
     for (const PreviewedRename& line : lines) Count(line);
     std::move(lines.begin(), lines.end(), std::back_inserter(lines_));
     endInsertRows();
+}
+
+void RenamePreviewModel::SortAsList() {
+    struct Place {
+        bool isPlaylist;
+        std::string text;
+        std::size_t row;
+        auto operator<=>(const Place&) const = default;
+    };
+    std::vector<Place> places;
+    for (std::size_t row = 0; row < lines_.size(); ++row) {
+        const bool isPlaylist = lines_[row].kind == PreviewedRename::Kind::Playlist;
+        places.push_back({isPlaylist, ToLower(app_.ansi.ToText(lines_[row].oldName)), row});
+    }
+    std::sort(places.begin(), places.end());
+    emit layoutAboutToBeChanged();
+    std::vector<PreviewedRename> sorted;
+    std::vector<int> newRows(lines_.size());
+    for (const Place& place : places) {
+        newRows[place.row] = static_cast<int>(sorted.size());
+        sorted.push_back(std::move(lines_[place.row]));
+    }
+    lines_ = std::move(sorted);
+    for (const QModelIndex& former : persistentIndexList())
+        changePersistentIndex(former,
+                              index(newRows.at(static_cast<std::size_t>(former.row())), former.column()));
+    emit layoutChanged();
 }
 
 int RenamePreviewModel::rowCount(const QModelIndex& parent) const {
