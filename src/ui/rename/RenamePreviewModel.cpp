@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "library/FolderListing.h"
 #include "platform/Text.h"
 #include "ui/QtText.h"
 #include "ui/WindowTexts.h"
@@ -59,15 +60,16 @@ void RenamePreviewModel::Append(std::vector<PreviewedRename> lines) {
 
 void RenamePreviewModel::SortAsList() {
     struct Place {
-        bool isPlaylist;
-        std::string text;
+        std::string order;
+        std::string name;
         std::size_t row;
         auto operator<=>(const Place&) const = default;
     };
     std::vector<Place> places;
     for (std::size_t row = 0; row < lines_.size(); ++row) {
-        const bool isPlaylist = lines_[row].kind == PreviewedRename::Kind::Playlist;
-        places.push_back({isPlaylist, ToLower(app_.ansi.ToText(lines_[row].oldName)), row});
+        const std::string& name = lines_[row].oldName;
+        const ListEntry entry = {name, ListKindOf(name).value_or(ListKind::MP3)};
+        places.push_back({ToLower(SortOrder(entry, app_.ansi)), name, row});
     }
     std::sort(places.begin(), places.end());
     emit layoutAboutToBeChanged();

@@ -20,7 +20,7 @@ class RenamePreviewModel : public QAbstractTableModel {
     void Clear();
     void Append(std::vector<PreviewedRename> lines);
     /// As the list of the main window stands: the disk has an order of its own, in which they come and are
-    /// numbered. Playlists last.
+    /// numbered.
     void SortAsList();
     /// How many files get a new name, and how many keep theirs.
     int RenamedCount() const { return renamed_; }
