@@ -53,8 +53,8 @@ TEST_F(UnstoredSettings, Options_AreToldAndStayToBeTriedAgain) {
     dialog.findChild<QCheckBox*>("chkDeleteAfterCompress")->setFocus();
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
     ExpectOneFailure();
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_TRUE(dialog.isEnabled());
+    ASSERT_TRUE(dialog.isVisible() && dialog.isEnabled());
+    ASSERT_NE(dialog.focusWidget(), nullptr);
     EXPECT_EQ(FromQt(dialog.focusWidget()->objectName()), "chkDeleteAfterCompress");
     EXPECT_TRUE(desktops.calls.empty());
     EXPECT_FALSE(app.state.DeleteAfterCompress);
