@@ -198,8 +198,8 @@ TEST_F(BatchFailure, Encoding_KeepsTheSourceWhoseTagsCannotBeWritten) {
     EXPECT_EQ(ArtistOf("c.MP3"), "New|New");
     EXPECT_EQ(app.files.List(app.folder.Path()).size(), 4U) << "three outputs and a source";
     disk.refused.clear();
-    // To encode, and over what the first time has left.
-    app.desktop.answers = {true, true};
+    // Nobody is asked about what the first time has left.
+    app.desktop.answers = {true};
     Press(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_FALSE(app.folder.Exists("b.wav"));
@@ -222,8 +222,8 @@ TEST_F(BatchFailure, Encoding_LeftAtTheBoxOfTheFailure_KeepsTheRowsThatAreLeft) 
     EXPECT_EQ(dialog.findChild<GridView*>("flxFiles")->model()->rowCount(), 2);
     app.desktop.asksToCancel = {};
     disk.refused.clear();
-    // To encode, and over what the first time has left.
-    app.desktop.answers = {true, true};
+    // Nobody is asked about what the first time has left.
+    app.desktop.answers = {true};
     Press(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(told, waves);

@@ -162,7 +162,9 @@ bool EncodeDialog::Encode() {
 bool EncodeDialog::MayReplace() {
     constexpr std::size_t NamesToShow = 8;
     App& app = Application();
-    const auto names = FilesToReplace(app, folder_, table_.Rows(), Choice());
+    EncodingChoice choice = Choice();
+    choice.Made.insert(outputsOfRuns_.begin(), outputsOfRuns_.end());
+    const auto names = FilesToReplace(app, folder_, table_.Rows(), choice);
     if (names.empty()) return true;
     QStringList shown;
     for (std::size_t i = 0; i < names.size() && i < NamesToShow; ++i)
@@ -185,6 +187,8 @@ void EncodeDialog::OKButton_Click() {
     CheckRuntimeError(app, [&] { ExpectStored(app.userSettings); });
     const bool hasFiles = !table_.Rows().empty();
     const bool isAll = Encode();
+    for (const TagRow& row : table_.Rows())
+        outputsOfRuns_.insert(EncodedOutputPath(app.state, folder_, row.Cells[FileColumn]));
     // Who cancels during the last file wants to go on at the machine.
     wantsPowerOff_ = isAll && hasFiles && !IsCancelled() && chkShutdown_->isChecked();
     const std::size_t left = table_.Rows().size();

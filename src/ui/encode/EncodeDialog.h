@@ -65,6 +65,8 @@ class EncodeDialog : public BatchDialog {
     TagTable table_;
     /// Outputs of this dialog so far.
     std::set<std::string> made_;
+    /// What was left behind by rows that are still here, or was allowed to be written over.
+    std::set<std::string> outputsOfRuns_;
     bool wantsPowerOff_ = false;
 };
 
