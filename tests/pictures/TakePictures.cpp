@@ -261,7 +261,7 @@ void TakeProgress(App& app, PictureDesktop& desktop, const std::string& demo) {
     app.state.ShowExecuteWindows = true;
     WaveTrimJob(app);
     if (!desktop.IsDone()) throw std::runtime_error("the trim dialog was never shown");
-    desktop.TakeProgressAs("copy", 20);
+    desktop.TakeProgressAs("copy", 36);
     const std::string target = JoinPath(demo, "copies");
     app.files.CreateFolder(target);
     CopyPlaylist(app, JoinPath(demo, "Northern Line.m3u"), target);

@@ -193,6 +193,9 @@ QGroupBox* RenameDialog::MakePreview() {
     table_->horizontalHeader()->setSectionResizeMode(RenamePreviewModel::Note, QHeaderView::ResizeToContents);
     table_->horizontalHeader()->setResizeContentsPrecision(0);
     table_->setMinimumHeight(rowHeight * RowsInSight / 2);
+    // Two names of usual length and a note.
+    constexpr int LettersInSight = 105;
+    table_->setMinimumWidth(table_->fontMetrics().averageCharWidth() * LettersInSight);
     lblPreview_ = new QLabel;
     lblPreview_->setObjectName("lblPreview");
     lblPreview_->setTextFormat(Qt::PlainText);
