@@ -8,6 +8,7 @@
 #include "support/TagBuilders.h"
 #include "support/TestApp.h"
 #include "support/WavBuilder.h"
+#include "toolkit/DialogAtHand.h"
 #include "ui/CommandStage.h"
 #include "ui/TypeKeys.h"
 #include "ui/encode/EncodeDialog.h"
@@ -59,17 +60,6 @@ class BatchFailure : public ::testing::Test {
         for (const std::string& name : Songs) app.folder.Write(name, SongBytes);
     }
 
-    template <typename Dialog>
-    static void Show(Dialog& dialog) {
-        dialog.show();
-        dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    }
-
-    static void Press(QWidget& dialog, const char* button) {
-        QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
-    }
-
     void ExpectOneFailure() {
         ASSERT_EQ(app.desktop.boxes.size(), 1U);
         EXPECT_TRUE(app.desktop.boxes[0].text.starts_with("Error #61")) << app.desktop.boxes[0].text;
@@ -109,18 +99,18 @@ TEST_F(BatchFailure, MassiveTags_TheOthersAreWrittenAndTheDialogCloses) {
         told.clear();
         app.desktop.boxes.clear();
         ChangeTagsDialog dialog(app, {app.folder.Path(), Songs, Songs}, tell, nullptr);
-        Show(dialog);
+        ShowInFront(dialog);
         QTest::keyClicks(dialog.findChild<QLineEdit*>("txtArtist"), "New");
-        Press(dialog, "OKButton");
+        ClickOn(dialog, "OKButton");
         EXPECT_FALSE(dialog.isVisible());
         ExpectOneFailure();
         ExpectAllButTheMiddle();
     }
     disk.refused.clear();
     ChangeTagsDialog dialog(app, {app.folder.Path(), Songs, Songs}, tell, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     QTest::keyClicks(dialog.findChild<QLineEdit*>("txtArtist"), "New");
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_EQ(ArtistOf("b.mp3"), "New|New") << "as soon as there is room";
 }
 
@@ -129,16 +119,16 @@ TEST_F(BatchFailure, MassiveTags_LeftAtTheBoxOfTheFailure_GoOnWithTheRest) {
     disk.refused = "b.mp3";
     app.desktop.asksToCancel = [this] { return !app.desktop.boxes.empty(); };
     ChangeTagsDialog dialog(app, {app.folder.Path(), Songs, Songs}, tell, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     QTest::keyClicks(dialog.findChild<QLineEdit*>("txtArtist"), "New");
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(ArtistOf("c.mp3"), "Old|");
     EXPECT_EQ(FromQt(dialog.findChild<QLineEdit*>("txtArtist")->text()), "New");
     EXPECT_TRUE(dialog.findChild<QPushButton*>("OKButton")->isEnabled());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     app.desktop.asksToCancel = {};
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(ArtistOf("c.mp3"), "New|New");
 }
@@ -148,14 +138,14 @@ TEST_F(BatchFailure, AdvancedTags_TheOthersAreWrittenAndTheDialogStaysForTheOne)
     disk.refused = "b.mp3";
     const std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Songs).value();
     ChangeTagsExDialog dialog(app, app.folder.Path(), rows, tell, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     QTest::keyClicks(dialog.findChild<QLineEdit*>("txtDefArtist"), "New");
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_TRUE(dialog.isVisible());
     ExpectOneFailure();
     ExpectAllButTheMiddle();
     disk.refused.clear();
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(ArtistOf("b.mp3"), "New|New");
 }
@@ -166,14 +156,14 @@ TEST_F(BatchFailure, AdvancedTags_LeftAtTheBoxOfTheFailure_KeepWhatWasTyped) {
     app.desktop.asksToCancel = [this] { return !app.desktop.boxes.empty(); };
     const std::vector<TagRow> rows = LoadTagRows(app, app.folder.Path(), Songs).value();
     ChangeTagsExDialog dialog(app, app.folder.Path(), rows, tell, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     QTest::keyClicks(dialog.findChild<QLineEdit*>("txtDefArtist"), "New");
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(app.folder.Read("c.mp3") == SongBytes);
     app.desktop.asksToCancel = {};
     disk.refused.clear();
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     for (const std::string& name : Songs) EXPECT_EQ(ArtistOf(name), "New|New") << name;
 }
@@ -183,11 +173,11 @@ TEST_F(BatchFailure, Encoding_KeepsTheSourceWhoseTagsCannotBeWritten) {
     for (const std::string& name : waves) app.folder.Write(name, Wav().Tone(17640).Bytes());
     disk.refused = "b.MP3";
     EncodeDialog dialog(app, app.folder.Path(), waves, {[](const std::string&) {}, tell}, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     QTest::keyClicks(dialog.findChild<QLineEdit*>("txtDefArtist"), "New");
     dialog.findChild<QCheckBox*>("chkDeleteAfterCompress")->setChecked(true);
     app.desktop.answers = {true};
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_TRUE(dialog.isVisible()) << "with what was typed for the one";
     EXPECT_EQ(dialog.findChild<GridView*>("flxFiles")->model()->rowCount(), 1);
     ExpectOneFailure();
@@ -200,7 +190,7 @@ TEST_F(BatchFailure, Encoding_KeepsTheSourceWhoseTagsCannotBeWritten) {
     disk.refused.clear();
     // Nobody is asked about what the first time has left.
     app.desktop.answers = {true};
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_FALSE(app.folder.Exists("b.wav"));
     EXPECT_EQ(ArtistOf("b.MP3"), "New|New");
@@ -212,10 +202,10 @@ TEST_F(BatchFailure, Encoding_LeftAtTheBoxOfTheFailure_KeepsTheRowsThatAreLeft) 
     disk.refused = "b.MP3";
     app.desktop.asksToCancel = [this] { return !app.desktop.boxes.empty(); };
     EncodeDialog dialog(app, app.folder.Path(), waves, {[](const std::string&) {}, tell}, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     dialog.findChild<QCheckBox*>("chkShutdown")->setChecked(true);
     app.desktop.answers = {true};
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_FALSE(dialog.WantsPowerOff());
     EXPECT_EQ(told, FileNames{"a.wav"});
@@ -224,7 +214,7 @@ TEST_F(BatchFailure, Encoding_LeftAtTheBoxOfTheFailure_KeepsTheRowsThatAreLeft) 
     disk.refused.clear();
     // Nobody is asked about what the first time has left.
     app.desktop.answers = {true};
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(told, waves);
 }

@@ -18,6 +18,7 @@
 #include "support/FakeDisc.h"
 #include "support/Mp3Builder.h"
 #include "support/TestApp.h"
+#include "toolkit/DialogAtHand.h"
 #include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "ui/cd/CDBaseDialog.h"
@@ -42,9 +43,7 @@ class CDBaseStage : public ::testing::Test {
 
     void Open() {
         dialog = std::make_unique<CDBaseDialog>(app, CDBaseServices{disc, database, [this] { ++powerOffs; }});
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ShowInFront(*dialog);
     }
 
     template <typename Control>

@@ -5,6 +5,7 @@
 #include "support/Mp3Builder.h"
 #include "support/OggBuilder.h"
 #include "support/TagBuilders.h"
+#include "toolkit/DialogAtHand.h"
 #include "ui/FileInfoStage.h"
 #include "ui/TypeKeys.h"
 #include "ui/WindowTexts.h"
@@ -30,9 +31,7 @@ class ChangeTagsDialogTest : public FileInfoStage<ChangeTagsDialog> {
                 if (whenTold) whenTold();
             },
             nullptr);
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ShowInFront(*dialog);
     }
 
     ID3Tag Tag(const std::string& name) { return wave.GetMP3FileInfo(app.folder / name); }

@@ -5,6 +5,7 @@
 
 #include "support/Mp3Builder.h"
 #include "support/TagBuilders.h"
+#include "toolkit/DialogAtHand.h"
 #include "ui/FileInfoStage.h"
 #include "ui/TypeKeys.h"
 #include "ui/tags/ChangeTagsExDialog.h"
@@ -30,9 +31,7 @@ class ChangeTagsExDialogTest : public FileInfoStage<ChangeTagsExDialog> {
                 if (whenTold) whenTold();
             },
             nullptr);
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ShowInFront(*dialog);
     }
 
     GridView& Grid() const { return *Find<GridView>("flxFiles"); }

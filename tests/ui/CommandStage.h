@@ -18,6 +18,7 @@
 
 #include "support/Mp3Builder.h"
 #include "support/TestApp.h"
+#include "toolkit/DialogAtHand.h"
 #include "ui/QtText.h"
 #include "ui/list/FolderBrowser.h"
 #include "ui/list/StatusPanels.h"
@@ -55,9 +56,7 @@ class CommandStage : public ::testing::Test {
     void Open() {
         window = std::make_unique<MainWindow>(app);
         window->resize(900, 600);
-        window->show();
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        ShowInFront(*window);
         Browser().FinishScan();
         Browser().View()->setFocus();
     }

@@ -5,6 +5,7 @@
 #include "platform/CommandText.h"
 #include "support/Mp3Builder.h"
 #include "support/WavBuilder.h"
+#include "toolkit/DialogAtHand.h"
 #include "ui/FileInfoStage.h"
 #include "ui/TypeKeys.h"
 #include "ui/encode/EncodeDialog.h"
@@ -29,9 +30,7 @@ class EncodeDialogTest : public FileInfoStage<EncodeDialog> {
         SelectionWatch watch = {[this](const std::string& text) { statuses.push_back(text); },
                                 [this](const std::string& name) { encoded.push_back(name); }};
         dialog = std::make_unique<EncodeDialog>(app, app.folder.Path(), names, watch, nullptr);
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ShowInFront(*dialog);
     }
 
     GridView& Grid() const { return *Find<GridView>("flxFiles"); }

@@ -1,3 +1,4 @@
+#include "toolkit/EventCounter.h"
 #include "ui/FileInfoMP3Stage.h"
 #include "ui/info/ShowFileInformation.h"
 
@@ -110,28 +111,15 @@ TEST_F(FileInfoMP3Test, YearThatIsNoNumber_KeepsTheFocus) {
     }
 }
 
-/// Counts how often a widget gets the focus.
-class FocusCounter : public QObject {
-  public:
-    int gained = 0;
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::FocusIn) ++gained;
-        return QObject::eventFilter(watched, event);
-    }
-};
-
 TEST_F(FileInfoMP3Test, TwoYearsThatAreNoNumbers_DoNotFightForTheFocus) {
     Open("a.mp3", Stream() + Id3v1{.title = "T", .year = "19x9"}.Bytes());
     Click("cmdCopy1to2");
     Type("txtYear", "18x8");
-    FocusCounter counter;
-    Line("txtYear")->installEventFilter(&counter);
+    const EventCounter gained(*Line("txtYear"), QEvent::FocusIn);
     QTest::mouseClick(Line("txtYear2"), Qt::LeftButton);
     QTest::qWait(50);
     EXPECT_EQ(Focus(), "txtYear");
-    EXPECT_EQ(counter.gained, 1);
+    EXPECT_EQ(gained.Count(), 1);
 }
 
 TEST_F(FileInfoMP3Test, YearThatIsNoNumber_IsNotSaved) {
@@ -380,25 +368,12 @@ TEST_F(FileInfoMP3Test, TrackNumberThatIsNone_IsToldAndLeavesTheDialogOpen) {
     EXPECT_EQ(app.folder.Read("a.mp3"), Stream());
 }
 
-/// Counts how often a widget is shown.
-class ShowCounter : public QObject {
-  public:
-    int shown = 0;
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Show) ++shown;
-        return QObject::eventFilter(watched, event);
-    }
-};
-
 TEST_F(FileInfoMP3Test, WriteNote_IsShownWhileTheFileIsWritten) {
     Open("a.mp3", Stream());
     EXPECT_EQ(LabelOf("lblWriteNote"), "Updating file... please wait...");
-    ShowCounter counter;
-    Find<QLabel>("lblWriteNote")->installEventFilter(&counter);
+    const EventCounter shown(*Find<QLabel>("lblWriteNote"), QEvent::Show);
     Click("OKButton");
-    EXPECT_EQ(counter.shown, 1);
+    EXPECT_EQ(shown.Count(), 1);
     EXPECT_TRUE(Find<QLabel>("lblWriteNote")->isHidden());
 }
 

@@ -5,24 +5,13 @@
 #include "core/GenreTable.h"
 #include "support/MpcBuilder.h"
 #include "support/OggBuilder.h"
+#include "toolkit/EventCounter.h"
 #include "ui/FileInfoMP3Stage.h"
 #include "ui/info/MPEGplusFileInfo.h"
 #include "ui/info/OggFileInfo.h"
 
 namespace zefta::test {
 namespace {
-
-/// Counts how often a label is shown.
-class NoteCounter : public QObject {
-  public:
-    int shown = 0;
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Show) ++shown;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 TEST_F(FileInfoMP3Test, GenresWithIDs_AreTheWholeTableByItsIndexesAndNone) {
     Open("a.mp3", Stream() + Id3v1{.title = "T"}.Bytes());
@@ -59,10 +48,9 @@ TEST_F(FileInfoMPEGplusRows, WriteNote_IsShownWhileTheFileIsWritten) {
     Open("a.mpc", Mpc7(1000) + Audio(500));
     EXPECT_EQ(LabelOf("lblWriteNote"), "Updating file... please wait...");
     EXPECT_TRUE(Find<QLabel>("lblWriteNote")->isHidden());
-    NoteCounter counter;
-    Find<QLabel>("lblWriteNote")->installEventFilter(&counter);
+    const EventCounter shown(*Find<QLabel>("lblWriteNote"), QEvent::Show);
     Click("OKButton");
-    EXPECT_EQ(counter.shown, 1);
+    EXPECT_EQ(shown.Count(), 1);
 }
 
 TEST_F(FileInfoMPEGplusRows, MissingFile_GivesEmptyFieldsAndClosesSilently) {

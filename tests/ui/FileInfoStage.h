@@ -14,6 +14,7 @@
 
 #include "library/FileInformation.h"
 #include "support/TestApp.h"
+#include "toolkit/DialogAtHand.h"
 #include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "wave/WaveFile.h"
@@ -34,9 +35,7 @@ class FileInfoStage : public ::testing::Test {
 
     void Show(const std::string& name) {
         dialog = std::make_unique<Dialog>(app, app.folder / name, nullptr);
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ShowInFront(*dialog);
     }
 
     template <typename Control>

@@ -9,6 +9,7 @@
 #include "core/History.h"
 #include "core/Settings.h"
 #include "support/TagBuilders.h"
+#include "toolkit/DialogAtHand.h"
 #include "toolkit/FindControl.h"
 #include "ui/CommandStage.h"
 #include "ui/rename/RenameDialog.h"
@@ -39,9 +40,7 @@ class RenameDialogTest : public ::testing::Test {
     void Open(const std::vector<std::string>& selected = {}) {
         dialog =
             std::make_unique<RenameDialog>(app, RenameDialog::Place{app.folder / "music", selected}, nullptr);
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ShowInFront(*dialog);
     }
 
     template <typename Control>

@@ -16,6 +16,7 @@
 #include "core/ShellVerbs.h"
 #include "support/FakeDesktopEntries.h"
 #include "support/TestApp.h"
+#include "toolkit/DialogAtHand.h"
 #include "toolkit/FindControl.h"
 #include "ui/QtText.h"
 #include "ui/setup/LevelBox.h"
@@ -30,9 +31,7 @@ class SetupDialogTest : public ::testing::Test {
 
     void Open() {
         dialog = std::make_unique<SetupDialog>(app, desktops, nullptr);
-        dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ShowInFront(*dialog);
     }
 
     template <typename Control>

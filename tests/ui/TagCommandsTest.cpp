@@ -8,6 +8,7 @@
 #include "platform/CommandText.h"
 #include "support/TagBuilders.h"
 #include "support/WavBuilder.h"
+#include "toolkit/DialogAtHand.h"
 #include "ui/CommandStage.h"
 #include "ui/TypeKeys.h"
 #include "ui/grid/GridView.h"
@@ -42,9 +43,6 @@ class TagCommandsTest : public CommandStage {
         return name;
     }
 
-    static void Press(QWidget& dialog, const char* button) {
-        QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
-    }
     static void Type(QWidget& dialog, const char* line, const char* text) {
         QTest::keyClicks(dialog.findChild<QLineEdit*>(line), text);
     }
@@ -69,7 +67,7 @@ TEST_F(TagCommandsTest, ChangeTags_RefreshesAndDeselectsItsRows) {
     EXPECT_EQ(RunWith(
                   [](QWidget& dialog) {
                       Type(dialog, "txtArtist", "New");
-                      Press(dialog, "OKButton");
+                      ClickOn(dialog, "OKButton");
                   },
                   [this] { ClickItem("mnuToolsChangeTags"); }),
               "frmChangeTags");
@@ -89,7 +87,7 @@ TEST_F(TagCommandsTest, ChangeTags_WithoutSelection_MeansAllOfTheList) {
     RunWith(
         [](QWidget& dialog) {
             Type(dialog, "txtArtist", "New");
-            Press(dialog, "OKButton");
+            ClickOn(dialog, "OKButton");
         },
         [this] { Key(Qt::Key_U, Qt::ControlModifier); });
     EXPECT_EQ(Question(), Message(34106) + ": " + Message(34105));
@@ -109,7 +107,7 @@ TEST_F(TagCommandsTest, ChangeTagsEx_ShowsTheSelectedFilesAndRefreshesTheirRows)
                       grid.SelectCell(0, 2);
                       grid.setFocus();
                       TypeKeys("New");
-                      Press(dialog, "OKButton");
+                      ClickOn(dialog, "OKButton");
                   },
                   [this] { Key(Qt::Key_I, Qt::ControlModifier); }),
               "frmChangeTagsEx");
@@ -148,7 +146,7 @@ TEST_F(TagCommandsTest, AdvancedEncoding_EncodesTheSelectedWavesAndShowsThem) {
                       grid.SelectCell(0, 2);
                       grid.setFocus();
                       TypeKeys("New");
-                      Press(dialog, "OKButton");
+                      ClickOn(dialog, "OKButton");
                   },
                   [this] { ClickButton("Encode"); }),
               "frmEncode");
@@ -170,17 +168,17 @@ TEST_F(TagCommandsTest, AdvancedEncoding_EncoderThatHangs_IsEndedFromTheDialog) 
     QWidget* shown = nullptr;
     app.processes.tool = [&](const RecordingProcesses::Run&) {
         EXPECT_FALSE(window->IsCancelled());
-        Press(*shown, "cmdCancelBatch");
+        ClickOn(*shown, "cmdCancelBatch");
         EXPECT_TRUE(window->IsCancelled());
         EXPECT_FALSE(window->WantsToolEnded());
         AnswerYes();
-        Press(*shown, "cmdCancelBatch");
+        ClickOn(*shown, "cmdCancelBatch");
         EXPECT_TRUE(window->WantsToolEnded());
     };
     RunWith(
         [&](QWidget& dialog) {
             shown = &dialog;
-            Press(dialog, "OKButton");
+            ClickOn(dialog, "OKButton");
         },
         [this] { Key(Qt::Key_E, Qt::ControlModifier); });
     EXPECT_EQ(app.processes.runs.size(), 1U);
@@ -193,7 +191,7 @@ TEST_F(TagCommandsTest, AdvancedEncoding_CancelButton_LeavesListAndSelection) {
     Open();
     SelectRows({"a.wav"});
     QSignalSpy made(&Browser(), &FolderBrowser::ListChanged);
-    RunWith([](QWidget& dialog) { Press(dialog, "CancelButton"); },
+    RunWith([](QWidget& dialog) { ClickOn(dialog, "CancelButton"); },
             [this] { Key(Qt::Key_E, Qt::ControlModifier); });
     EXPECT_EQ(made.count(), 0);
     EXPECT_EQ(SelectedNames(), Texts{"a.wav"});
@@ -210,13 +208,13 @@ TEST_F(TagCommandsTest, AdvancedEncoding_Shutdown_CountsDownBehindTheLastFile) {
         QWidget* dialog = QApplication::activeModalWidget();
         if (dialog == nullptr || dialog->objectName() != "frmExitWindows") return;
         countdown = FromQt(dialog->objectName());
-        Press(*dialog, "CancelButton");
+        ClickOn(*dialog, "CancelButton");
     });
     watch.start(20);
     RunWith(
         [](QWidget& dialog) {
             dialog.findChild<QCheckBox*>("chkShutdown")->setChecked(true);
-            Press(dialog, "OKButton");
+            ClickOn(dialog, "OKButton");
         },
         [this] { Key(Qt::Key_E, Qt::ControlModifier); });
     EXPECT_EQ(countdown, "frmExitWindows");

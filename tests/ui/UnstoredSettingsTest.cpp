@@ -9,6 +9,7 @@
 #include "support/TagBuilders.h"
 #include "support/UnstorableApp.h"
 #include "support/WavBuilder.h"
+#include "toolkit/DialogAtHand.h"
 #include "ui/CommandStage.h"
 #include "ui/encode/EncodeDialog.h"
 #include "ui/setup/SetupDialog.h"
@@ -21,16 +22,6 @@ class UnstoredSettings : public ::testing::Test {
     UnstoredSettings() {
         LoadSettings(app);
         app.defaultWaveFile = &wave;
-    }
-
-    static void Show(QWidget& dialog) {
-        dialog.show();
-        dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    }
-
-    static void Press(QWidget& dialog, const char* button) {
-        QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
     }
 
     void ExpectOneFailure() {
@@ -47,7 +38,7 @@ class UnstoredSettings : public ::testing::Test {
 TEST_F(UnstoredSettings, Options_AreToldAndStayToBeTriedAgain) {
     FakeDesktopEntries desktops;
     SetupDialog dialog(app, desktops, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     dialog.findChild<QCheckBox*>("chkDeleteAfterCompress")->setChecked(true);
     dialog.findChild<QCheckBox*>("chkEncode128")->setChecked(true);
     dialog.findChild<QCheckBox*>("chkDeleteAfterCompress")->setFocus();
@@ -59,7 +50,7 @@ TEST_F(UnstoredSettings, Options_AreToldAndStayToBeTriedAgain) {
     EXPECT_TRUE(desktops.calls.empty());
     EXPECT_FALSE(app.state.DeleteAfterCompress);
     app.store.room = 1000;
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(app.desktop.boxes.size(), 1U);
     EXPECT_EQ((app.store.onDisk[{"Settings", "DeleteAfterCompress"}]), "True");
@@ -69,8 +60,8 @@ TEST_F(UnstoredSettings, Options_AreToldAndStayToBeTriedAgain) {
 TEST_F(UnstoredSettings, Options_CanBeLeftAllTheSame) {
     FakeDesktopEntries desktops;
     SetupDialog dialog(app, desktops, nullptr);
-    Show(dialog);
-    Press(dialog, "OKButton");
+    ShowInFront(dialog);
+    ClickOn(dialog, "OKButton");
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_TRUE(app.state.TrimSilence);
@@ -87,10 +78,10 @@ TEST_F(UnstoredSettings, Encoding_IsToldOnceAheadOfTheWorkAndWorks) {
     };
     const auto nobody = [](const std::string&) {};
     EncodeDialog dialog(app, app.folder.Path(), {"a.wav"}, {nobody, nobody}, nullptr);
-    Show(dialog);
+    ShowInFront(dialog);
     dialog.findChild<QCheckBox*>("chkShutdown")->setChecked(true);
     app.desktop.answers = {true};
-    Press(dialog, "OKButton");
+    ClickOn(dialog, "OKButton");
     ExpectOneFailure();
     EXPECT_EQ(boxesAtWork, 1U);
     EXPECT_FALSE(dialog.isVisible());
