@@ -43,6 +43,15 @@ class TagCommandsTest : public CommandStage {
         return name;
     }
 
+    /// "New" in its first column of text, and OK.
+    static void ChangeTheOnlyRow(QWidget& dialog) {
+        auto& grid = FindControl<GridView>(dialog, "flxFiles");
+        EXPECT_EQ(grid.model()->rowCount(), 1);
+        grid.SelectCell(0, 2);
+        grid.setFocus();
+        TypeKeys("New");
+        ClickOn(dialog, "OKButton");
+    }
     static void Type(QWidget& dialog, const char* line, const char* text) {
         QTest::keyClicks(dialog.findChild<QLineEdit*>(line), text);
     }
@@ -100,17 +109,7 @@ TEST_F(TagCommandsTest, ChangeTagsEx_ShowsTheSelectedFilesAndRefreshesTheirRows)
     Make("b.mp3", SongOf("Other"));
     Open();
     SelectRows({"b.mp3"});
-    EXPECT_EQ(RunWith(
-                  [](QWidget& dialog) {
-                      auto& grid = *dialog.findChild<GridView*>("flxFiles");
-                      EXPECT_EQ(grid.model()->rowCount(), 1);
-                      grid.SelectCell(0, 2);
-                      grid.setFocus();
-                      TypeKeys("New");
-                      ClickOn(dialog, "OKButton");
-                  },
-                  [this] { Key(Qt::Key_I, Qt::ControlModifier); }),
-              "frmChangeTagsEx");
+    EXPECT_EQ(RunWith(ChangeTheOnlyRow, [this] { Key(Qt::Key_I, Qt::ControlModifier); }), "frmChangeTagsEx");
     EXPECT_TRUE(RowHas("b.mp3", "New"));
     EXPECT_TRUE(RowHas("a.mp3", "Old"));
 }
@@ -139,17 +138,7 @@ TEST_F(TagCommandsTest, AdvancedEncoding_EncodesTheSelectedWavesAndShowsThem) {
     std::string statusOfRun;
     app.processes.watch = nullptr;
     app.desktop.whileServing = [&] { statusOfRun = Status(); };
-    EXPECT_EQ(RunWith(
-                  [](QWidget& dialog) {
-                      auto& grid = *dialog.findChild<GridView*>("flxFiles");
-                      EXPECT_EQ(grid.model()->rowCount(), 1);
-                      grid.SelectCell(0, 2);
-                      grid.setFocus();
-                      TypeKeys("New");
-                      ClickOn(dialog, "OKButton");
-                  },
-                  [this] { ClickButton("Encode"); }),
-              "frmEncode");
+    EXPECT_EQ(RunWith(ChangeTheOnlyRow, [this] { ClickButton("Encode"); }), "frmEncode");
     EXPECT_EQ(statusOfRun, "[1/1] a.wav");
     app.desktop.whileServing = {};
     Browser().FinishScan();

@@ -6,9 +6,9 @@
 #include <QVBoxLayout>
 
 #include "ui/QtText.h"
+#include "ui/ScrollGuard.h"
 #include "ui/WindowTexts.h"
 #include "ui/info/Genres.h"
-#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 

@@ -12,10 +12,10 @@
 #include "encoding/ModeCatalogue.h"
 #include "platform/StoreOutcome.h"
 #include "ui/QtText.h"
+#include "ui/ScrollGuard.h"
 #include "ui/WindowGeometry.h"
 #include "ui/WindowTexts.h"
 #include "ui/tags/DefaultsBox.h"
-#include "ui/tags/ScrollGuard.h"
 #include "ui/tags/TemplatesBox.h"
 
 namespace zefta {

@@ -13,10 +13,10 @@
 #include "core/History.h"
 #include "core/Version.h"
 #include "ui/QtText.h"
+#include "ui/ScrollGuard.h"
 #include "ui/WindowTexts.h"
 #include "ui/main/MenuTable.h"
 #include "ui/rename/RenamePreviewModel.h"
-#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 

@@ -10,9 +10,9 @@
 
 #include "platform/Paths.h"
 #include "ui/QtText.h"
+#include "ui/ScrollGuard.h"
 #include "ui/setup/LevelBox.h"
 #include "ui/setup/SetupPages.h"
-#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 

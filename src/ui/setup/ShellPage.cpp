@@ -7,8 +7,8 @@
 
 #include "core/ShellVerbs.h"
 #include "ui/QtText.h"
+#include "ui/ScrollGuard.h"
 #include "ui/setup/SetupPages.h"
-#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 

@@ -7,9 +7,9 @@
 
 #include "core/GenreTable.h"
 #include "ui/QtText.h"
+#include "ui/ScrollGuard.h"
 #include "ui/WindowTexts.h"
 #include "ui/info/Genres.h"
-#include "ui/tags/ScrollGuard.h"
 
 namespace zefta {
 

@@ -5,7 +5,7 @@
 
 #include "library/ReverseTemplates.h"
 #include "ui/QtText.h"
-#include "ui/tags/ScrollGuard.h"
+#include "ui/ScrollGuard.h"
 
 namespace zefta {
 

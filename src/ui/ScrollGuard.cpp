@@ -1,4 +1,4 @@
-#include "ui/tags/ScrollGuard.h"
+#include "ui/ScrollGuard.h"
 
 #include <QEvent>
 
