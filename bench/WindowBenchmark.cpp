@@ -1,6 +1,7 @@
 // Opens windows for script/bench:
 //
-//   zefta_window_benchmark empty         a window of the toolkit with nothing in it, until it is painted
+//   zefta_window_benchmark empty         a window of the toolkit with nothing in it, until it is painted, and
+//                                        prints when that was
 //   zefta_window_benchmark open FOLDER   enters the folder in an open window and prints, in milliseconds,
 //                                        how long the first rows and all rows took, and the longest time
 //                                        without an event served
@@ -14,12 +15,12 @@
 #include <QTimer>
 #include <QWidget>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <string>
 
+#include "EndOfPainting.h"
 #include "core/App.h"
 #include "core/Settings.h"
 #include "platform/posix/IniSettingsStore.h"
@@ -50,14 +51,10 @@ class PaintWatch : public QObject {
     std::function<void()> painted_;
 };
 
-[[noreturn]] void EndNow() {
-    std::_Exit(0);
-}
-
 int RunEmpty() {
     QWidget window;
     window.resize(667, 533);
-    const PaintWatch watch(&window, EndNow);
+    const PaintWatch watch(&window, EndPainted);
     window.show();
     return QApplication::exec();
 }
@@ -86,7 +83,7 @@ int RunOpen(MainWindow& window, const std::string& folder) {
         QObject::connect(&window.Browser(), &FolderBrowser::ScanFinished, &window, [&] {
             std::cout << "first " << opening.firstRows << " all " << opening.clock.elapsed() << " gap "
                       << opening.longestGap << std::endl;
-            EndNow();
+            std::_Exit(0);
         });
         opening.clock.start();
         ticks.start(1);

@@ -17,13 +17,16 @@ has_all() {
     done
 }
 
+# When the run that was just made was done; measurements of what tells that itself have one of their own.
+end_of_run() { microseconds; }
+
 # run_once NAME: calls prepare, then the function NAME, and adds its time to its list.
 run_once() {
     prepare
     local start
     start=$(microseconds)
     "$1" >/dev/null 2>&1
-    echo $(($(microseconds) - start)) >>"$folder/$1.times"
+    echo $(($(end_of_run) - start)) >>"$folder/$1.times"
 }
 
 # compare TITLE RUNS NAME...: runs the functions one after the other in each round and tells their medians, and how

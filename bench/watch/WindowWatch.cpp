@@ -1,15 +1,17 @@
 // A plugin that the toolkit loads into the program itself, by QT_QPA_GENERIC_PLUGINS=windowwatch:WHAT. Ends
-// the process as soon as the list of the main window is painted, and what of it is asked for:
+// the process as soon as the list of the main window is painted, and what of it is asked for, and prints when
+// that was:
 //
-//   names   the names of all files stand there
-//   rows    and what the files hold
+//   view    the rows that are in view are full
+//   rows    all rows are
 
 #include <QAbstractItemView>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGenericPlugin>
 #include <QTimer>
-#include <cstdlib>
+
+#include "../EndOfPainting.h"
 
 namespace zefta {
 namespace {
@@ -17,12 +19,22 @@ namespace {
 /// The column that a row has from its file.
 constexpr int SizeColumn = 1;
 
-bool IsFull(const QAbstractItemModel& model) {
-    for (int row = 0; row < model.rowCount(); ++row) {
+bool IsFull(const QAbstractItemModel& model, int first, int last) {
+    for (int row = first; row <= last; ++row) {
         const bool isUp = row == 0 && model.index(row, 0).data().toString() == "..";
         if (!isUp && model.index(row, SizeColumn).data().toString().isEmpty()) return false;
     }
     return model.rowCount() > 0;
+}
+
+bool IsFull(const QAbstractItemModel& model) {
+    return IsFull(model, 0, model.rowCount() - 1);
+}
+
+bool IsFullInView(const QAbstractItemView& view) {
+    const QModelIndex last = view.indexAt(QPoint(0, view.viewport()->height() - 1));
+    const int lastRow = last.isValid() ? last.row() : view.model()->rowCount() - 1;
+    return IsFull(*view.model(), view.indexAt(QPoint(0, 0)).row(), lastRow);
 }
 
 /// Looks at each painting of the list.
@@ -42,10 +54,10 @@ class WindowWatch : public QObject {
 
   private:
     void OnPainting(QAbstractItemView& view) {
-        if (!wantsRows_ || IsFull(*view.model())) {
+        if (wantsRows_ ? IsFull(*view.model()) : IsFullInView(view)) {
             // When the painting has gone to the display.
-            QTimer::singleShot(0, this, [] { std::_Exit(0); });
-        } else if (!follows_) {
+            QTimer::singleShot(0, this, EndPainted);
+        } else if (wantsRows_ && !follows_) {
             // The last rows to be filled are out of view: nothing is painted for them.
             follows_ = connect(view.model(), &QAbstractItemModel::dataChanged, this, [&view] {
                 if (IsFull(*view.model())) view.viewport()->update();

@@ -12,8 +12,9 @@ namespace zefta {
 
 namespace {
 
-/// More than are read until a window stands; where it does not come to stand memory has an end.
-constexpr std::size_t MostFiles = 4096;
+/// About as many as a window shows at first. The toolkit, which starts meanwhile, needs the processor more
+/// than the rest of the rows do.
+constexpr std::size_t MostFiles = 32;
 
 }  // namespace
 

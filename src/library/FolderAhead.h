@@ -19,7 +19,7 @@ struct ReadFolder {
 };
 
 /// The folder that the main window is going to show, read by a second thread while the toolkit starts: its
-/// names, then its files in the order of the list, some thousands of them at most.
+/// names, then the first of its files in the order of the list, as many as a screen shows.
 class FolderAhead {
   public:
     /// Begins at once. `folder` is as the window is told it; a relative one is left to the window. The

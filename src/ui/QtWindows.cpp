@@ -1,15 +1,19 @@
 #include "ui/QtWindows.h"
 
 #include <QLayout>
+#include <QStyle>
 
 #include "platform/AudioDisc.h"
 #include "platform/DiscDatabase.h"
 #include "platform/Machine.h"
+#include "ui/Beside.h"
+#include "ui/OwnIconEngine.h"
 #include "ui/Toolkit.h"
 #include "ui/cd/CDBaseDialog.h"
 #include "ui/desktop/ExitWindowsDialog.h"
 #include "ui/desktop/OutputPane.h"
 #include "ui/info/ShowFileInformation.h"
+#include "ui/main/MainToolBar.h"
 #include "ui/main/MainWindow.h"
 #include "ui/setup/SetupDialog.h"
 
@@ -38,6 +42,14 @@ class PlaceOfWork {
     Processes& processes_;
 };
 
+/// The pictures of the bar, while menus and the rest of the window are made.
+std::future<void> DrawBarAhead() {
+    const int side = QApplication::style()->pixelMetric(QStyle::PM_ToolBarIconSize);
+    return Beside([names = MainToolBar::OwnPictures(), pixels = qRound(side * qApp->devicePixelRatio())] {
+        for (const QString& name : names) OwnIconEngine::DrawAhead(name, pixels);
+    });
+}
+
 }  // namespace
 
 QtWindows::QtWindows() : language_(LanguageOfTag(ReadMachine().language)) {}
@@ -55,6 +67,7 @@ Desktop& QtWindows::WindowDesktop() {
 
 void QtWindows::RunMainWindow(App& app, FolderAhead& ahead) {
     Toolkit& toolkit = Started();
+    const std::future<void> pictures = DrawBarAhead();
     MainWindow window(app, &ahead);
     const PlaceOfWork placeOfWork(toolkit.Desktop(), app.processes, window);
     toolkit.Desktop().WriteIntoPaneOf([&] {

@@ -1,5 +1,7 @@
 #include "ui/Resources.h"
 
+#include "ui/OwnIconEngine.h"
+
 // The pictures lie in a static library, whose initialisers nobody runs unless told.
 static void UseResources() {
     Q_INIT_RESOURCE(zefta);
@@ -9,7 +11,7 @@ namespace zefta {
 
 QIcon OwnIcon(const QString& name) {
     UseResources();
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    return QIcon(new OwnIconEngine(name));
 }
 
 }  // namespace zefta

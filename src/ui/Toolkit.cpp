@@ -2,27 +2,18 @@
 
 #include <QFontMetrics>
 #include <QLibraryInfo>
+#include <QStyle>
 #include <QTranslator>
 #include <clocale>
-#include <functional>
-#include <system_error>
 
 #include "platform/FontConfiguration.h"
+#include "ui/Beside.h"
+#include "ui/OwnStyle.h"
 #include "ui/Resources.h"
 
 namespace zefta {
 
 namespace {
-
-/// In a second thread; by whoever asks next where the machine has none to give. Waited for by whoever lets
-/// the result go.
-std::future<void> Beside(const std::function<void()>& work) {
-    try {
-        return std::async(std::launch::async, work);
-    } catch (const std::system_error&) {
-        return {};
-    }
-}
 
 /// The first text waits for all fonts of the system to be known, half of which needs the toolkit.
 void LoadFirstFont(const QFont& font) {
@@ -39,6 +30,7 @@ std::unique_ptr<QApplication> MakeApplication() {
     // The toolkit takes over the locale; numbers of our formats have a point in every language.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setDesktopFileName("zefta");
+    if (QApplication::style()->name() == OwnStyle::BaseName) QApplication::setStyle(new OwnStyle);
     QApplication::setWindowIcon(OwnIcon("zefta"));
     return application;
 }

@@ -3,8 +3,10 @@
 
 #include "platform/RuntimeError.h"
 #include "support/FaultInjectingFileSystem.h"
+#include "toolkit/EventCounter.h"
 #include "ui/ListStage.h"
 #include "ui/WindowTexts.h"
+#include "ui/list/FolderScan.h"
 
 namespace zefta::test {
 namespace {
@@ -155,6 +157,90 @@ TEST_F(FolderScanning, RowRenamedDuringTheScan_CountsOnce) {
     EXPECT_EQ(panels.StatusText(2), "3 files");
     EXPECT_EQ(panels.StatusText(3), "3 K");
     EXPECT_EQ(Cell("z.mp3", ListColumn::Size), "1024");
+}
+
+/// A list that shows a part of its rows, those of many songs.
+class LongFolder : public FolderScanning {
+  protected:
+    static constexpr int Songs = 150;
+
+    void SetUp() override {
+        for (int song = 0; song < Songs; ++song) WriteSong(song, "Title");
+    }
+
+    void WriteSong(int song, const std::string& title) const {
+        app.folder.Write(NameOf(song), Mp3().Size(5000).Behind(Id3v1{.title = title}.Bytes()).Bytes());
+    }
+
+    static std::string NameOf(int song) { return std::to_string(1000 + song) + ".mp3"; }
+
+    FolderScan& Scan() const { return *browser.findChild<FolderScan*>(); }
+    FileListView& View() const { return static_cast<FileListView&>(*browser.View()); }
+    QString LastTitle() const { return Cell(NameOf(Songs - 1), ListColumn::Title); }
+
+    void OpenUntilTheViewIsFilled() {
+        Open();
+        QSignalSpy filled(&Scan(), &FolderScan::RowsInViewFilled);
+        ASSERT_TRUE(filled.wait(20000));
+    }
+};
+
+TEST_F(LongFolder, RowsOutOfView_WaitForThePaintingOfThoseInView) {
+    OpenUntilTheViewIsFilled();
+    EXPECT_EQ(Cell(NameOf(0), ListColumn::Title), "Title");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(LastTitle(), "");
+    emit View().Painted();
+    WaitForScan();
+    EXPECT_EQ(LastTitle(), "Title");
+}
+
+TEST_F(LongFolder, WindowThatIsNotPainted_IsFilledAllTheSame) {
+    OpenUntilTheViewIsFilled();
+    WaitForScan();
+    EXPECT_EQ(LastTitle(), "Title");
+}
+
+TEST_F(LongFolder, WindowThatIsPainted_IsFilled) {
+    Show();
+    Open();
+    WaitForScan();
+    EXPECT_EQ(LastTitle(), "Title");
+}
+
+TEST_F(LongFolder, RowsOutOfView_TellHowWideTheColumnsAre) {
+    const std::string longTitle = "A title that is longer";
+    WriteSong(Songs - 10, longTitle);
+    Open();
+    WaitForScan();
+    EXPECT_GT(View().columnWidth(static_cast<int>(ListColumn::Title)),
+              View().fontMetrics().horizontalAdvance(ToQt(longTitle)));
+}
+
+TEST_F(LongFolder, ColumnsStay_OnceTheyFit) {
+    Open();
+    WaitForScan();
+    const std::vector<int> widths = View().ColumnWidths();
+    WriteSong(0, "A title that is longer, of a later time");
+    browser.RefreshContents();
+    WaitForScan();
+    EXPECT_EQ(View().ColumnWidths(), widths);
+}
+
+TEST_F(LongFolder, ChangesOutOfView_PaintNothing) {
+    Show();
+    Open();
+    WaitForScan();
+    QCoreApplication::processEvents();
+    const EventCounter paintings(*View().viewport(), QEvent::Paint);
+    auto& model = static_cast<FileListModel&>(*View().model());
+    model.TellFilled(Songs - 5, Songs);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(paintings.Count(), 0);
+    model.TellFilled(0, 0);
+    model.TellFilled(3, Songs);
+    QCoreApplication::processEvents();
+    EXPECT_GT(paintings.Count(), 0);
 }
 
 /// A file system that says how the folder can't be read.

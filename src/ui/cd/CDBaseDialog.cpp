@@ -11,6 +11,7 @@
 #include "encoding/ModeCatalogue.h"
 #include "platform/Paths.h"
 #include "ui/QtText.h"
+#include "ui/Resources.h"
 
 namespace zefta {
 
@@ -26,7 +27,7 @@ CDBaseDialog::CDBaseDialog(App& app, const CDBaseServices& services, QWidget* pa
       services_(services),
       cd_(app, services.disc, services.database) {
     setObjectName("frmCDBase");
-    setWindowIcon(QIcon(":/icons/zefta.svg"));
+    setWindowIcon(OwnIcon("zefta"));
     form_ = BuildCDBase(app, this);
     Form_Load();
 }

@@ -5,7 +5,6 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QUrl>
 #include <algorithm>
@@ -17,6 +16,7 @@
 #include "ui/WindowTexts.h"
 #include "ui/list/FileListModel.h"
 #include "ui/list/KindDelegate.h"
+#include "ui/list/RowDelegate.h"
 
 namespace zefta {
 
@@ -31,9 +31,9 @@ constexpr int WidestFit = 45;
 constexpr std::array<int, SeenColumns> NarrowestFit = {20, 0, 0, 0, 12, 18, 0, 12};
 
 /// Keeps numbers, which stand at the right, off the column behind them.
-class NumberDelegate : public QStyledItemDelegate {
+class NumberDelegate : public RowDelegate {
   public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using RowDelegate::RowDelegate;
 
     QString displayText(const QVariant& value, const QLocale&) const override {
         // Blanks at the end of a line take no room, these do.
@@ -103,6 +103,7 @@ FileListView::FileListView(App& app, FileListModel& model, QWidget* parent)
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setAcceptDrops(true);
     SetUpHeader();
+    setItemDelegate(new RowDelegate(this));
     setItemDelegateForColumn(static_cast<int>(ListColumn::File), new KindDelegate(this));
     auto* numbers = new NumberDelegate(this);
     for (const ListColumn column : {ListColumn::Size, ListColumn::Bitrate, ListColumn::Time})
@@ -238,9 +239,21 @@ void FileListView::dropEvent(QDropEvent* event) {
     emit FolderDropped(folder);
 }
 
+void FileListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                               const QList<int>& roles) {
+    // The toolkit would paint all rows anew for some that nobody sees.
+    const auto seen = RowsInView();
+    if (seen && (bottomRight.row() < seen->first || topLeft.row() > seen->second)) return;
+    QTreeView::dataChanged(topLeft, bottomRight, roles);
+}
+
 void FileListView::paintEvent(QPaintEvent* event) {
     QTreeView::paintEvent(event);
-    if (note_.isEmpty()) return;
+    if (!note_.isEmpty()) PaintNote();
+    emit Painted();
+}
+
+void FileListView::PaintNote() {
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const int margin = fontMetrics().height();

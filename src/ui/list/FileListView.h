@@ -37,7 +37,11 @@ class FileListView : public QTreeView {
     /// While false, folders that are dropped are refused.
     void SetAcceptsFolders(bool accepts) { acceptsFolders_ = accepts; }
 
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QList<int>& roles = {}) override;
+
   signals:
+    void Painted();
     void FolderDropped(const std::string& path);
     /// Something else was dropped.
     void DropRefused();
@@ -57,6 +61,7 @@ class FileListView : public QTreeView {
 
   private:
     void SetUpHeader();
+    void PaintNote();
     /// Some of the rows from the first in view on, among them the one that asks for the most room.
     QList<int> WidestRows(int column) const;
     int WidthOfLetter(QChar letter) const;

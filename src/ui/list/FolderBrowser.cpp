@@ -104,7 +104,9 @@ void FolderBrowser::ConnectList() {
         },
         Qt::QueuedConnection);
     connect(view_, &FileListView::DropRefused, this, [] { QApplication::beep(); });
+    connect(view_, &FileListView::Painted, scan_, &FolderScan::GoOn);
     connect(scan_, &FolderScan::RowsInViewFilled, this, &FolderBrowser::FitColumns);
+    connect(scan_, &FolderScan::FirstRowsFilled, this, &FolderBrowser::SettleColumns);
     connect(scan_, &FolderScan::Finished, this, [this] {
         if (view_->selectionModel()->hasSelection()) emit SelectionChanged();
         emit ScanFinished();
@@ -166,13 +168,15 @@ void FolderBrowser::ShowRows(std::vector<ListEntry> entries, std::span<const Lis
 }
 
 void FolderBrowser::FitColumns() {
-    const bool hasFiles = model_->rowCount() > 0 &&
-                          model_->IconAt(model_->rowCount() - 1) != RowIcon::Folder &&
-                          !model_->IsUpRow(model_->rowCount() - 1);
-    if (columnsAreFitted_ || view_->HasOwnWidths()) return;
-    view_->FitColumns();
+    if (!columnsAreFitted_ && !view_->HasOwnWidths()) view_->FitColumns();
+}
+
+void FolderBrowser::SettleColumns() {
+    FitColumns();
     // Folders alone don't tell how wide the other columns have to be.
-    columnsAreFitted_ = hasFiles;
+    const int last = model_->rowCount() - 1;
+    if (last >= 0 && !model_->IsUpRow(last) && model_->IconAt(last) != RowIcon::Folder)
+        columnsAreFitted_ = true;
 }
 
 void FolderBrowser::FinishScan() {

@@ -118,6 +118,8 @@ class FolderBrowser : public QWidget {
     void Show(ReadFolder read);
     void ShowRows(std::vector<ListEntry> entries, std::span<const ListedFile> known);
     void FitColumns();
+    /// For the last time, once there are files.
+    void SettleColumns();
     BrowserRow RowAt(int row) const;
     QItemSelection RowsWhere(const std::function<bool(int)>& isMeant) const;
 

@@ -15,11 +15,13 @@ constexpr std::int32_t ScanningMessage = 32015;
 /// A slice ends with the file in which it has taken so long; one file takes much less than that.
 constexpr qint64 SliceMilliseconds = 15;
 
+/// Rows out of view wait no longer than this for the painting of those in view: a window may be hidden.
+constexpr int MillisecondsForPainting = 50;
+
 }  // namespace
 
 FolderScan::FolderScan(App& app, FileListModel& model, StatusPanels& panels, QObject* parent)
     : QObject(parent), app_(app), model_(model), panels_(panels) {
-    timer_.setInterval(0);
     connect(&timer_, &QTimer::timeout, this, &FolderScan::RunSlice);
 }
 
@@ -30,10 +32,11 @@ void FolderScan::Start(const std::string& folder, const std::vector<std::string>
     next_ = 0;
     changed_.reset();
     viewIsFilled_ = false;
+    firstRowsAreFilled_ = false;
     CountNames(otherFiles);
     CountKnown(known);
     TellChanges();
-    timer_.start();
+    timer_.start(0);
 }
 
 void FolderScan::CountNames(const std::vector<std::string>& otherFiles) {
@@ -94,21 +97,49 @@ void FolderScan::TellChanges() {
     panels_.SetStatusText(3, count_.SizeText());
 }
 
-void FolderScan::RunSlice() {
+void FolderScan::FillWhile(const std::function<std::optional<int>()>& next) {
     QElapsedTimer sliceTime;
     sliceTime.start();
-    auto row = NextRow();
+    auto row = next();
     while (row && sliceTime.elapsed() < SliceMilliseconds) {
         FillRow(*row);
         next_ = *row + 1;
-        row = NextRow();
+        row = next();
     }
     TellChanges();
-    if (!viewIsFilled_ && !UnfilledInView()) {
-        viewIsFilled_ = true;
-        emit RowsInViewFilled();
+}
+
+void FolderScan::RunSlice() {
+    if (viewIsFilled_) {
+        FillRest();
+    } else {
+        FillView();
     }
-    if (!row) End();
+}
+
+void FolderScan::FillView() {
+    FillWhile([this] { return UnfilledInView(); });
+    if (UnfilledInView()) return;
+    viewIsFilled_ = true;
+    emit RowsInViewFilled();
+    timer_.start(MillisecondsForPainting);
+    if (!NextRow()) End();
+}
+
+void FolderScan::GoOn() {
+    if (timer_.isActive() && viewIsFilled_) timer_.start(0);
+}
+
+void FolderScan::FillRest() {
+    timer_.setInterval(0);
+    FillWhile([this] { return NextRow(); });
+    TellFirstRows();
+    if (!NextRow()) End();
+}
+
+void FolderScan::TellFirstRows() {
+    if (!firstRowsAreFilled_) emit FirstRowsFilled();
+    firstRowsAreFilled_ = true;
 }
 
 void FolderScan::Finish() {
@@ -123,6 +154,7 @@ void FolderScan::Finish() {
 
 void FolderScan::End() {
     timer_.stop();
+    TellFirstRows();
     if (tellsName_) panels_.SetStatusText(1, {});
     emit Finished();
 }

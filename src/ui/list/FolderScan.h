@@ -17,9 +17,9 @@ namespace zefta {
 class FileListModel;
 class StatusPanels;
 
-/// Fills the rows of a folder in slices between the events of the person: the rows in view first, then the
-/// rest in their order. Files that can't be read give rows with what could be read; no box comes up. Tells
-/// in the panels how far it is.
+/// Fills the rows of a folder in slices between the events of the person: the rows in view first, then, when
+/// those are painted, the rest in their order. Files that can't be read give rows with what could be read; no
+/// box comes up. Tells in the panels how far it is.
 class FolderScan : public QObject {
     Q_OBJECT
 
@@ -38,6 +38,8 @@ class FolderScan : public QObject {
     /// model has already.
     void Start(const std::string& folder, const std::vector<std::string>& otherFiles,
                std::span<const ListedFile> known = {});
+    /// What is in view has been painted: the scan does not wait for that any longer.
+    void GoOn();
     /// Comes to the end before it returns.
     void Finish();
     bool IsRunning() const { return timer_.isActive(); }
@@ -45,16 +47,22 @@ class FolderScan : public QObject {
   signals:
     /// At least the rows in view are full.
     void RowsInViewFilled();
+    /// So are some hundred more, or all of them.
+    void FirstRowsFilled();
     void Finished();
 
   private:
     void CountNames(const std::vector<std::string>& otherFiles);
     void CountKnown(std::span<const ListedFile> known);
     void RunSlice();
+    void FillView();
+    void FillRest();
+    void FillWhile(const std::function<std::optional<int>()>& next);
     std::optional<int> NextRow() const;
     std::optional<int> UnfilledInView() const;
     void FillRow(int row);
     void TellChanges();
+    void TellFirstRows();
     void End();
 
     App& app_;
@@ -70,6 +78,7 @@ class FolderScan : public QObject {
     /// Rows that views have not been told of.
     std::optional<std::pair<int, int>> changed_;
     bool viewIsFilled_ = false;
+    bool firstRowsAreFilled_ = false;
     bool tellsName_ = true;
 };
 

@@ -30,7 +30,7 @@ QIcon InOneColour(const QStyleOptionViewItem& option, const QColor& colour) {
 }  // namespace
 
 void KindDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-    QStyledItemDelegate::initStyleOption(option, index);
+    RowDelegate::initStyleOption(option, index);
     if (!option->state.testFlag(QStyle::State_Selected) || option->icon.isNull()) return;
     option->icon = InOneColour(*option, option->palette.color(GroupOf(*option), QPalette::HighlightedText));
 }

@@ -4,6 +4,7 @@
 #include <QIcon>
 
 #include "ui/QtText.h"
+#include "ui/Resources.h"
 #include "ui/WindowTexts.h"
 
 namespace zefta {
@@ -16,10 +17,13 @@ bool HasThemeOfCommands() {
     return QIcon::themeName() != "hicolor" && !QIcon::themeName().isEmpty();
 }
 
+bool ShowsOwnPicture(const ToolRow& row) {
+    return *row.themeIcon == '\0' || !HasThemeOfCommands();
+}
+
 QIcon IconOf(const ToolRow& row) {
-    const QIcon own(QString(":/icons/%1.svg").arg(row.ownIcon));
-    const bool isOwn = *row.themeIcon == '\0' || !HasThemeOfCommands();
-    return isOwn ? own : QIcon::fromTheme(row.themeIcon, own);
+    const QIcon own = OwnIcon(row.ownIcon);
+    return ShowsOwnPicture(row) ? own : QIcon::fromTheme(row.themeIcon, own);
 }
 
 }  // namespace
@@ -36,6 +40,14 @@ MainToolBar::MainToolBar(App& app, QWidget* parent) : QToolBar(parent), app_(app
         widgetForAction(button)->setFocusPolicy(Qt::TabFocus);
     }
     LoadCaptions();
+}
+
+QStringList MainToolBar::OwnPictures() {
+    QStringList names;
+    for (const ToolRow& row : ToolTable()) {
+        if (ShowsOwnPicture(row)) names.append(row.ownIcon);
+    }
+    return names;
 }
 
 void MainToolBar::LoadCaptions() {

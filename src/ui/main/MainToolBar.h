@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <QToolBar>
 #include <string>
 
@@ -14,6 +15,9 @@ class MainToolBar : public QToolBar {
 
   public:
     explicit MainToolBar(App& app, QWidget* parent = nullptr);
+
+    /// The names of those of our pictures that its buttons show.
+    static QStringList OwnPictures();
 
     /// Sets the tips. To be called again when the language has changed.
     void LoadCaptions();
