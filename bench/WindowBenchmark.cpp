@@ -5,6 +5,8 @@
 //   zefta_window_benchmark open FOLDER   enters the folder in an open window and prints, in milliseconds,
 //                                        how long the first rows and all rows took, and the longest time
 //                                        without an event served
+//   zefta_window_benchmark scroll FOLDER  turns over the pages of the folder in an open window and prints, in
+//                                        milliseconds, how long one takes to be painted
 //
 // How long the program takes to show a folder from its start on is seen by watch/WindowWatch.cpp.
 
@@ -12,6 +14,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEvent>
+#include <QScrollBar>
 #include <QTimer>
 #include <QWidget>
 #include <clocale>
@@ -92,7 +95,33 @@ int RunOpen(MainWindow& window, const std::string& folder) {
     return QApplication::exec();
 }
 
-int RunOpen(const std::string& folder) {
+/// Page by page, each painted at once.
+void TurnPages(QAbstractItemView& view) {
+    constexpr int MostPages = 500;
+    QScrollBar& bar = *view.verticalScrollBar();
+    QElapsedTimer clock;
+    clock.start();
+    int pages = 0;
+    for (; pages < MostPages && bar.value() < bar.maximum(); ++pages) {
+        bar.setValue(bar.value() + bar.pageStep());
+        view.viewport()->repaint();
+    }
+    std::cout << "pages " << pages << " milliseconds a page " << static_cast<double>(clock.elapsed()) / pages
+              << std::endl;
+}
+
+int RunScroll(MainWindow& window, const std::string& folder) {
+    window.show();
+    QObject::connect(&window.Browser(), &FolderBrowser::ScanFinished, &window, [&] {
+        if (window.Browser().Folder() != folder) return;
+        TurnPages(*window.Browser().View());
+        std::_Exit(0);
+    });
+    window.Browser().EnterTypedFolder(folder);
+    return QApplication::exec();
+}
+
+int RunOnFolder(const std::string& what, const std::string& folder) {
     const Machine machine = ReadMachine();
     PosixFileSystem files;
     PosixProcesses processes;
@@ -105,7 +134,7 @@ int RunOpen(const std::string& folder) {
     LoadSettings(app);
     app.state.CurrentFolder = "/";
     MainWindow window(app);
-    return RunOpen(window, folder);
+    return what == "scroll" ? RunScroll(window, folder) : RunOpen(window, folder);
 }
 
 }  // namespace
@@ -115,5 +144,5 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     const std::string what = argc > 1 ? argv[1] : "empty";
-    return what == "open" ? zefta::RunOpen(argc > 2 ? argv[2] : "/") : zefta::RunEmpty();
+    return what == "empty" ? zefta::RunEmpty() : zefta::RunOnFolder(what, argc > 2 ? argv[2] : "/");
 }

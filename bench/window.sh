@@ -35,6 +35,8 @@ compare "From the start to the painted list of 1,000 files" $((${BENCH_RUNS:-5} 
 
 echo "Entering a folder of ${BENCH_FILES:-20000} files in the open window, milliseconds, 5 times:"
 for ((run = 0; run < 5; ++run)); do "$window" open "$large"; done
+echo "Turning over its pages, 5 times:"
+for ((run = 0; run < 5; ++run)); do "$window" scroll "$large"; done
 
 batch_job() { "$programs/zefta" /rename /f1 "$folder/nothing.mp3"; }
 lame_version() { lame --version; }

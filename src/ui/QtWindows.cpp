@@ -42,12 +42,15 @@ class PlaceOfWork {
     Processes& processes_;
 };
 
-/// The pictures of the bar, while menus and the rest of the window are made.
-std::future<void> DrawBarAhead() {
+/// The pictures of the bar, while menus and the rest of the window are made. The fonts go first: more waits
+/// for them.
+std::future<void> DrawBarAhead(const std::shared_future<void>& fonts) {
     const int side = QApplication::style()->pixelMetric(QStyle::PM_ToolBarIconSize);
-    return Beside([names = MainToolBar::OwnPictures(), pixels = qRound(side * qApp->devicePixelRatio())] {
-        for (const QString& name : names) OwnIconEngine::DrawAhead(name, pixels);
-    });
+    return Beside(
+        [fonts, names = MainToolBar::OwnPictures(), pixels = qRound(side * qApp->devicePixelRatio())] {
+            if (fonts.valid()) fonts.wait();
+            for (const QString& name : names) OwnIconEngine::DrawAhead(name, pixels);
+        });
 }
 
 }  // namespace
@@ -67,7 +70,7 @@ Desktop& QtWindows::WindowDesktop() {
 
 void QtWindows::RunMainWindow(App& app, FolderAhead& ahead) {
     Toolkit& toolkit = Started();
-    const std::future<void> pictures = DrawBarAhead();
+    const std::future<void> pictures = DrawBarAhead(toolkit.Fonts());
     MainWindow window(app, &ahead);
     const PlaceOfWork placeOfWork(toolkit.Desktop(), app.processes, window);
     toolkit.Desktop().WriteIntoPaneOf([&] {

@@ -16,11 +16,14 @@ class Toolkit {
 
     WindowDesktop& Desktop() { return desktop_; }
 
+    /// Ready when all fonts are known, for which the first text waits.
+    std::shared_future<void> Fonts() const { return fonts_; }
+
   private:
     std::unique_ptr<QApplication> application_;
     WindowDesktop desktop_;
     /// What a second thread does for the first text; ends before the application does.
-    std::future<void> fonts_;
+    std::shared_future<void> fonts_;
 };
 
 }  // namespace zefta

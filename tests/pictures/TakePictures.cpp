@@ -11,7 +11,6 @@
 #include <QMenuBar>
 #include <QPalette>
 #include <QScreen>
-#include <QStyleFactory>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -27,6 +26,7 @@
 #include "platform/posix/IniSettingsStore.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/PosixProcesses.h"
+#include "ui/OwnStyle.h"
 #include "ui/QtText.h"
 #include "ui/cd/CDBaseDialog.h"
 #include "ui/cd/MatchDialog.h"
@@ -295,7 +295,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     if (argc < 4) return 2;
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new zefta::OwnStyle);
     if (argc > 4 && std::string(argv[4]) == "dark") QApplication::setPalette(zefta::DarkPalette());
     try {
         zefta::TakeAll(argv[1], {argv[2], argv[3]});
