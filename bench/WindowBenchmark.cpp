@@ -106,8 +106,8 @@ void TurnPages(QAbstractItemView& view) {
         bar.setValue(bar.value() + bar.pageStep());
         view.viewport()->repaint();
     }
-    std::cout << "pages " << pages << " milliseconds a page " << static_cast<double>(clock.elapsed()) / pages
-              << std::endl;
+    std::cout << "pages " << pages << " milliseconds a page "
+              << static_cast<double>(clock.elapsed()) / std::max(pages, 1) << std::endl;
 }
 
 int RunScroll(MainWindow& window, const std::string& folder) {

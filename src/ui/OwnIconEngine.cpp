@@ -60,16 +60,25 @@ QPixmap Drawn(const QString& name, const QSize& size) {
 
 /// As the style shows what is disabled or selected.
 QPixmap InMode(const QPixmap& normal, QIcon::Mode mode) {
-    if (mode == QIcon::Normal) return normal;
     QStyleOption option;
     option.palette = QApplication::palette();
     return QApplication::style()->generatedIconPixmap(mode, normal, &option);
 }
 
+QString KeyOf(const QString& name, const QSize& size, QIcon::Mode mode) {
+    const QString key = KeyOf(name, size);
+    if (mode == QIcon::Normal) return key;
+    return QStringLiteral("%1 %2 %3").arg(key).arg(mode).arg(QApplication::palette().cacheKey());
+}
+
 }  // namespace
 
+void OwnIconEngine::KeepAhead(const QString& name, const QImage& picture) {
+    DrawnAhead().Put(name, picture);
+}
+
 void OwnIconEngine::DrawAhead(const QString& name, int side) {
-    DrawnAhead().Put(name, Draw(name, QSize(side, side)));
+    KeepAhead(name, Draw(name, QSize(side, side)));
 }
 
 void OwnIconEngine::paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State state) {
@@ -77,13 +86,13 @@ void OwnIconEngine::paint(QPainter* painter, const QRect& place, QIcon::Mode mod
     painter->drawPixmap(place, pixmap((QSizeF(place.size()) * ratio).toSize(), mode, state));
 }
 
-QPixmap OwnIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) {
+QPixmap OwnIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) {
     if (size.isEmpty()) return {};
-    const QString key =
-        QStringLiteral("%1 %2 %3").arg(KeyOf(name_, size)).arg(mode).arg(QApplication::palette().cacheKey());
+    const QString key = KeyOf(name_, size, mode);
     QPixmap picture;
     if (!QPixmapCache::find(key, &picture)) {
-        picture = InMode(Drawn(name_, size), mode);
+        picture =
+            mode == QIcon::Normal ? Drawn(name_, size) : InMode(pixmap(size, QIcon::Normal, state), mode);
         QPixmapCache::insert(key, picture);
     }
     return picture;

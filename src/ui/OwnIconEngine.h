@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QIconEngine>
+#include <QImage>
 #include <QString>
 #include <utility>
 
@@ -17,6 +18,8 @@ class OwnIconEngine : public QIconEngine {
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
     QIconEngine* clone() const override { return new OwnIconEngine(*this); }
 
+    /// What is shown when that picture is asked for in the size of this one; in any thread.
+    static void KeepAhead(const QString& name, const QImage& picture);
     /// Draws the picture before somebody asks for it in that size, in device pixels; in any thread.
     static void DrawAhead(const QString& name, int side);
 

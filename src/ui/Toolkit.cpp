@@ -1,8 +1,10 @@
 #include "ui/Toolkit.h"
 
+#include <QEvent>
 #include <QFontMetrics>
 #include <QLibraryInfo>
 #include <QStyle>
+#include <QTimer>
 #include <QTranslator>
 #include <clocale>
 
@@ -20,6 +22,24 @@ void LoadFirstFont(const QFont& font) {
     QFontMetrics(font).height();
 }
 
+constexpr int MillisecondsBehindPainting = 50;
+
+/// Gives the windows their picture, which goes to the display in sizes from 16 to 128 pixels, when the first
+/// one is painted: what it shows is waited for more.
+class IconBehindPainting : public QObject {
+  public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            QCoreApplication::instance()->removeEventFilter(this);
+            QTimer::singleShot(MillisecondsBehindPainting, this,
+                               [] { QApplication::setWindowIcon(OwnIcon("zefta")); });
+        }
+        return false;
+    }
+};
+
 std::unique_ptr<QApplication> MakeApplication() {
     const std::future<void> fonts = Beside(LoadFontConfiguration);
     // The toolkit keeps both for as long as it lives.
@@ -31,7 +51,7 @@ std::unique_ptr<QApplication> MakeApplication() {
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setDesktopFileName("zefta");
     if (QApplication::style()->name() == OwnStyle::BaseName) QApplication::setStyle(new OwnStyle);
-    QApplication::setWindowIcon(OwnIcon("zefta"));
+    application->installEventFilter(new IconBehindPainting(application.get()));
     return application;
 }
 

@@ -16,7 +16,7 @@ class Toolkit {
 
     WindowDesktop& Desktop() { return desktop_; }
 
-    /// Ready when all fonts are known, for which the first text waits.
+    /// Ready when all fonts are known, for which the first text waits. Copies go before the toolkit does.
     std::shared_future<void> Fonts() const { return fonts_; }
 
   private:

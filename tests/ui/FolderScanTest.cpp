@@ -186,9 +186,11 @@ class LongFolder : public FolderScanning {
 };
 
 TEST_F(LongFolder, RowsOutOfView_WaitForThePaintingOfThoseInView) {
+    constexpr int LongerThanTheTest = 60000;
+    Scan().SetPatience(LongerThanTheTest);
     OpenUntilTheViewIsFilled();
     EXPECT_EQ(Cell(NameOf(0), ListColumn::Title), "Title");
-    QCoreApplication::processEvents();
+    QTest::qWait(20);
     EXPECT_EQ(LastTitle(), "");
     emit View().Painted();
     WaitForScan();
@@ -202,6 +204,7 @@ TEST_F(LongFolder, WindowThatIsNotPainted_IsFilledAllTheSame) {
 }
 
 TEST_F(LongFolder, WindowThatIsPainted_IsFilled) {
+    Scan().SetPatience(60000);
     Show();
     Open();
     WaitForScan();
@@ -231,7 +234,7 @@ TEST_F(LongFolder, ChangesOutOfView_PaintNothing) {
     Show();
     Open();
     WaitForScan();
-    QCoreApplication::processEvents();
+    QTest::qWait(50);
     const EventCounter paintings(*View().viewport(), QEvent::Paint);
     auto& model = static_cast<FileListModel&>(*View().model());
     model.TellFilled(Songs - 5, Songs);

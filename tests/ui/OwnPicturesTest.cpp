@@ -1,8 +1,11 @@
 #include <QApplication>
 #include <QDir>
+#include <QMainWindow>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QToolBar>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -51,6 +54,12 @@ TEST(OwnPictures, EachOne_IsDrawnAsTheToolkitDrawsIt) {
 TEST(OwnPictures, DrawnAhead_IsThePictureThatIsShown) {
     OwnIconEngine::DrawAhead("rename", 37);
     EXPECT_EQ(PictureOf(OwnIcon("rename"), 37), PictureOfToolkit("rename", 37, 1));
+    QImage marked = Blank(QSize(39, 39));
+    marked.fill(Qt::magenta);
+    OwnIconEngine::KeepAhead("rename", marked);
+    EXPECT_NE(PictureOf(OwnIcon("rename"), 39, 1, QIcon::Disabled), marked);
+    EXPECT_EQ(PictureOf(OwnIcon("rename"), 39), marked) << "kept for when the button is enabled";
+    EXPECT_EQ(PictureOf(OwnIcon("refresh"), 39), PictureOfToolkit("refresh", 39, 1));
 }
 
 TEST(OwnPictures, Disabled_IsAsTheStyleShowsIt) {
@@ -91,6 +100,35 @@ TEST(OwnStyleTest, AllElse_IsOfTheToolkit) {
         EXPECT_EQ(PictureOf(style.standardIcon(picture, nullptr, nullptr), 16),
                   PictureOf(base->standardIcon(picture), 16));
     EXPECT_EQ(style.pixelMetric(QStyle::PM_ToolBarIconSize), base->pixelMetric(QStyle::PM_ToolBarIconSize));
+}
+
+QImage BarIn(const QStyle& style, const QPalette& palette, Qt::ToolBarArea area) {
+    QMainWindow window;
+    auto* widget = new QToolBar(&window);
+    window.addToolBar(area, widget);
+    QStyleOptionToolBar bar;
+    bar.initFrom(widget);
+    bar.state |= QStyle::State_Horizontal;
+    bar.palette = palette;
+    bar.rect = QRect(0, 0, 300, 36);
+    bar.toolBarArea = area;
+    QImage picture = Blank(bar.rect.size());
+    QPainter painter(&picture);
+    style.drawControl(QStyle::CE_ToolBar, &bar, &painter, widget);
+    painter.end();
+    return picture;
+}
+
+TEST(OwnStyleTest, Bar_LooksAsTheToolkitPaintsIt) {
+    const std::unique_ptr<QStyle> base(QStyleFactory::create(OwnStyle::BaseName));
+    const OwnStyle style;
+    for (const QColor& colour : {QColor(239, 239, 239), QColor(45, 45, 48)}) {
+        for (const Qt::ToolBarArea area : {Qt::TopToolBarArea, Qt::BottomToolBarArea}) {
+            const QImage expected = BarIn(*base, QPalette(colour), area);
+            EXPECT_NE(expected, Blank(expected.size()));
+            EXPECT_EQ(BarIn(style, QPalette(colour), area), expected);
+        }
+    }
 }
 
 }  // namespace

@@ -100,10 +100,23 @@ TEST_F(RowDelegateTest, EachState_LooksAsTheToolkitPaintsIt) {
     }
 }
 
-TEST_F(RowDelegateTest, WiderCell_IsLaidOutAnew) {
+TEST_F(RowDelegateTest, CellOfAnotherWidth_IsLaidOutAnew) {
     ExpectThatOfTheToolkit(Texts[2]);
     option.rect.setWidth(CellSize.width() - 40);
     ExpectThatOfTheToolkit(Texts[2]);
+}
+
+TEST_F(RowDelegateTest, OtherFont_IsLaidOutAnew) {
+    ExpectThatOfTheToolkit("Song");
+    option.font.setPointSize(option.font.pointSize() + 3);
+    option.fontMetrics = QFontMetrics(option.font);
+    ExpectThatOfTheToolkit("Song");
+}
+
+TEST_F(RowDelegateTest, OtherDirection_IsLaidOutAnew) {
+    ExpectThatOfTheToolkit(Texts[1]);
+    option.direction = Qt::RightToLeft;
+    ExpectThatOfTheToolkit(Texts[1]);
 }
 
 TEST_F(RowDelegateTest, CellWithoutText_ShowsItsBackgroundAlone) {

@@ -1,4 +1,6 @@
+#include <QApplication>
 #include <QIcon>
+#include <QStyle>
 #include <map>
 
 #include "ui/CommandStage.h"
@@ -33,6 +35,18 @@ TEST_F(ToolbarTest, Icons_AreOursWhereTheDesktopHasNone) {
         const QIcon own(QString(":/icons/%1.svg").arg(row.ownIcon));
         EXPECT_FALSE(own.pixmap(48, 48).isNull()) << row.ownIcon;
         EXPECT_FALSE(Button(row.key).icon().pixmap(24, 24).isNull()) << row.key;
+    }
+}
+
+TEST_F(ToolbarTest, Icons_AreShownInTheSizeInWhichTheyAreDrawnAhead) {
+    Open();
+    const auto& bar = *window->findChild<MainToolBar*>();
+    const int side = QApplication::style()->pixelMetric(QStyle::PM_ToolBarIconSize);
+    EXPECT_EQ(bar.iconSize(), QSize(side, side));
+    const QStringList drawn = MainToolBar::OwnPictures();
+    for (const ToolRow& row : ToolTable()) {
+        const bool isOwn = drawn.contains(row.ownIcon);
+        EXPECT_TRUE(isOwn || *row.themeIcon != '\0') << row.ownIcon;
     }
 }
 

@@ -35,7 +35,7 @@ bool IsNumberColumn(ListColumn column) {
     return column == ListColumn::Size || column == ListColumn::Bitrate || column == ListColumn::Time;
 }
 
-/// A tag may hold megabytes, which would be laid out each time that the row is painted.
+/// A tag may hold megabytes, which would be laid out for each painting of another width.
 void CutCell(std::string& text) {
     constexpr std::size_t MostBytes = 1000;
     text.resize(CutToBytes(text, MostBytes).size());

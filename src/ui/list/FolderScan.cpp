@@ -15,8 +15,8 @@ constexpr std::int32_t ScanningMessage = 32015;
 /// A slice ends with the file in which it has taken so long; one file takes much less than that.
 constexpr qint64 SliceMilliseconds = 15;
 
-/// Rows out of view wait no longer than this for the painting of those in view: a window may be hidden.
-constexpr int MillisecondsForPainting = 50;
+/// Tell how wide the columns have to be.
+constexpr std::size_t FirstRows = 200;
 
 }  // namespace
 
@@ -33,6 +33,7 @@ void FolderScan::Start(const std::string& folder, const std::vector<std::string>
     changed_.reset();
     viewIsFilled_ = false;
     firstRowsAreFilled_ = false;
+    filledRows_ = known.size();
     CountNames(otherFiles);
     CountKnown(known);
     TellChanges();
@@ -84,6 +85,7 @@ void FolderScan::FillRow(int row) {
     const ListedFile file = ReadListedFile(reading, folder_, entry);
     count_.AddFile(file.bytes);
     model_.Fill(row, file);
+    ++filledRows_;
     changed_ = changed_ ? std::pair{std::min(changed_->first, row), std::max(changed_->second, row)}
                         : std::pair{row, row};
 }
@@ -120,20 +122,20 @@ void FolderScan::RunSlice() {
 void FolderScan::FillView() {
     FillWhile([this] { return UnfilledInView(); });
     if (UnfilledInView()) return;
+    if (!NextRow()) return End();
     viewIsFilled_ = true;
+    timer_.start(patience_);
     emit RowsInViewFilled();
-    timer_.start(MillisecondsForPainting);
-    if (!NextRow()) End();
 }
 
 void FolderScan::GoOn() {
-    if (timer_.isActive() && viewIsFilled_) timer_.start(0);
+    if (timer_.isActive() && timer_.interval() != 0) timer_.start(0);
 }
 
 void FolderScan::FillRest() {
-    timer_.setInterval(0);
+    GoOn();
     FillWhile([this] { return NextRow(); });
-    TellFirstRows();
+    if (filledRows_ >= FirstRows) TellFirstRows();
     if (!NextRow()) End();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTimer>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <span>
@@ -40,6 +41,8 @@ class FolderScan : public QObject {
                std::span<const ListedFile> known = {});
     /// What is in view has been painted: the scan does not wait for that any longer.
     void GoOn();
+    /// How long it waits for that at most, in milliseconds; a window may be hidden.
+    void SetPatience(int milliseconds) { patience_ = milliseconds; }
     /// Comes to the end before it returns.
     void Finish();
     bool IsRunning() const { return timer_.isActive(); }
@@ -47,7 +50,7 @@ class FolderScan : public QObject {
   signals:
     /// At least the rows in view are full.
     void RowsInViewFilled();
-    /// So are some hundred more, or all of them.
+    /// So are as many rows as tell how wide the columns have to be, or all of them.
     void FirstRowsFilled();
     void Finished();
 
@@ -79,6 +82,8 @@ class FolderScan : public QObject {
     std::optional<std::pair<int, int>> changed_;
     bool viewIsFilled_ = false;
     bool firstRowsAreFilled_ = false;
+    std::size_t filledRows_ = 0;
+    int patience_ = 50;
     bool tellsName_ = true;
 };
 

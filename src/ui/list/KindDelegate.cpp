@@ -9,11 +9,6 @@ namespace zefta {
 
 namespace {
 
-QPalette::ColorGroup GroupOf(const QStyleOptionViewItem& option) {
-    if (!option.state.testFlag(QStyle::State_Enabled)) return QPalette::Disabled;
-    return option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-}
-
 QIcon InOneColour(const QStyleOptionViewItem& option, const QColor& colour) {
     const qreal ratio = option.widget != nullptr ? option.widget->devicePixelRatioF() : 1;
     QPixmap picture = option.icon.pixmap(option.decorationSize, ratio);
@@ -32,7 +27,8 @@ QIcon InOneColour(const QStyleOptionViewItem& option, const QColor& colour) {
 void KindDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     RowDelegate::initStyleOption(option, index);
     if (!option->state.testFlag(QStyle::State_Selected) || option->icon.isNull()) return;
-    option->icon = InOneColour(*option, option->palette.color(GroupOf(*option), QPalette::HighlightedText));
+    option->icon =
+        InOneColour(*option, option->palette.color(GroupOf(option->state), QPalette::HighlightedText));
 }
 
 }  // namespace zefta

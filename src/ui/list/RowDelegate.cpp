@@ -2,16 +2,13 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QtMath>
+#include <memory>
 #include <utility>
 
 namespace zefta {
 
 namespace {
-
-QPalette::ColorGroup GroupOf(QStyle::State state) {
-    if (!state.testFlag(QStyle::State_Enabled)) return QPalette::Disabled;
-    return state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-}
 
 QPalette::ColorRole RoleOf(QStyle::State state) {
     return state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText : QPalette::Text;
@@ -40,8 +37,15 @@ size_t qHash(const CellText& text, size_t seed) {
     return qHashMulti(seed, text.text, text.font, text.width, text.alignment.toInt());
 }
 
+QPalette::ColorGroup RowDelegate::GroupOf(QStyle::State state) {
+    if (!state.testFlag(QStyle::State_Enabled)) return QPalette::Disabled;
+    return state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+}
+
 QTextLayout& RowDelegate::LaidOut(const QStyleOptionViewItem& cell, const QString& text, int width) const {
-    const CellText key{text, cell.font, width, cell.displayAlignment};
+    const CellText key{
+        text,           cell.font,         cell.fontMetrics.height(), width, cell.displayAlignment,
+        cell.direction, cell.textElideMode};
     if (QTextLayout* kept = layouts_.object(key)) return *kept;
     auto layout = std::make_unique<QTextLayout>(text, cell.font);
     // The toolkit would lay it out again when it is drawn.

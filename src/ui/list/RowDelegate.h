@@ -11,8 +11,12 @@ namespace zefta {
 struct CellText {
     QString text;
     QFont font;
+    /// Of the font on its screen.
+    int height;
     int width;
     Qt::Alignment alignment;
+    Qt::LayoutDirection direction;
+    Qt::TextElideMode elideMode;
 
     bool operator==(const CellText&) const = default;
 };
@@ -30,12 +34,15 @@ class RowDelegate : public QStyledItemDelegate {
 
     void paint(QPainter* painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const override;
 
+  protected:
+    static QPalette::ColorGroup GroupOf(QStyle::State state);
+
   private:
     void PaintText(QPainter& painter, const QStyleOptionViewItem& cell, const QString& text) const;
     /// In one line as wide as the room, with an ellipsis where it is too long.
     QTextLayout& LaidOut(const QStyleOptionViewItem& cell, const QString& text, int width) const;
 
-    /// The last ones; as many as a large screen shows.
+    /// The last ones; as many as a screen shows in some columns.
     mutable QCache<CellText, QTextLayout> layouts_{1000};
 };
 
