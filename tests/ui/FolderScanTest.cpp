@@ -3,7 +3,6 @@
 
 #include "platform/RuntimeError.h"
 #include "support/FaultInjectingFileSystem.h"
-#include "toolkit/EventCounter.h"
 #include "ui/ListStage.h"
 #include "ui/WindowTexts.h"
 #include "ui/list/FolderScan.h"
@@ -228,22 +227,6 @@ TEST_F(LongFolder, ColumnsStay_OnceTheyFit) {
     browser.RefreshContents();
     WaitForScan();
     EXPECT_EQ(View().ColumnWidths(), widths);
-}
-
-TEST_F(LongFolder, ChangesOutOfView_PaintNothing) {
-    Show();
-    Open();
-    WaitForScan();
-    QTest::qWait(50);
-    const EventCounter paintings(*View().viewport(), QEvent::Paint);
-    auto& model = static_cast<FileListModel&>(*View().model());
-    model.TellFilled(Songs - 5, Songs);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(paintings.Count(), 0);
-    model.TellFilled(0, 0);
-    model.TellFilled(3, Songs);
-    QCoreApplication::processEvents();
-    EXPECT_GT(paintings.Count(), 0);
 }
 
 /// A file system that says how the folder can't be read.

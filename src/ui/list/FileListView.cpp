@@ -239,14 +239,6 @@ void FileListView::dropEvent(QDropEvent* event) {
     emit FolderDropped(folder);
 }
 
-void FileListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                               const QList<int>& roles) {
-    // The toolkit would paint all rows anew for some that nobody sees.
-    const auto seen = RowsInView();
-    if (seen && (bottomRight.row() < seen->first || topLeft.row() > seen->second)) return;
-    QTreeView::dataChanged(topLeft, bottomRight, roles);
-}
-
 void FileListView::paintEvent(QPaintEvent* event) {
     QTreeView::paintEvent(event);
     if (!note_.isEmpty()) PaintNote();

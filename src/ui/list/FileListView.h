@@ -37,9 +37,6 @@ class FileListView : public QTreeView {
     /// While false, folders that are dropped are refused.
     void SetAcceptsFolders(bool accepts) { acceptsFolders_ = accepts; }
 
-    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                     const QList<int>& roles = {}) override;
-
   signals:
     void Painted();
     void FolderDropped(const std::string& path);
