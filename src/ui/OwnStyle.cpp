@@ -17,6 +17,11 @@ bool IsBarBelowMenus(const QStyleOptionToolBar& bar, const QWidget* widget) {
            bar.positionOfLine == QStyleOptionToolBar::OnlyOne;
 }
 
+/// Lines of the toolkit are a pixel high on such a screen; on others their halves lie between pixels.
+bool HasWholePixels(const QPainter& painter) {
+    return qFuzzyCompare(painter.device()->devicePixelRatioF(), 1);
+}
+
 /// As the toolkit paints it.
 void PaintBar(QPainter& painter, const QStyleOptionToolBar& bar) {
     const QColor window = bar.palette.window().color();
@@ -37,7 +42,7 @@ void PaintBar(QPainter& painter, const QStyleOptionToolBar& bar) {
 void OwnStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                            const QWidget* widget) const {
     const auto* bar = element == CE_ToolBar ? qstyleoption_cast<const QStyleOptionToolBar*>(option) : nullptr;
-    if (bar != nullptr && IsBarBelowMenus(*bar, widget)) {
+    if (bar != nullptr && IsBarBelowMenus(*bar, widget) && HasWholePixels(*painter)) {
         PaintBar(*painter, *bar);
     } else {
         QProxyStyle::drawControl(element, option, painter, widget);

@@ -102,7 +102,7 @@ TEST(OwnStyleTest, AllElse_IsOfTheToolkit) {
     EXPECT_EQ(style.pixelMetric(QStyle::PM_ToolBarIconSize), base->pixelMetric(QStyle::PM_ToolBarIconSize));
 }
 
-QImage BarIn(const QStyle& style, const QPalette& palette, Qt::ToolBarArea area) {
+QImage BarIn(const QStyle& style, const QPalette& palette, Qt::ToolBarArea area, qreal ratio) {
     QMainWindow window;
     auto* widget = new QToolBar(&window);
     window.addToolBar(area, widget);
@@ -112,7 +112,8 @@ QImage BarIn(const QStyle& style, const QPalette& palette, Qt::ToolBarArea area)
     bar.palette = palette;
     bar.rect = QRect(0, 0, 300, 36);
     bar.toolBarArea = area;
-    QImage picture = Blank(bar.rect.size());
+    QImage picture = Blank(bar.rect.size() * ratio);
+    picture.setDevicePixelRatio(ratio);
     QPainter painter(&picture);
     style.drawControl(QStyle::CE_ToolBar, &bar, &painter, widget);
     painter.end();
@@ -124,9 +125,9 @@ TEST(OwnStyleTest, Bar_LooksAsTheToolkitPaintsIt) {
     const OwnStyle style;
     for (const QColor& colour : {QColor(239, 239, 239), QColor(45, 45, 48)}) {
         for (const Qt::ToolBarArea area : {Qt::TopToolBarArea, Qt::BottomToolBarArea}) {
-            const QImage expected = BarIn(*base, QPalette(colour), area);
-            EXPECT_NE(expected, Blank(expected.size()));
-            EXPECT_EQ(BarIn(style, QPalette(colour), area), expected);
+            for (const qreal ratio : {1.0, 1.5, 2.0})
+                EXPECT_EQ(BarIn(style, QPalette(colour), area, ratio),
+                          BarIn(*base, QPalette(colour), area, ratio));
         }
     }
 }
