@@ -19,7 +19,7 @@ struct ReadFolder {
 };
 
 /// The folder that the main window is going to show, read by a second thread while the toolkit starts: its
-/// names, then the first of its files in the order of the list, as many as a screen shows.
+/// names, then the first of its files in the order of the list, as many as a window shows at first.
 class FolderAhead {
   public:
     /// Begins at once. `folder` is as the window is told it; a relative one is left to the window. The

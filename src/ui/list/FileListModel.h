@@ -21,6 +21,9 @@ enum class ListColumn { File, Size, Bitrate, Time, Artist, Title, Year, Album, S
 
 inline constexpr int ListColumnCount = static_cast<int>(ListColumn::Count);
 
+/// Rows that tell how wide a column has to be.
+inline constexpr int SampleRows = 200;
+
 /// The rows of lvFiles, in the order of the list. A row has its name and icon at once; the cells that tell
 /// what the file contains are empty until it is filled.
 class FileListModel : public QAbstractTableModel {

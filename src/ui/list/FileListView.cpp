@@ -22,8 +22,6 @@ namespace zefta {
 
 namespace {
 
-/// Rows that tell how wide a column has to be.
-constexpr int SampleRows = 200;
 constexpr int SeenColumns = ListColumnCount - 1;
 /// A column gets at most the room of so many letters by itself; the person may give it more.
 constexpr int WidestFit = 45;

@@ -15,9 +15,6 @@ constexpr std::int32_t ScanningMessage = 32015;
 /// A slice ends with the file in which it has taken so long; one file takes much less than that.
 constexpr qint64 SliceMilliseconds = 15;
 
-/// Tell how wide the columns have to be.
-constexpr std::size_t FirstRows = 200;
-
 }  // namespace
 
 FolderScan::FolderScan(App& app, FileListModel& model, StatusPanels& panels, QObject* parent)
@@ -33,7 +30,7 @@ void FolderScan::Start(const std::string& folder, const std::vector<std::string>
     changed_.reset();
     viewIsFilled_ = false;
     firstRowsAreFilled_ = false;
-    filledRows_ = known.size();
+    filledRows_ = static_cast<int>(known.size());
     CountNames(otherFiles);
     CountKnown(known);
     TellChanges();
@@ -135,7 +132,7 @@ void FolderScan::GoOn() {
 void FolderScan::FillRest() {
     GoOn();
     FillWhile([this] { return NextRow(); });
-    if (filledRows_ >= FirstRows) TellFirstRows();
+    if (filledRows_ >= SampleRows) TellFirstRows();
     if (!NextRow()) End();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QTimer>
-#include <cstddef>
 #include <functional>
 #include <optional>
 #include <span>
@@ -50,7 +49,7 @@ class FolderScan : public QObject {
   signals:
     /// At least the rows in view are full.
     void RowsInViewFilled();
-    /// So are as many rows as tell how wide the columns have to be, or all of them.
+    /// So are SampleRows, or all of them.
     void FirstRowsFilled();
     void Finished();
 
@@ -82,7 +81,7 @@ class FolderScan : public QObject {
     std::optional<std::pair<int, int>> changed_;
     bool viewIsFilled_ = false;
     bool firstRowsAreFilled_ = false;
-    std::size_t filledRows_ = 0;
+    int filledRows_ = 0;
     int patience_ = 50;
     bool tellsName_ = true;
 };
